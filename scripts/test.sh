@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# Sets up a fresh Debian 12 machine and runs every test under AddressSanitizer and
+# UndefinedBehaviorSanitizer, then the fuzzers for a bounded time.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+root=$(pwd)
+scripts/setup.sh
+
+build=${VELDTONE_TEST_BUILD:-build-test}
+CC=clang CXX=clang++ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+    -DVELDTONE_SANITIZE=ON -DVELDTONE_WERROR=ON -DVELDTONE_BUILD_FUZZ=ON >/dev/null
+cmake --build "$build"
+
+# A private session bus and audio server with a null sink, so nothing reaches the user's desktop.
+scratch=$(mktemp -d)
+cleanup() {
+    [ -n "${pulse_pid:-}" ] && kill "$pulse_pid" 2>/dev/null || true
+    [ -n "${dbus_pid:-}" ] && kill "$dbus_pid" 2>/dev/null || true
+    rm -rf "$scratch"
+}
+trap cleanup EXIT
+export XDG_RUNTIME_DIR="$scratch/runtime"
+mkdir -m 700 -p "$XDG_RUNTIME_DIR"
+if command -v dbus-daemon >/dev/null; then
+    eval "$(dbus-daemon --session --fork --print-address=1 --print-pid=1 |
+        { read -r addr; read -r pid; echo "export DBUS_SESSION_BUS_ADDRESS=$addr; dbus_pid=$pid"; })"
+fi
+scripts/start-audio.sh "$scratch/pulse"
+pulse_pid=$(cat "$scratch/pulse/pid" 2>/dev/null || true)
+[ -f "$scratch/pulse/env" ] && . "$scratch/pulse/env"
+
+export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:detect_stack_use_after_return=1
+export LSAN_OPTIONS="suppressions=$root/tests/lsan.supp:print_suppressions=0"
+export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+(cd "$build" && ctest --output-on-failure -j2 --timeout 600)
+
+# Fuzz each parser for a bounded time; any crash, leak or sanitizer report fails the run.
+for fuzzer in "$build"/fuzz/fuzz_*; do
+    [ -x "$fuzzer" ] || continue
+    corpus="$scratch/corpus-$(basename "$fuzzer")"
+    mkdir -p "$corpus"
+    seeds="$root/fuzz/seeds/$(basename "$fuzzer")"
+    [ -d "$seeds" ] && cp -r "$seeds"/. "$corpus"/
+    echo "Fuzzing $(basename "$fuzzer") for ${VELDTONE_FUZZ_SECONDS:-45} s"
+    "$fuzzer" -max_total_time="${VELDTONE_FUZZ_SECONDS:-45}" -max_len=65536 -print_final_stats=1 \
+        "$corpus" 2>&1 | tail -n 12
+done
+echo "All tests passed."

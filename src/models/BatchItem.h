@@ -1,0 +1,23 @@
+#pragma once
+
+#include "models/DownloadStatus.h"
+#include "models/VideoMetadata.h"
+
+#include <QString>
+#include <QUuid>
+
+#include <optional>
+
+// One link waiting in, or passing through, the batch queue. Never persisted.
+struct BatchItem
+{
+    explicit BatchItem(const QString& link) : id(QUuid::createUuid()), url(link) {}
+
+    QUuid id;
+    QString url;
+    DownloadStatus status;
+    std::optional<VideoMetadata> metadata;
+    std::optional<QString> targetPath;
+
+    friend bool operator==(const BatchItem&, const BatchItem&) = default;
+};

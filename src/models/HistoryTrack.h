@@ -1,0 +1,38 @@
+#pragma once
+
+#include "models/AudioFormat.h"
+#include "models/AudioQuality.h"
+
+#include <QDateTime>
+#include <QMetaType>
+#include <QString>
+#include <QUuid>
+
+// One finished extraction as the library keeps it. Set once at construction, never changed.
+struct HistoryTrack
+{
+    QUuid id;
+    QString title;
+    QString channel;
+    QString duration;
+    AudioFormat format;
+    AudioQuality quality;
+    QString filePath;
+    QString fileSize;
+    QString thumbnailUrl;
+    // Seconds since 2001-01-01 00:00:00 UTC, kept as the double the library file holds so that
+    // a record survives a save and load bit for bit.
+    double completedAt = 0;
+    QString youtubeUrl;
+
+    // Whether something exists at filePath right now; false for an empty path.
+    bool fileExists() const;
+
+    QDateTime completedAtDateTime() const;
+    static double referenceSeconds(const QDateTime& moment);
+    static double now();
+
+    friend bool operator==(const HistoryTrack&, const HistoryTrack&) = default;
+};
+
+Q_DECLARE_METATYPE(HistoryTrack)

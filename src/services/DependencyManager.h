@@ -1,0 +1,99 @@
+#pragma once
+
+#include <QObject>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+
+#include <optional>
+
+class QNetworkAccessManager;
+
+// Finds yt-dlp and ffmpeg, reads their versions off the GUI thread, and installs missing ones
+// into the application's own folder.
+class DependencyManager : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(std::optional<QString> ytDlpPath READ ytDlpPath NOTIFY ytDlpPathChanged)
+    Q_PROPERTY(std::optional<QString> ffmpegPath READ ffmpegPath NOTIFY ffmpegPathChanged)
+    Q_PROPERTY(std::optional<QString> ytDlpVersion READ ytDlpVersion NOTIFY ytDlpVersionChanged)
+    Q_PROPERTY(std::optional<QString> ffmpegVersion READ ffmpegVersion NOTIFY ffmpegVersionChanged)
+    Q_PROPERTY(bool isChecking READ isChecking NOTIFY isCheckingChanged)
+    Q_PROPERTY(bool isInstalling READ isInstalling NOTIFY isInstallingChanged)
+    Q_PROPERTY(QString installProgress READ installProgress NOTIFY installProgressChanged)
+    Q_PROPERTY(bool isReady READ isReady NOTIFY isReadyChanged)
+
+public:
+    struct Options
+    {
+        // Folder of tools shipped beside the program; empty when there is none.
+        QString resourceBinFolder;
+        // Where the installer puts the tools; searched right after resourceBinFolder.
+        QString installFolder;
+        QStringList systemFolders = {QStringLiteral("/opt/homebrew/bin"),
+                                     QStringLiteral("/usr/local/bin"), QStringLiteral("/usr/bin"),
+                                     QStringLiteral("/bin")};
+        // Searched through its "PATH" after the fixed folders.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        // Full download addresses of the two tools.
+        QUrl ytDlpDownloadUrl;
+        QUrl ffmpegDownloadUrl;
+        // Whether the constructor starts the first check (the application's instance does).
+        bool checkOnStart = true;
+
+        // The real folders and endpoints of this installation.
+        static Options defaults();
+    };
+
+    explicit DependencyManager(Options options, QObject* parent = nullptr);
+    ~DependencyManager() override;
+
+    static DependencyManager& shared();
+
+    std::optional<QString> ytDlpPath() const { return m_ytDlpPath; }
+    std::optional<QString> ffmpegPath() const { return m_ffmpegPath; }
+    std::optional<QString> ytDlpVersion() const { return m_ytDlpVersion; }
+    std::optional<QString> ffmpegVersion() const { return m_ffmpegVersion; }
+    bool isChecking() const { return m_isChecking; }
+    bool isInstalling() const { return m_isInstalling; }
+    QString installProgress() const { return m_installProgress; }
+    bool isReady() const { return m_ytDlpPath.has_value() && m_ffmpegPath.has_value(); }
+
+    // The six folders searched before "PATH", in order (the first may be empty).
+    QStringList standardLocations() const { return m_standardLocations; }
+
+    // Starts a background search and version probe; results arrive in one step.
+    void checkDependencies();
+    // Downloads the missing tools into the install folder, then checks again.
+    void installDependenciesAutomatically();
+    // Creates the install folder (with its parents) and returns it, created or not.
+    QString ensureApplicationSupportBin();
+
+    // The first search hit for a tool name, or nullopt. Safe to call from any thread.
+    std::optional<QString> findExecutable(const QString& name) const;
+
+signals:
+    void ytDlpPathChanged();
+    void ffmpegPathChanged();
+    void ytDlpVersionChanged();
+    void ffmpegVersionChanged();
+    void isCheckingChanged();
+    void isInstallingChanged();
+    void installProgressChanged();
+    void isReadyChanged();
+    // Emitted once after each check has published its results.
+    void checkFinished();
+
+private:
+    Options m_options;
+    QStringList m_standardLocations;
+    std::optional<QString> m_ytDlpPath;
+    std::optional<QString> m_ffmpegPath;
+    std::optional<QString> m_ytDlpVersion;
+    std::optional<QString> m_ffmpegVersion;
+    bool m_isChecking = false;
+    bool m_isInstalling = false;
+    QString m_installProgress;
+    QNetworkAccessManager* m_network = nullptr;
+};

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "models/AudioFormat.h"
+#include "models/AudioQuality.h"
+#include "models/DownloadStatus.h"
+#include "services/FilePathTracker.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+
+#include <memory>
+
+// Turns yt-dlp's standard output into status changes and the announced output path.
+// Keeps an unfinished line until its newline arrives, so a line split across two reads is
+// parsed whole; a line that is not valid UTF-8 is dropped.
+class ToolOutputReader
+{
+public:
+    ToolOutputReader(AudioFormat format, AudioQuality quality,
+                     std::shared_ptr<FilePathTracker> tracker);
+
+    // Feeds the bytes of one read; returns the status changes of the complete lines, in order.
+    QList<DownloadStatus> feed(QByteArrayView chunk);
+    // End of stream: interprets a last line that had no newline.
+    QList<DownloadStatus> finish();
+
+    // Interprets one line (untrimmed); nullopt when the line changes nothing.
+    std::optional<DownloadStatus> interpretLine(QStringView line);
+
+    static QString conversionText(AudioFormat format, AudioQuality quality);
+
+private:
+    AudioFormat m_format;
+    AudioQuality m_quality;
+    std::shared_ptr<FilePathTracker> m_tracker;
+    QByteArray m_pending;
+};
+
+// The one line shown when a job fails, cut from the tool's whole error stream.
+QString extractMeaningfulError(const QString& errorText);
