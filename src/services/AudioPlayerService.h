@@ -3,7 +3,6 @@
 #include "models/HistoryTrack.h"
 
 #include <QObject>
-
 #include <functional>
 #include <memory>
 #include <optional>
@@ -15,7 +14,8 @@ class QTimer;
 class AudioPlayerService : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(std::optional<HistoryTrack> currentTrack READ currentTrack NOTIFY currentTrackChanged)
+    Q_PROPERTY(
+        std::optional<HistoryTrack> currentTrack READ currentTrack NOTIFY currentTrackChanged)
     Q_PROPERTY(bool isPlaying READ isPlaying NOTIFY isPlayingChanged)
     Q_PROPERTY(double currentTime READ currentTime NOTIFY currentTimeChanged)
     Q_PROPERTY(double duration READ duration NOTIFY durationChanged)
@@ -52,6 +52,15 @@ signals:
     void volumeChanged();
 
 private:
+    PlayerBackend& backend();
+    void startTick();
+    void tick();
+    void failToOpen(const QString& description);
+    void setCurrentTrack(const std::optional<HistoryTrack>& track);
+    void setIsPlaying(bool playing);
+    void setCurrentTime(double seconds);
+    void setDuration(double seconds);
+
     BackendFactory m_factory;
     std::unique_ptr<PlayerBackend> m_player;
     std::optional<HistoryTrack> m_currentTrack;

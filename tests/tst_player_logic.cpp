@@ -1,0 +1,443 @@
+#include "platform/PlayerBackend.h"
+#include "services/AudioPlayerService.h"
+#include "support/TestSupport.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTemporaryFile>
+#include <QTest>
+#include <QTimer>
+#include <unistd.h>
+
+namespace {
+
+// A player whose every answer the test sets, and which records what it was told.
+class ScriptedBackend : public PlayerBackend
+{
+public:
+    QString open(const QString& path) override
+    {
+        calls << u"open "_qs + QFileInfo(path).fileName();
+        if (!openError.isEmpty())
+            return openError;
+        loaded = path;
+        playing = false;
+        positionSeconds = 0;
+        durationSeconds = durations.value(QFileInfo(path).fileName(), 0);
+        return {};
+    }
+    void play() override
+    {
+        calls << u"play"_qs;
+        playing = true;
+    }
+    void pause() override
+    {
+        calls << u"pause"_qs;
+        playing = false;
+    }
+    void stop() override
+    {
+        calls << u"stop"_qs;
+        playing = false;
+        loaded.clear();
+    }
+    void seek(double seconds) override
+    {
+        calls << u"seek %1"_qs.arg(seconds);
+        positionSeconds = seconds;
+    }
+    void setVolume(float value) override
+    {
+        calls << u"volume %1"_qs.arg(value);
+        volume = value;
+    }
+    double position() const override { return positionSeconds; }
+    double duration() const override { return durationSeconds; }
+    bool isPlaying() const override { return playing; }
+
+    void fail(const QString& text) { emit errorOccurred(text); }
+    void finish() { emit ended(); }
+    void reportDuration(double seconds)
+    {
+        durationSeconds = seconds;
+        emit durationKnown(seconds);
+    }
+
+    QStringList calls;
+    QString loaded;
+    QString openError;
+    QHash<QString, double> durations;
+    double positionSeconds = 0;
+    double durationSeconds = 0;
+    bool playing = false;
+    float volume = -1;
+};
+
+// Everything written to standard output while it lives.
+class StdoutCapture
+{
+public:
+    StdoutCapture()
+    {
+        m_file.open();
+        std::fflush(stdout);
+        m_saved = ::dup(STDOUT_FILENO);
+        ::dup2(m_file.handle(), STDOUT_FILENO);
+    }
+    ~StdoutCapture() { restore(); }
+    QByteArray text()
+    {
+        restore();
+        return TestSupport::readFile(m_file.fileName());
+    }
+
+private:
+    void restore()
+    {
+        if (m_saved < 0)
+            return;
+        std::fflush(stdout);
+        ::dup2(m_saved, STDOUT_FILENO);
+        ::close(m_saved);
+        m_saved = -1;
+    }
+    QTemporaryFile m_file;
+    int m_saved = -1;
+};
+
+} // namespace
+
+class TestPlayerLogic : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+    ScriptedBackend* m_backend = nullptr;
+    int m_made = 0;
+
+    std::unique_ptr<AudioPlayerService> makeService()
+    {
+        m_backend = nullptr;
+        m_made = 0;
+        return std::make_unique<AudioPlayerService>([this] {
+            ++m_made;
+            auto backend = std::make_unique<ScriptedBackend>();
+            backend->durations = {{u"a.mp3"_qs, 180.0}, {u"b.flac"_qs, 95.5}};
+            m_backend = backend.get();
+            return backend;
+        });
+    }
+
+    HistoryTrack track(const QString& name)
+    {
+        HistoryTrack t;
+        t.id = QUuid::createUuidV5(QUuid(), name);
+        t.title = name;
+        t.filePath = m_dir.filePath(name);
+        return t;
+    }
+
+    static bool ticking(const AudioPlayerService& service)
+    {
+        return service.findChild<QTimer*>()->isActive();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        QVERIFY(m_dir.isValid());
+        QVERIFY(TestSupport::writeFile(m_dir.filePath(u"a.mp3"_qs), "a"));
+        QVERIFY(TestSupport::writeFile(m_dir.filePath(u"b.flac"_qs), "b"));
+    }
+
+    void startsStoppedWithoutABackend()
+    {
+        auto service = makeService();
+        QCOMPARE(service->currentTrack(), std::nullopt);
+        QCOMPARE(service->isPlaying(), false);
+        QCOMPARE(service->volume(), 1.0f);
+
+        // Nothing loaded: toggling, stopping and volume changes neither play nor make a player.
+        QSignalSpy playing(service.get(), &AudioPlayerService::isPlayingChanged);
+        service->togglePlayPause();
+        service->stop();
+        service->setVolume(0.5f);
+        QCOMPARE(playing.count(), 0);
+        QVERIFY(!ticking(*service));
+        QCOMPARE(m_made, 0);
+
+        // A seek with nothing loaded is published all the same, until the next stop.
+        service->seek(42.5);
+        QCOMPARE(service->currentTime(), 42.5);
+        QCOMPARE(service->isPlaying(), false);
+        QVERIFY(!ticking(*service));
+        service->stop();
+        QCOMPARE(service->currentTime(), 0.0);
+
+        // ... or the next load.
+        service->seek(7);
+        service->play(track(u"a.mp3"_qs));
+        QCOMPARE(service->currentTime(), 0.0);
+        QCOMPARE(m_made, 1);
+    }
+
+    void playLoadsAndStarts()
+    {
+        auto service = makeService();
+        service->setVolume(0.3f);
+        const HistoryTrack a = track(u"a.mp3"_qs);
+        service->play(a);
+
+        QCOMPARE(service->currentTrack(), std::optional(a));
+        QCOMPARE(service->isPlaying(), true);
+        QCOMPARE(service->duration(), 180.0);
+        QCOMPARE(service->currentTime(), 0.0);
+        QVERIFY(ticking(*service));
+        // The volume chosen before anything was loaded reaches the player before it starts.
+        QCOMPARE(m_backend->calls, QStringList({u"open a.mp3"_qs, u"volume 0.3"_qs, u"play"_qs}));
+        QCOMPARE(m_backend->volume, 0.3f);
+
+        // Later changes go straight to the loaded player.
+        service->setVolume(0.8f);
+        QCOMPARE(m_backend->volume, 0.8f);
+    }
+
+    void sameRecordTogglesFromTheSamePosition()
+    {
+        auto service = makeService();
+        const HistoryTrack a = track(u"a.mp3"_qs);
+        service->play(a);
+        m_backend->positionSeconds = 12.4;
+        QTRY_COMPARE(service->currentTime(), 12.4);
+
+        service->play(a);
+        QCOMPARE(service->isPlaying(), false);
+        QCOMPARE(m_backend->calls.last(), u"pause"_qs);
+        // The tick keeps running while paused.
+        QVERIFY(ticking(*service));
+
+        service->play(a);
+        QCOMPARE(service->isPlaying(), true);
+        QCOMPARE(service->currentTrack(), std::optional(a));
+        QCOMPARE(service->currentTime(), 12.4);
+        QCOMPARE(m_backend->calls.count(u"open a.mp3"_qs), 1);
+        QCOMPARE(m_backend->calls.last(), u"play"_qs);
+
+        // The published flag decides, even when the player stopped on its own short of the end.
+        m_backend->playing = false;
+        service->togglePlayPause();
+        QCOMPARE(service->isPlaying(), false);
+        QCOMPARE(m_backend->calls.last(), u"pause"_qs);
+        service->togglePlayPause();
+        QCOMPARE(service->isPlaying(), true);
+        QCOMPARE(m_backend->calls.last(), u"play"_qs);
+    }
+
+    void anotherRecordReplacesTheLoadedOne()
+    {
+        auto service = makeService();
+        service->play(track(u"a.mp3"_qs));
+        service->seek(61);
+        m_backend->calls.clear();
+
+        const HistoryTrack b = track(u"b.flac"_qs);
+        service->play(b);
+        QCOMPARE(m_backend->calls,
+                 QStringList({u"stop"_qs, u"open b.flac"_qs, u"volume 1"_qs, u"play"_qs}));
+        QCOMPARE(service->currentTrack(), std::optional(b));
+        QCOMPARE(service->currentTime(), 0.0);
+        QCOMPARE(service->duration(), 95.5);
+        QCOMPARE(service->isPlaying(), true);
+        QCOMPARE(m_made, 1);
+    }
+
+    void missingFileLeavesItStopped()
+    {
+        auto service = makeService();
+        service->play(track(u"a.mp3"_qs));
+        const HistoryTrack gone = track(u"deleted.mp3"_qs);
+        QVERIFY(TestSupport::writeFile(gone.filePath, "x"));
+        QVERIFY(QFile::remove(gone.filePath));
+
+        StdoutCapture out;
+        service->play(gone);
+        QCOMPARE(out.text(), QByteArray());
+        QCOMPARE(service->currentTrack(), std::nullopt);
+        QCOMPARE(service->isPlaying(), false);
+        QCOMPARE(service->duration(), 0.0);
+        QVERIFY(!ticking(*service));
+        // The track that played before was stopped, and nothing was opened.
+        QCOMPARE(m_backend->calls.last(), u"stop"_qs);
+        QCOMPARE(m_backend->loaded, QString());
+
+        // An empty path is as missing as a deleted file, and needs no player.
+        auto fresh = makeService();
+        HistoryTrack pathless = gone;
+        pathless.filePath.clear();
+        fresh->play(pathless);
+        QCOMPARE(fresh->currentTrack(), std::nullopt);
+        QCOMPARE(m_made, 0);
+    }
+
+    void unopenableFileWritesOneLine()
+    {
+        // Refused at once.
+        auto service = makeService();
+        service->play(track(u"a.mp3"_qs));
+        m_backend->openError = u"Permission denied"_qs;
+        {
+            StdoutCapture out;
+            service->play(track(u"b.flac"_qs));
+            QCOMPARE(out.text(),
+                     QByteArray("Failed to initialize audio player: Permission denied\n"));
+        }
+        QCOMPARE(service->currentTrack(), std::nullopt);
+        QCOMPARE(service->isPlaying(), false);
+        QVERIFY(!ticking(*service));
+
+        // Refused while loading, after it looked fine.
+        m_backend->openError.clear();
+        service->play(track(u"b.flac"_qs));
+        QVERIFY(service->isPlaying());
+        {
+            StdoutCapture out;
+            m_backend->fail(u"Could not determine type of stream."_qs);
+            QCOMPARE(out.text(),
+                     QByteArray("Failed to initialize audio player: Could not determine type of "
+                                "stream.\n"));
+        }
+        QCOMPARE(service->currentTrack(), std::nullopt);
+        QCOMPARE(service->duration(), 0.0);
+        QCOMPARE(m_backend->calls.last(), u"stop"_qs);
+
+        // A late complaint about an unloaded file is nobody's business.
+        StdoutCapture out;
+        m_backend->fail(u"late"_qs);
+        QCOMPARE(out.text(), QByteArray());
+    }
+
+    void durationIsPublishedWhenKnown()
+    {
+        auto service = makeService();
+        service->play(track(u"unknown.wav"_qs)); // missing: nothing happens
+        QVERIFY(TestSupport::writeFile(m_dir.filePath(u"c.wav"_qs), "c"));
+        service->play(track(u"c.wav"_qs));
+        QCOMPARE(service->duration(), 0.0);
+        QSignalSpy changed(service.get(), &AudioPlayerService::durationChanged);
+        m_backend->reportDuration(3.25);
+        QCOMPARE(service->duration(), 3.25);
+        QCOMPARE(changed.count(), 1);
+
+        service->stop();
+        m_backend->reportDuration(9);
+        QCOMPARE(service->duration(), 0.0);
+    }
+
+    void endRule_data()
+    {
+        QTest::addColumn<double>("stoppedAt");
+        QTest::addColumn<bool>("playerPlaying");
+        QTest::addColumn<bool>("finished");
+        QTest::newRow("179.6 of 180 fires") << 179.6 << false << true;
+        QTest::newRow("180.0 of 180 fires") << 180.0 << false << true;
+        QTest::newRow("179.5 of 180 fires") << 179.5 << false << true;
+        QTest::newRow("179.4 of 180 does not") << 179.4 << false << false;
+        QTest::newRow("still playing at 179.9") << 179.9 << true << false;
+    }
+    void endRule()
+    {
+        QFETCH(double, stoppedAt);
+        QFETCH(bool, playerPlaying);
+        QFETCH(bool, finished);
+
+        auto service = makeService();
+        const HistoryTrack a = track(u"a.mp3"_qs);
+        service->play(a);
+        QStringList seen;
+        connect(service.get(), &AudioPlayerService::currentTimeChanged, this,
+                [&] { seen << QString::number(service->currentTime()); });
+        connect(service.get(), &AudioPlayerService::isPlayingChanged, this,
+                [&] { seen << (service->isPlaying() ? u"playing"_qs : u"not playing"_qs); });
+        m_backend->positionSeconds = stoppedAt;
+        m_backend->playing = playerPlaying;
+
+        QTest::qWait(450); // two ticks
+        const QString at = QString::number(stoppedAt);
+        // Once finished, the next tick publishes whatever the player says after the end.
+        QCOMPARE(seen,
+                 finished ? QStringList({at, u"not playing"_qs, u"0"_qs, at}) : QStringList({at}));
+        QCOMPARE(service->isPlaying(), !finished);
+        // The finished track stays loaded, and the tick keeps running.
+        QCOMPARE(service->currentTrack(), std::optional(a));
+        QCOMPARE(service->duration(), 180.0);
+        QVERIFY(ticking(*service));
+
+        if (finished) {
+            // Starting it again goes to the same loaded player.
+            service->play(a);
+            QCOMPARE(service->isPlaying(), true);
+            QCOMPARE(m_backend->calls.last(), u"play"_qs);
+            QCOMPARE(m_backend->calls.count(u"open a.mp3"_qs), 1);
+        }
+    }
+
+    void endIsNoticedWithoutWaitingForATick()
+    {
+        auto service = makeService();
+        service->play(track(u"a.mp3"_qs));
+        m_backend->positionSeconds = 180;
+        m_backend->playing = false;
+        m_backend->finish();
+        QCOMPARE(service->isPlaying(), false);
+        QCOMPARE(service->currentTime(), 0.0);
+    }
+
+    void seekMovesPlayerAndPosition()
+    {
+        auto service = makeService();
+        service->play(track(u"a.mp3"_qs));
+        service->seek(90.25);
+        QCOMPARE(m_backend->calls.last(), u"seek 90.25"_qs);
+        QCOMPARE(service->currentTime(), 90.25);
+        // Not clamped here; the player limits it as it does.
+        service->seek(-3);
+        QCOMPARE(service->currentTime(), -3.0);
+        // A position that is no number is ignored.
+        service->seek(std::nan(""));
+        service->seek(INFINITY);
+        QCOMPARE(service->currentTime(), -3.0);
+        QCOMPARE(m_backend->calls.last(), u"seek -3"_qs);
+    }
+
+    void stopResetsEverything()
+    {
+        auto service = makeService();
+        service->setVolume(0.4f);
+        service->play(track(u"a.mp3"_qs));
+        service->seek(30);
+        service->stop();
+        QCOMPARE(service->currentTrack(), std::nullopt);
+        QCOMPARE(service->isPlaying(), false);
+        QCOMPARE(service->currentTime(), 0.0);
+        QCOMPARE(service->duration(), 0.0);
+        QVERIFY(!ticking(*service));
+        QCOMPARE(service->volume(), 0.4f);
+        QCOMPARE(m_backend->calls.last(), u"stop"_qs);
+        // The tick does not bring anything back.
+        m_backend->positionSeconds = 5;
+        QTest::qWait(250);
+        QCOMPARE(service->currentTime(), 0.0);
+    }
+
+    void sharedIsOneInstance()
+    {
+        QCOMPARE(&AudioPlayerService::shared(), &AudioPlayerService::shared());
+        QCOMPARE(AudioPlayerService::shared().currentTrack(), std::nullopt);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPlayerLogic)
+#include "tst_player_logic.moc"
