@@ -148,6 +148,18 @@ private slots:
         QTest::newRow("progress percent signs anywhere")
             << u"PROGRESS::%1%2.5%::a::b::c"_s << mp3 << k320 << true
             << downloading(12.5, u"a", u"b", u"c") << QString();
+        QTest::newRow("progress huge") << u"PROGRESS::1e400%::a::b::c"_s << mp3 << k320 << true
+                                       << downloading(100, u"a", u"b", u"c") << QString();
+        QTest::newRow("progress tiny") << u"PROGRESS::1e-400%::a::b::c"_s << mp3 << k320 << true
+                                       << downloading(0, u"a", u"b", u"c") << QString();
+        QTest::newRow("progress plus sign") << u"PROGRESS::+5%::a::b::c"_s << mp3 << k320 << true
+                                            << downloading(5, u"a", u"b", u"c") << QString();
+        QTest::newRow("progress hex is not decimal")
+            << u"PROGRESS::0x10%::a::b::c"_s << mp3 << k320 << true
+            << downloading(0, u"a", u"b", u"c") << QString();
+        QTest::newRow("progress triple colon")
+            << u"PROGRESS:::50%::a::b::c:::d"_s << mp3 << k320 << true
+            << downloading(0, u"a", u"b", u"c") << QString();
         QTest::newRow("progress extra pieces ignored")
             << u"PROGRESS::50%::a::b::c::d::e"_s << mp3 << k320 << true
             << downloading(50, u"a", u"b", u"c") << QString();
