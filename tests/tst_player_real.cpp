@@ -147,6 +147,20 @@ private slots:
         player.seek(2.0);
         QTRY_VERIFY_WITH_TIMEOUT(player.currentTime() >= 2.1, 5000);
 
+        // Finished, then moved back by the slider: play resumes from there, not from the start.
+        QTRY_VERIFY_WITH_TIMEOUT(!player.isPlaying(), 10000);
+        player.seek(1.0);
+        QCOMPARE(player.currentTime(), 1.0);
+        QList<double> resumed;
+        const QMetaObject::Connection follow =
+            connect(&player, &AudioPlayerService::currentTimeChanged, this,
+                    [&] { resumed << player.currentTime(); });
+        player.togglePlayPause();
+        QTRY_VERIFY_WITH_TIMEOUT(!resumed.isEmpty(), 5000);
+        QVERIFY2(resumed.first() >= 1.0 && resumed.first() < 2.5,
+                 qPrintable(QString::number(resumed.first())));
+        disconnect(follow);
+
         // Another record replaces the first, from its start rather than from where A was.
         QList<double> positions;
         connect(&player, &AudioPlayerService::currentTimeChanged, this,
@@ -158,6 +172,21 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(player.currentTime() > 0, 10000);
         QVERIFY2(positions.last() < 1.0, qPrintable(QString::number(positions.last())));
         QCOMPARE(player.volume(), 0.25f);
+    }
+
+    void seekBeforeLoaded()
+    {
+        // The slider can move before the file has finished loading; the move must not be lost.
+        AudioPlayerService player;
+        QList<double> positions;
+        connect(&player, &AudioPlayerService::currentTimeChanged, this,
+                [&] { positions << player.currentTime(); });
+        player.play(track(u"clip.wav"_qs));
+        player.seek(2.0);
+        QTRY_VERIFY_WITH_TIMEOUT(positions.size() >= 3, 5000);
+        QCOMPARE(positions.first(), 2.0);
+        for (double position : positions)
+            QVERIFY2(position >= 2.0, qPrintable(QString::number(position)));
     }
 
     void unplayableFileIsReported()
