@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QFuture>
+#include <QFutureWatcher>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -86,7 +87,7 @@ QString systemTool(const QString& name)
 
 // Unpacks a downloaded ffmpeg build next to the install folder and moves its "ffmpeg" file,
 // wherever the archive keeps it, into place. Runs on a worker thread.
-[[maybe_unused]] bool unpackFfmpeg(const QString& archivePath, const QString& folder, int timeoutMs)
+bool unpackFfmpeg(const QString& archivePath, const QString& folder, int timeoutMs)
 {
     QFile archive(archivePath);
     if (!archive.open(QIODevice::ReadOnly))
@@ -128,6 +129,20 @@ QString systemTool(const QString& name)
         return false;
     QFile::setPermissions(destination, kExecutablePermissions);
     return true;
+}
+
+// Calls onDone with the result on context's thread, always from the event loop (never inside
+// the caller, even when the work is already done).
+template <typename T, typename F>
+void whenFinished(QObject* context, const QFuture<T>& future, F onDone)
+{
+    auto* watcher = new QFutureWatcher<T>(context);
+    QObject::connect(watcher, &QFutureWatcherBase::finished, context,
+                     [watcher, onDone = std::move(onDone)] {
+                         watcher->deleteLater();
+                         onDone(watcher->result());
+                     });
+    watcher->setFuture(future);
 }
 
 } // namespace
@@ -263,9 +278,10 @@ bool DependencyManager::beginCheck()
     const bool changed = !m_isChecking;
     m_isChecking = true;
     // The worker gets copies, so it never touches this object.
-    QtConcurrent::run(&DependencyManager::runCheck, m_standardLocations, m_options.environment,
-                      m_options.probeTimeoutMs)
-        .then(this, [this](const CheckResult& result) { publishCheck(result); });
+    whenFinished(this,
+                 QtConcurrent::run(&DependencyManager::runCheck, m_standardLocations,
+                                   m_options.environment, m_options.probeTimeoutMs),
+                 [this](const CheckResult& result) { publishCheck(result); });
     return changed;
 }
 
@@ -306,4 +322,130 @@ QString DependencyManager::ensureApplicationSupportBin()
     return m_options.installFolder;
 }
 
-void DependencyManager::installDependenciesAutomatically() {}
+void DependencyManager::installDependenciesAutomatically()
+{
+    if (m_isInstalling)
+        return;
+    m_isInstalling = true;
+    emit isInstallingChanged();
+    setInstallProgress(QStringLiteral("Preparing installation directory..."));
+    // The rest runs from the event loop, so the call returns at once.
+    QTimer::singleShot(0, this, [this] {
+        const QString folder = ensureApplicationSupportBin();
+        if (m_ytDlpPath)
+            installFfmpeg(folder);
+        else
+            installYtDlp(folder);
+    });
+}
+
+void DependencyManager::installYtDlp(const QString& folder)
+{
+    setInstallProgress(QStringLiteral("Downloading yt-dlp..."));
+    download(m_options.ytDlpDownloadUrl, folder, kYtDlpName,
+             [this, folder](std::shared_ptr<QTemporaryFile> file) {
+                 // Whatever the server sent replaces the old file, but only once it is whole.
+                 if (file) {
+                     const QString destination = appendPathComponent(folder, kYtDlpName);
+                     QFile::remove(destination);
+                     if (file->rename(destination)) {
+                         // It is no longer a temporary file: keep it when the object goes.
+                         file->setAutoRemove(false);
+                         QFile::setPermissions(destination, kExecutablePermissions);
+                     }
+                 }
+                 installFfmpeg(folder);
+             });
+}
+
+void DependencyManager::installFfmpeg(const QString& folder)
+{
+    if (m_ffmpegPath) {
+        finishInstall();
+        return;
+    }
+    setInstallProgress(QStringLiteral("Downloading ffmpeg..."));
+    download(m_options.ffmpegDownloadUrl, folder, QStringLiteral("ffmpeg-archive"),
+             [this, folder](std::shared_ptr<QTemporaryFile> file) {
+                 if (!file) {
+                     finishInstall();
+                     return;
+                 }
+                 file->close();
+                 // tar and unzip can take a while on a large build; keep them off this thread.
+                 // The archive file lives until the worker is done with it.
+                 whenFinished(
+                     this, QtConcurrent::run([file, folder, timeoutMs = m_options.unpackTimeoutMs] {
+                         return unpackFfmpeg(file->fileName(), folder, timeoutMs);
+                     }),
+                     [this](bool) { finishInstall(); });
+             });
+}
+
+void DependencyManager::finishInstall()
+{
+    // The run ends and the check begins in one step, so no observer sees the run over
+    // without a check under way.
+    const QString verifying = QStringLiteral("Verifying installed tools...");
+    const bool progressChange = m_installProgress != verifying;
+    m_installProgress = verifying;
+    m_isInstalling = false;
+    const bool checkingChange = beginCheck();
+    if (progressChange)
+        emit installProgressChanged();
+    emit isInstallingChanged();
+    if (checkingChange)
+        emit isCheckingChanged();
+}
+
+void DependencyManager::setInstallProgress(const QString& text)
+{
+    if (m_installProgress == text)
+        return;
+    m_installProgress = text;
+    emit installProgressChanged();
+}
+
+void DependencyManager::download(const QUrl& url, const QString& folder, const QString& stem,
+                                 std::function<void(std::shared_ptr<QTemporaryFile>)> done)
+{
+    // Kept beside its destination so the final move is a rename on the same disk.
+    auto file = std::make_shared<QTemporaryFile>(
+        appendPathComponent(folder, QStringLiteral(".") + stem + QStringLiteral("-XXXXXX")));
+    if (!url.isValid() || !file->open()) {
+        QTimer::singleShot(0, this, [done] { done(nullptr); });
+        return;
+    }
+    if (!m_network)
+        m_network = new QNetworkAccessManager(this);
+    QNetworkRequest request(url);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                         QNetworkRequest::NoLessSafeRedirectPolicy);
+    request.setTransferTimeout(m_options.transferTimeoutMs);
+    QNetworkReply* reply = m_network->get(request);
+    auto writeFailed = std::make_shared<bool>(false);
+    connect(reply, &QNetworkReply::readyRead, this, [reply, file, writeFailed] {
+        const QByteArray chunk = reply->readAll();
+        if (!*writeFailed && file->write(chunk) != chunk.size()) {
+            *writeFailed = true;
+            reply->abort();
+        }
+    });
+    connect(reply, &QNetworkReply::finished, this, [reply, file, writeFailed, done] {
+        reply->deleteLater();
+        const QByteArray rest = reply->isOpen() ? reply->readAll() : QByteArray();
+        if (!*writeFailed && file->write(rest) != rest.size())
+            *writeFailed = true;
+        // The status code does not matter: an error page is a body like any other. Only a
+        // transfer that broke off (or never started) counts as a failed download.
+        const QNetworkReply::NetworkError error = reply->error();
+        const bool answered = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
+        const bool statusOnly = (error >= QNetworkReply::ContentAccessDenied &&
+                                 error <= QNetworkReply::UnknownContentError) ||
+                                (error >= QNetworkReply::InternalServerError &&
+                                 error <= QNetworkReply::UnknownServerError);
+        const bool ok = !*writeFailed && file->flush() &&
+                        (error == QNetworkReply::NoError || (answered && statusOnly));
+        done(ok ? file : nullptr);
+    });
+}
