@@ -1,13 +1,51 @@
+#include "ColorSchemeWatcher.h"
+#include "services/AudioPlayerService.h"
+#include "services/DependencyManager.h"
+#include "services/DownloadEngine.h"
+#include "services/HistoryStore.h"
+#include "views/ContentView.h"
+#include "views/MainWindow.h"
+#include "views/NavigationItem.h"
+#include "views/ScreenFactory.h"
+
 #include <QApplication>
-#include <QMainWindow>
+#include <QIcon>
+#include <QStyleFactory>
 
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Veldtone"));
     QApplication::setOrganizationName(QStringLiteral("Veldtone"));
-    QMainWindow window;
-    window.resize(880, 660);
+    QApplication::setApplicationVersion(QStringLiteral(VELDTONE_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("io.github.veldtone.Veldtone"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("io.github.veldtone.Veldtone"),
+                                                 QIcon(QStringLiteral(":/veldtone.svg"))));
+
+    // One look on every desktop, coloured by our own light and dark palettes.
+    const Theme::Scheme scheme = ColorSchemeWatcher::initialScheme();
+    if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
+        QApplication::setStyle(fusion);
+    ColorSchemeWatcher::apply(scheme);
+    ColorSchemeWatcher colorScheme;
+
+    // The four services, created once in this order and shared by every screen.
+    DownloadEngine& engine = DownloadEngine::shared();
+    DependencyManager& dependencies = DependencyManager::shared();
+    HistoryStore& history = HistoryStore::shared();
+    AudioPlayerService& player = AudioPlayerService::shared();
+    const Services services{engine, dependencies, history, player};
+
+    ScreenFactory factory(services);
+    MainWindow window(services, factory);
+    // Lets the screenshot script open any destination first.
+    if (const auto start =
+            Navigation::fromRawValue(qEnvironmentVariable("VELDTONE_START_SCREEN"))) {
+        window.contentView()->setSelectedTab(*start);
+    }
     window.show();
+    window.raise();
+    window.activateWindow();
+
     return app.exec();
 }

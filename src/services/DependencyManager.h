@@ -5,10 +5,12 @@
 #include <QString>
 #include <QStringList>
 #include <QUrl>
-
+#include <functional>
+#include <memory>
 #include <optional>
 
 class QNetworkAccessManager;
+class QTemporaryFile;
 
 // Finds yt-dlp and ffmpeg, reads their versions off the GUI thread, and installs missing ones
 // into the application's own folder.
@@ -41,6 +43,12 @@ public:
         QUrl ffmpegDownloadUrl;
         // Whether the constructor starts the first check (the application's instance does).
         bool checkOnStart = true;
+        // A version probe that has not ended by then is killed and counts as unreadable.
+        int probeTimeoutMs = 15000;
+        // A download that receives nothing for this long is given up.
+        int transferTimeoutMs = 30000;
+        // Unpacking the ffmpeg archive with tar or unzip.
+        int unpackTimeoutMs = 120000;
 
         // The real folders and endpoints of this installation.
         static Options defaults();
@@ -73,6 +81,10 @@ public:
     // The first search hit for a tool name, or nullopt. Safe to call from any thread.
     std::optional<QString> findExecutable(const QString& name) const;
 
+    // The version word of ffmpeg's "-version" banner: the first line, less "ffmpeg version ",
+    // up to the first space.
+    static QString versionFromFfmpegBanner(const QString& banner);
+
 signals:
     void ytDlpPathChanged();
     void ffmpegPathChanged();
@@ -86,6 +98,33 @@ signals:
     void checkFinished();
 
 private:
+    struct CheckResult
+    {
+        std::optional<QString> ytDlpPath;
+        std::optional<QString> ffmpegPath;
+        std::optional<QString> ytDlpVersion;
+        std::optional<QString> ffmpegVersion;
+    };
+
+    static std::optional<QString> findExecutableIn(const QStringList& locations,
+                                                   const QProcessEnvironment& environment,
+                                                   const QString& name);
+    static std::optional<QString> runVersionCheck(const QString& path, const QStringList& args,
+                                                  int timeoutMs);
+    static CheckResult runCheck(const QStringList& locations,
+                                const QProcessEnvironment& environment, int probeTimeoutMs);
+    // Sets isChecking and starts the background check; the caller emits isCheckingChanged.
+    bool beginCheck();
+    void publishCheck(const CheckResult& result);
+
+    void installYtDlp(const QString& folder);
+    void installFfmpeg(const QString& folder);
+    void finishInstall();
+    void setInstallProgress(const QString& text);
+    // Fetches url into a temporary file in folder; done gets the file, or null on failure.
+    void download(const QUrl& url, const QString& folder, const QString& stem,
+                  std::function<void(std::shared_ptr<QTemporaryFile>)> done);
+
     Options m_options;
     QStringList m_standardLocations;
     std::optional<QString> m_ytDlpPath;

@@ -10,7 +10,6 @@
 #include <QPointer>
 #include <QString>
 #include <QUrl>
-
 #include <functional>
 #include <memory>
 #include <optional>
@@ -108,7 +107,21 @@ signals:
     void embedMetadataChanged();
 
 private:
+    struct Job;
+    struct MetadataFetch;
+    struct JobEnd;
+
     void loadSavedPreferences();
+    void launch(const std::shared_ptr<Job>& job);
+    void readJobOutput(const std::shared_ptr<Job>& job);
+    void jobExited(const std::shared_ptr<Job>& job, int exitCode, bool crashed);
+    void jobFailedToStart(const std::shared_ptr<Job>& job);
+    void applyJobEnd(const std::shared_ptr<Job>& job, const JobEnd& end);
+    void finishCancelledJob(const std::shared_ptr<Job>& job);
+    void fetchEnded(const std::shared_ptr<MetadataFetch>& fetch,
+                    std::optional<VideoMetadata> result);
+    // The folder's file-system path without a trailing slash.
+    static QString folderPath(const QUrl& folder);
 
     DependencyManager& m_dependencies;
     HistoryStore& m_history;
@@ -127,4 +140,6 @@ private:
 
     QPointer<QProcess> m_activeProcess;
     bool m_isCancelled = false;
+    // The job whose ends may still change published state; an older job ends silently.
+    std::shared_ptr<Job> m_job;
 };

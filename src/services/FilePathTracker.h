@@ -2,23 +2,16 @@
 
 #include <QMutex>
 #include <QString>
-
 #include <optional>
 
 // The output path announced by the tool, shared by one job's reader and the job itself.
+// The reader may run on another thread than the job, hence the lock.
 class FilePathTracker
 {
 public:
-    void setPath(const QString& path)
-    {
-        QMutexLocker locker(&m_lock);
-        m_path = path;
-    }
-    std::optional<QString> path() const
-    {
-        QMutexLocker locker(&m_lock);
-        return m_path;
-    }
+    // The last announcement wins.
+    void setPath(const QString& path);
+    std::optional<QString> path() const;
 
 private:
     mutable QMutex m_lock;

@@ -6,7 +6,6 @@
 #include <QObject>
 #include <QSet>
 #include <QString>
-
 #include <memory>
 
 class DesktopServices;
@@ -18,10 +17,11 @@ class HistoryStore : public QObject
     Q_PROPERTY(QList<HistoryTrack> tracks READ tracks NOTIFY tracksChanged)
 
 public:
-    // folderPath holds "history.json"; it is created when missing. desktop reveals and opens
-    // files; the store takes no ownership (nullptr: the system's file manager).
+    // folderPath holds "history.json"; it is created when missing and the file is loaded at once.
+    // desktop reveals and opens files; the store takes no ownership (nullptr: the system's).
     explicit HistoryStore(const QString& folderPath, DesktopServices* desktop = nullptr,
                           QObject* parent = nullptr);
+    // Waits for the last pending save, so that no change is lost at exit.
     ~HistoryStore() override;
 
     static HistoryStore& shared();
@@ -31,11 +31,17 @@ public:
     const QList<HistoryTrack>& tracks() const { return m_tracks; }
     QString fileURL() const { return m_filePath; }
 
+    // Puts track first, replacing any record with the same file path or id.
     void addTrack(const HistoryTrack& track);
+    // Removes the records at these positions of tracks().
     void removeTrack(const QSet<int>& positions);
+    // Removes every record with track's id.
     void removeTrack(const HistoryTrack& track);
+    // Empties the library; audio files stay where they are.
     void clearAll();
+    // Reveals the file in the file manager, or opens its folder when the file is gone.
     void showInFinder(const HistoryTrack& track);
+    // Opens the file with its default application when it exists.
     void openFile(const HistoryTrack& track);
 
     // Blocks until every pending save has reached the disk.
@@ -45,13 +51,13 @@ signals:
     void tracksChanged();
 
 private:
-    void save();
+    void load();
+    void changed();
 
     QString m_folderPath;
     QString m_filePath;
     QList<HistoryTrack> m_tracks;
     DesktopServices* m_desktop = nullptr;
-    std::unique_ptr<DesktopServices> m_ownedDesktop;
     struct SaveQueue;
     std::unique_ptr<SaveQueue> m_saves;
 };

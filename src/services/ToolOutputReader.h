@@ -6,10 +6,13 @@
 #include "services/FilePathTracker.h"
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QList>
 #include <QString>
-
+#include <QStringView>
+#include <array>
 #include <memory>
+#include <optional>
 
 // Turns yt-dlp's standard output into status changes and the announced output path.
 // Keeps an unfinished line until its newline arrives, so a line split across two reads is
@@ -17,6 +20,10 @@
 class ToolOutputReader
 {
 public:
+    // No line the tool prints comes near this; a longer one is noise and is dropped whole,
+    // so a stream without newlines cannot make the reader grow without bound.
+    static constexpr qsizetype kMaxLineBytes = 64 * 1024;
+
     ToolOutputReader(AudioFormat format, AudioQuality quality,
                      std::shared_ptr<FilePathTracker> tracker);
 
@@ -31,10 +38,18 @@ public:
     static QString conversionText(AudioFormat format, AudioQuality quality);
 
 private:
+    void interpretBytes(QByteArrayView line, QList<DownloadStatus>& changes);
+    std::optional<DownloadStatus> interpretProgress(QStringView line);
+    void predictDestination(QStringView line);
+
     AudioFormat m_format;
     AudioQuality m_quality;
     std::shared_ptr<FilePathTracker> m_tracker;
+    QString m_conversionText;
     QByteArray m_pending;
+    QString m_lineBuffer;
+    std::array<QString, 3> m_previousTexts; // speed, ETA, size
+    bool m_skippingLongLine = false;
 };
 
 // The one line shown when a job fails, cut from the tool's whole error stream.

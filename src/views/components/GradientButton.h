@@ -2,9 +2,12 @@
 
 #include <QAbstractButton>
 #include <QColor>
+#include <QGradientStops>
 #include <QList>
+#include <QMargins>
 
 // The wide call-to-action button filled with a colour gradient, drawn by our own painting.
+// Disabling it (QWidget::setEnabled) greys it out, drops its shadow and blocks clicks.
 class GradientButton : public QAbstractButton
 {
     Q_OBJECT
@@ -22,6 +25,16 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+    // The fill's colour stops, evenly spaced; two greys when disabled.
+    static QGradientStops fillStops(const QList<QColor>& gradient, bool enabled,
+                                    const QPalette& palette);
+    // The first gradient colour at 35 % when enabled, else fully transparent.
+    static QColor shadowColor(const QList<QColor>& gradient, bool enabled);
+    // Room kept around the pill for its shadow.
+    static QMargins shadowMargins();
+    // The size of the filled shape (without the shadow room) for a title.
+    QSize shapeSize() const;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -3,7 +3,11 @@
 #include <QColor>
 #include <QFont>
 #include <QIcon>
+#include <QPixmap>
+#include <QRectF>
 #include <QString>
+
+class QPainter;
 
 // Maps the platform symbol names used across the screens ("play.fill", "folder", ...) to
 // glyphs of the Material Icons font, drawn in any colour. An unknown name never gives a blank.
@@ -11,8 +15,17 @@ namespace Symbols {
 
 // The Material Icons ligature for a symbol name (a fallback glyph for unknown names).
 QString glyphName(const QString& symbolName);
+// Whether the table knows the name.
+bool contains(const QString& symbolName);
+// Whether the icon font could be loaded; without it symbols are drawn as plain marks.
+bool fontAvailable();
 // The icon font at a pixel size; loads the font on first use.
 QFont font(int pixelSize);
+// Draws the symbol centred in rect, sized to the rect's smaller side.
+void paint(QPainter& painter, const QRectF& rect, const QString& symbolName, const QColor& color);
+// A tinted pixmap of the symbol, pixelSize square in device-independent pixels.
+QPixmap pixmap(const QString& symbolName, const QColor& color, int pixelSize = 16,
+               qreal devicePixelRatio = 1.0);
 // A tinted icon of the symbol, rendered at the given pixel size.
 QIcon icon(const QString& symbolName, const QColor& color, int pixelSize = 16);
 // Every symbol name the table knows.

@@ -1,0 +1,362 @@
+#include "HistoryTrackJson.h"
+
+#include <charconv>
+#include <cmath>
+#include <simdjson.h>
+#include <string_view>
+
+static_assert(static_cast<size_t>(HistoryTrackJson::kReadPadding) >= simdjson::SIMDJSON_PADDING);
+
+namespace {
+
+constexpr char kHexUpper[] = "0123456789ABCDEF";
+
+// Writes a JSON string the way the library file always has: "/" as "\/", control characters
+// escaped, everything else (including characters beyond ASCII) as plain UTF-8. Converts
+// straight from UTF-16 into out, since a save of a large library is mostly this loop.
+void appendString(QByteArray& out, QStringView text)
+{
+    const qsizetype start = out.size();
+    // At most six bytes per UTF-16 unit ("\u001f"), plus the quotes.
+    out.resize(start + 2 + text.size() * 6);
+    char* p = out.data() + start;
+    *p++ = '"';
+    const char16_t* s = text.utf16();
+    const char16_t* const end = s + text.size();
+    while (s != end) {
+        const char16_t c = *s++;
+        if (c < 0x80) {
+            if (c >= 0x20 && c != '"' && c != '\\' && c != '/') {
+                *p++ = static_cast<char>(c);
+                continue;
+            }
+            *p++ = '\\';
+            switch (c) {
+            case '"':
+                *p++ = '"';
+                break;
+            case '\\':
+                *p++ = '\\';
+                break;
+            case '/':
+                *p++ = '/';
+                break;
+            case '\b':
+                *p++ = 'b';
+                break;
+            case '\f':
+                *p++ = 'f';
+                break;
+            case '\n':
+                *p++ = 'n';
+                break;
+            case '\r':
+                *p++ = 'r';
+                break;
+            case '\t':
+                *p++ = 't';
+                break;
+            default:
+                *p++ = 'u';
+                *p++ = '0';
+                *p++ = '0';
+                *p++ = "0123456789abcdef"[c >> 4];
+                *p++ = "0123456789abcdef"[c & 0xF];
+            }
+            continue;
+        }
+        char32_t code = c;
+        if (QChar::isHighSurrogate(c) && s != end && QChar::isLowSurrogate(*s))
+            code = QChar::surrogateToUcs4(c, *s++);
+        else if (QChar::isSurrogate(c))
+            code = 0xFFFD; // A lone half of a pair has no UTF-8 form.
+        if (code < 0x800) {
+            *p++ = static_cast<char>(0xC0 | (code >> 6));
+        } else if (code < 0x10000) {
+            *p++ = static_cast<char>(0xE0 | (code >> 12));
+            *p++ = static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+        } else {
+            *p++ = static_cast<char>(0xF0 | (code >> 18));
+            *p++ = static_cast<char>(0x80 | ((code >> 12) & 0x3F));
+            *p++ = static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+        }
+        *p++ = static_cast<char>(0x80 | (code & 0x3F));
+    }
+    *p++ = '"';
+    out.truncate(p - out.constData());
+}
+
+void appendUuid(QByteArray& out, const QUuid& id)
+{
+    char text[38];
+    char* p = text;
+    *p++ = '"';
+    auto hex = [&p](quint64 value, int digits) {
+        for (int shift = (digits - 1) * 4; shift >= 0; shift -= 4)
+            *p++ = kHexUpper[(value >> shift) & 0xF];
+    };
+    hex(id.data1, 8);
+    *p++ = '-';
+    hex(id.data2, 4);
+    *p++ = '-';
+    hex(id.data3, 4);
+    *p++ = '-';
+    hex(id.data4[0], 2);
+    hex(id.data4[1], 2);
+    *p++ = '-';
+    for (int i = 2; i < 8; ++i)
+        hex(id.data4[i], 2);
+    *p++ = '"';
+    out.append(text, p - text);
+}
+
+// The shortest digits that read back as the same double, in plain decimal form for everyday
+// magnitudes (785000000, 785000000.25) and exponent form only for very large or tiny ones.
+void appendNumber(QByteArray& out, double value)
+{
+    char number[64];
+    const double magnitude = std::fabs(value);
+    const bool plain = value == 0 || (magnitude >= 1e-4 && magnitude < 9007199254740992.0);
+    const auto result =
+        std::to_chars(number, number + sizeof number, value,
+                      plain ? std::chars_format::fixed : std::chars_format::scientific);
+    out.append(number, result.ptr - number);
+}
+
+int hexValue(char c)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    return -1;
+}
+
+// Only the 36-character hyphenated form, in either letter case; no braces, no spaces.
+std::optional<QUuid> parseUuid(std::string_view text)
+{
+    if (text.size() != 36)
+        return std::nullopt;
+    uchar bytes[16];
+    int count = 0;
+    for (size_t i = 0; i < 36;) {
+        if (i == 8 || i == 13 || i == 18 || i == 23) {
+            if (text[i] != '-')
+                return std::nullopt;
+            ++i;
+            continue;
+        }
+        const int high = hexValue(text[i]);
+        const int low = hexValue(text[i + 1]);
+        if (high < 0 || low < 0)
+            return std::nullopt;
+        bytes[count++] = static_cast<uchar>(high << 4 | low);
+        i += 2;
+    }
+    return QUuid::fromRfc4122(QByteArrayView(reinterpret_cast<const char*>(bytes), sizeof bytes));
+}
+
+QString fromUtf8(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+enum Key : unsigned
+{
+    kId,
+    kTitle,
+    kChannel,
+    kDuration,
+    kFormat,
+    kQuality,
+    kFilePath,
+    kFileSize,
+    kThumbnailUrl,
+    kCompletedAt,
+    kYoutubeUrl,
+    kKeyCount
+};
+
+constexpr std::string_view kKeyNames[kKeyCount] = {
+    "id",       "title",    "channel",      "duration",    "format",    "quality",
+    "filePath", "fileSize", "thumbnailUrl", "completedAt", "youtubeUrl"};
+
+int keyIndex(std::string_view key)
+{
+    for (unsigned i = 0; i < kKeyCount; ++i) {
+        if (kKeyNames[i] == key)
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+// Fills track from one JSON object; returns an empty text on success, otherwise the reason.
+QString decodeTrack(simdjson::dom::element element, HistoryTrack& track)
+{
+    simdjson::dom::object object;
+    if (element.get_object().get(object))
+        return QStringLiteral("not an object");
+    unsigned seen = 0;
+    for (const simdjson::dom::key_value_pair field : object) {
+        const int key = keyIndex(field.key);
+        if (key < 0)
+            continue; // Members this program does not know are left alone.
+        const auto wrongType = [key]() -> QString {
+            return u'"' + fromUtf8(kKeyNames[key]) + QStringLiteral("\" has the wrong type");
+        };
+        seen |= 1u << key;
+        if (key == kCompletedAt) {
+            switch (field.value.type()) {
+            case simdjson::dom::element_type::DOUBLE:
+                track.completedAt = double(field.value);
+                break;
+            case simdjson::dom::element_type::INT64:
+                track.completedAt = static_cast<double>(int64_t(field.value));
+                break;
+            case simdjson::dom::element_type::UINT64:
+                track.completedAt = static_cast<double>(uint64_t(field.value));
+                break;
+            default:
+                return wrongType();
+            }
+            continue;
+        }
+        std::string_view text;
+        if (field.value.get_string().get(text))
+            return wrongType();
+        switch (key) {
+        case kId: {
+            const std::optional<QUuid> id = parseUuid(text);
+            if (!id)
+                return QStringLiteral("\"id\" is not a UUID");
+            track.id = *id;
+            break;
+        }
+        case kFormat: {
+            const std::optional<AudioFormat> format = AudioFormat::fromRawValue(fromUtf8(text));
+            if (!format)
+                return QStringLiteral("\"format\" is not a known format");
+            track.format = *format;
+            break;
+        }
+        case kQuality: {
+            const std::optional<AudioQuality> quality = AudioQuality::fromRawValue(fromUtf8(text));
+            if (!quality)
+                return QStringLiteral("\"quality\" is not a known quality");
+            track.quality = *quality;
+            break;
+        }
+        case kTitle:
+            track.title = fromUtf8(text);
+            break;
+        case kChannel:
+            track.channel = fromUtf8(text);
+            break;
+        case kDuration:
+            track.duration = fromUtf8(text);
+            break;
+        case kFilePath:
+            track.filePath = fromUtf8(text);
+            break;
+        case kFileSize:
+            track.fileSize = fromUtf8(text);
+            break;
+        case kThumbnailUrl:
+            track.thumbnailUrl = fromUtf8(text);
+            break;
+        case kYoutubeUrl:
+            track.youtubeUrl = fromUtf8(text);
+            break;
+        default:
+            break;
+        }
+    }
+    for (unsigned i = 0; i < kKeyCount; ++i) {
+        if (!(seen & (1u << i)))
+            return QStringLiteral("missing \"") + fromUtf8(kKeyNames[i]) + u'"';
+    }
+    return {};
+}
+
+} // namespace
+
+namespace HistoryTrackJson {
+
+bool appendTrack(QByteArray& out, const HistoryTrack& track)
+{
+    if (!std::isfinite(track.completedAt))
+        return false;
+    out.append("{\"id\":");
+    appendUuid(out, track.id);
+    out.append(",\"title\":");
+    appendString(out, track.title);
+    out.append(",\"channel\":");
+    appendString(out, track.channel);
+    out.append(",\"duration\":");
+    appendString(out, track.duration);
+    out.append(",\"format\":");
+    appendString(out, track.format.rawValue());
+    out.append(",\"quality\":");
+    appendString(out, track.quality.rawValue());
+    out.append(",\"filePath\":");
+    appendString(out, track.filePath);
+    out.append(",\"fileSize\":");
+    appendString(out, track.fileSize);
+    out.append(",\"thumbnailUrl\":");
+    appendString(out, track.thumbnailUrl);
+    out.append(",\"completedAt\":");
+    appendNumber(out, track.completedAt);
+    out.append(",\"youtubeUrl\":");
+    appendString(out, track.youtubeUrl);
+    out.append('}');
+    return true;
+}
+
+std::optional<QByteArray> encode(const QList<HistoryTrack>& tracks)
+{
+    QByteArray out;
+    // A typical record takes a little under 500 bytes; one reservation avoids regrowing.
+    out.reserve(2 + tracks.size() * 512);
+    out.append('[');
+    for (qsizetype i = 0; i < tracks.size(); ++i) {
+        if (i > 0)
+            out.append(',');
+        if (!appendTrack(out, tracks[i]))
+            return std::nullopt;
+    }
+    out.append(']');
+    return out;
+}
+
+std::optional<QList<HistoryTrack>> decode(QByteArrayView json, QString* error, bool padded)
+{
+    const auto fail = [error](const QString& reason) -> std::optional<QList<HistoryTrack>> {
+        if (error)
+            *error = reason;
+        return std::nullopt;
+    };
+    simdjson::dom::parser parser;
+    simdjson::dom::element root;
+    const auto parseError =
+        parser.parse(json.data(), static_cast<size_t>(json.size()), !padded).get(root);
+    if (parseError)
+        return fail(QString::fromUtf8(simdjson::error_message(parseError)));
+    simdjson::dom::array array;
+    if (root.get_array().get(array))
+        return fail(QStringLiteral("not a JSON array"));
+
+    QList<HistoryTrack> tracks;
+    tracks.reserve(static_cast<qsizetype>(array.size()));
+    for (const simdjson::dom::element element : array) {
+        HistoryTrack track;
+        const QString reason = decodeTrack(element, track);
+        if (!reason.isEmpty())
+            return fail(QStringLiteral("record %1: ").arg(tracks.size() + 1) + reason);
+        tracks.append(std::move(track));
+    }
+    return tracks;
+}
+
+} // namespace HistoryTrackJson

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QPalette>
+#include <QWidget>
+
+// A plain container that paints itself with a palette colour at an opacity, optionally rounded;
+// follows light and dark palettes as they change.
+class FilledPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    FilledPanel(QPalette::ColorRole role, qreal opacity, qreal cornerRadius = 0,
+                QWidget* parent = nullptr);
+
+    // An outline drawn on the same shape; none while its alpha is zero.
+    void setOutline(const QColor& color) { m_outline = color; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QPalette::ColorRole m_role;
+    qreal m_opacity;
+    qreal m_cornerRadius;
+    QColor m_outline = Qt::transparent;
+};

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "models/HistoryTrack.h"
+
+#include <QMessageBox>
+#include <QPointer>
+#include <QWidget>
+#include <optional>
+
+class ArtworkCache;
+class AudioPlayerService;
+class HistoryStore;
+class LibraryListModel;
+class QLineEdit;
+class QMenu;
+class QPushButton;
+class QStackedWidget;
+class QToolButton;
+class TrackListView;
+
+// The library screen: searches and filters the library, plays, reveals and copies from its
+// records, and removes one or all of them after asking. Removing never touches the files and
+// never stops playback.
+class HistoryView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    enum class Content
+    {
+        empty,
+        noMatch,
+        list
+    };
+
+    HistoryView(HistoryStore& history, AudioPlayerService& player, ArtworkCache& artwork,
+                QWidget* parent = nullptr);
+    ~HistoryView() override;
+
+    // The format menu's label for a filter value: "All Formats" for "All", else the value.
+    static QString filterLabel(const QString& selectedFilter);
+
+    Content content() const;
+    QString searchText() const;
+    void setSearchText(const QString& text);
+    QString selectedFilter() const;
+    void setSelectedFilter(const QString& filter);
+    std::optional<HistoryTrack> trackToDelete() const { return m_trackToDelete; }
+    bool showClearAllAlert() const { return m_clearAllConfirmation != nullptr; }
+
+    // Opens the per-row and the clear-all confirmations.
+    void requestRemoval(const HistoryTrack& track);
+    void requestClearAll();
+
+    // The row's context menu, owned by the caller.
+    QMenu* contextMenuFor(int row, QWidget* parent = nullptr);
+
+    // Parts, for tests and accessibility checks.
+    QLineEdit* searchField() const { return m_searchField; }
+    QToolButton* clearSearchButton() const { return m_clearSearch; }
+    QToolButton* formatButton() const { return m_formatButton; }
+    QPushButton* clearAllButton() const { return m_clearAll; }
+    QPushButton* resetFiltersButton() const { return m_resetFilters; }
+    TrackListView* listView() const { return m_list; }
+    LibraryListModel* model() const { return m_model; }
+    QMessageBox* deleteConfirmation() const { return m_deleteConfirmation; }
+    QMessageBox* clearAllConfirmation() const { return m_clearAllConfirmation; }
+
+private:
+    QWidget* buildTopBar();
+    QWidget* buildEmptyState();
+    QWidget* buildNoMatchState();
+    void updateContent();
+    void copyToClipboard(const QString& text);
+
+    HistoryStore& m_history;
+    AudioPlayerService& m_player;
+    LibraryListModel* m_model;
+
+    QLineEdit* m_searchField = nullptr;
+    QToolButton* m_clearSearch = nullptr;
+    QToolButton* m_formatButton = nullptr;
+    QPushButton* m_clearAll = nullptr;
+    QPushButton* m_resetFilters = nullptr;
+    QStackedWidget* m_stack = nullptr;
+    TrackListView* m_list = nullptr;
+
+    std::optional<HistoryTrack> m_trackToDelete;
+    QPointer<QMessageBox> m_deleteConfirmation;
+    QPointer<QMessageBox> m_clearAllConfirmation;
+};

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <QWidget>
+
+class AudioPlayerService;
+class HistoryStore;
+class QLabel;
+class QNetworkAccessManager;
+class QNetworkReply;
+class QSlider;
+class QToolButton;
+
+// The mini player strip at the foot of the main window: shown while the player holds a
+// track, drawn from the player's signals only.
+class MiniPlayerView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    MiniPlayerView(AudioPlayerService& player, HistoryStore& history, QWidget* parent = nullptr);
+    ~MiniPlayerView() override;
+
+    // The symbol shown for a volume: muted at 0 or less, one wave up to half, three above.
+    static QString volumeSymbol(float volume);
+
+    QString shownVolumeSymbol() const { return m_volumeSymbol; }
+    QString shownPlaySymbol() const { return m_playSymbol; }
+    // Whether the artwork shows the loaded image rather than the placeholder.
+    bool showsArtworkImage() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void trackChanged();
+    void playingChanged();
+    void timeChanged();
+    void volumeChanged();
+    void refreshIcons();
+    void loadArtwork(const QString& thumbnailUrl);
+
+    AudioPlayerService& m_player;
+    HistoryStore& m_history;
+    class Artwork;
+    Artwork* m_artwork;
+    QLabel* m_title;
+    QLabel* m_channel;
+    QToolButton* m_playPause;
+    QToolButton* m_stop;
+    QLabel* m_elapsed;
+    QSlider* m_seek;
+    QLabel* m_total;
+    QLabel* m_volumeIcon;
+    QSlider* m_volume;
+    QToolButton* m_showInFolder;
+    QToolButton* m_close;
+    QString m_volumeSymbol;
+    QString m_playSymbol;
+    QNetworkAccessManager* m_network = nullptr;
+    QNetworkReply* m_artworkReply = nullptr;
+    bool m_updatingSeek = false;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <optional>
+
+// The sidebar's destinations, in sidebar order.
+enum class NavigationItem
+{
+    convert,
+    batch,
+    history,
+    settings
+};
+
+namespace Navigation {
+
+QList<NavigationItem> allCases();
+// The sidebar title, which is also the destination's identity.
+QString rawValue(NavigationItem item);
+QString iconName(NavigationItem item);
+std::optional<NavigationItem> fromRawValue(const QString& raw);
+
+} // namespace Navigation

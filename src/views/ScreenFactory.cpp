@@ -1,0 +1,54 @@
+#include "views/ScreenFactory.h"
+
+#include <QLabel>
+
+namespace {
+
+// Stands in for a screen that is not built yet.
+QWidget* placeholder(NavigationItem item, QWidget* parent)
+{
+    auto* label = new QLabel(Navigation::rawValue(item), parent);
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+} // namespace
+
+ScreenFactory::ScreenFactory(const Services& services)
+    : m_services(services)
+{}
+
+QWidget* ScreenFactory::create(NavigationItem item, QWidget* parent) const
+{
+    switch (item) {
+    case NavigationItem::convert:
+        return converter(parent);
+    case NavigationItem::batch:
+        return batch(parent);
+    case NavigationItem::history:
+        return library(parent);
+    case NavigationItem::settings:
+        return settings(parent);
+    }
+    return placeholder(item, parent);
+}
+
+QWidget* ScreenFactory::converter(QWidget* parent) const
+{
+    return placeholder(NavigationItem::convert, parent);
+}
+
+QWidget* ScreenFactory::batch(QWidget* parent) const
+{
+    return placeholder(NavigationItem::batch, parent);
+}
+
+QWidget* ScreenFactory::library(QWidget* parent) const
+{
+    return placeholder(NavigationItem::history, parent);
+}
+
+QWidget* ScreenFactory::settings(QWidget* parent) const
+{
+    return placeholder(NavigationItem::settings, parent);
+}

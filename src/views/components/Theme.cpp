@@ -1,0 +1,242 @@
+#include "views/components/Theme.h"
+
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace Theme {
+
+namespace {
+
+QColor pick(const QPalette& palette, QRgb light, QRgb dark)
+{
+    return QColor::fromRgb(isDark(palette) ? dark : light);
+}
+
+// One horizontal or vertical pass of a box blur over premultiplied ARGB pixels.
+void boxBlurPass(QImage& image, int radius, bool horizontal)
+{
+    const int width = image.width();
+    const int height = image.height();
+    const int lines = horizontal ? height : width;
+    const int length = horizontal ? width : height;
+    const int window = 2 * radius + 1;
+    std::vector<QRgb> line(static_cast<size_t>(length));
+    for (int l = 0; l < lines; ++l) {
+        for (int i = 0; i < length; ++i) {
+            line[static_cast<size_t>(i)] =
+                horizontal ? reinterpret_cast<const QRgb*>(image.constScanLine(l))[i]
+                           : reinterpret_cast<const QRgb*>(image.constScanLine(i))[l];
+        }
+        int sums[4] = {0, 0, 0, 0};
+        auto add = [&](int index, int sign) {
+            if (index < 0 || index >= length)
+                return;
+            const QRgb p = line[static_cast<size_t>(index)];
+            sums[0] += sign * qAlpha(p);
+            sums[1] += sign * qRed(p);
+            sums[2] += sign * qGreen(p);
+            sums[3] += sign * qBlue(p);
+        };
+        for (int i = -radius; i <= radius; ++i)
+            add(i, 1);
+        for (int i = 0; i < length; ++i) {
+            const QRgb out =
+                qRgba(sums[1] / window, sums[2] / window, sums[3] / window, sums[0] / window);
+            if (horizontal)
+                reinterpret_cast<QRgb*>(image.scanLine(l))[i] = out;
+            else
+                reinterpret_cast<QRgb*>(image.scanLine(i))[l] = out;
+            add(i - radius, -1);
+            add(i + radius + 1, 1);
+        }
+    }
+}
+
+} // namespace
+
+bool isDark(const QPalette& palette)
+{
+    return palette.color(QPalette::Window).lightness() < 128;
+}
+
+QPalette palette(Scheme scheme)
+{
+    const bool dark = scheme == Scheme::dark;
+    const QColor window = dark ? QColor(0x32, 0x32, 0x32) : QColor(0xEC, 0xEC, 0xEC);
+    const QColor base = dark ? QColor(0x1E, 0x1E, 0x1E) : QColor(0xFF, 0xFF, 0xFF);
+    const QColor text = dark ? QColor(0xDF, 0xDF, 0xDF) : QColor(0x26, 0x26, 0x26);
+    const QColor secondary = dark ? QColor(0x98, 0x98, 0x9D) : QColor(0x80, 0x80, 0x80);
+    const QColor accentColor = dark ? QColor(0x0A, 0x84, 0xFF) : QColor(0x00, 0x7A, 0xFF);
+    const QColor button = dark ? QColor(0x4A, 0x4A, 0x4A) : QColor(0xFF, 0xFF, 0xFF);
+
+    QPalette p;
+    p.setColor(QPalette::Window, window);
+    p.setColor(QPalette::WindowText, text);
+    p.setColor(QPalette::Base, base);
+    p.setColor(QPalette::AlternateBase, dark ? QColor(0x2A, 0x2A, 0x2A) : QColor(0xF4, 0xF5, 0xF5));
+    p.setColor(QPalette::ToolTipBase, dark ? QColor(0x3C, 0x3C, 0x3C) : QColor(0xFF, 0xFF, 0xF0));
+    p.setColor(QPalette::ToolTipText, text);
+    p.setColor(QPalette::PlaceholderText, secondary);
+    p.setColor(QPalette::Text, text);
+    p.setColor(QPalette::Button, button);
+    p.setColor(QPalette::ButtonText, text);
+    p.setColor(QPalette::BrightText, dark ? QColor(0xFF, 0x45, 0x3A) : QColor(0xFF, 0x3B, 0x30));
+    p.setColor(QPalette::Light, dark ? QColor(0x5A, 0x5A, 0x5A) : QColor(0xFF, 0xFF, 0xFF));
+    p.setColor(QPalette::Midlight, dark ? QColor(0x48, 0x48, 0x48) : QColor(0xE0, 0xE0, 0xE0));
+    p.setColor(QPalette::Mid, dark ? QColor(0x3A, 0x3A, 0x3A) : QColor(0xC8, 0xC8, 0xC8));
+    p.setColor(QPalette::Dark, dark ? QColor(0x1A, 0x1A, 0x1A) : QColor(0xA0, 0xA0, 0xA0));
+    p.setColor(QPalette::Shadow, QColor(0, 0, 0));
+    p.setColor(QPalette::Highlight, accentColor);
+    p.setColor(QPalette::HighlightedText, QColor(0xFF, 0xFF, 0xFF));
+    p.setColor(QPalette::Link, accentColor);
+    p.setColor(QPalette::LinkVisited, accentColor.darker(120));
+
+    const QColor disabledText = dark ? QColor(0x6E, 0x6E, 0x6E) : QColor(0xA8, 0xA8, 0xA8);
+    for (auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        p.setColor(QPalette::Disabled, role, disabledText);
+    p.setColor(QPalette::Disabled, QPalette::Button,
+               dark ? QColor(0x3C, 0x3C, 0x3C) : QColor(0xF2, 0xF2, 0xF2));
+    p.setColor(QPalette::Disabled, QPalette::Highlight, secondary);
+    return p;
+}
+
+QColor accent(const QPalette& palette)
+{
+    return palette.color(QPalette::Highlight);
+}
+
+QColor orange(const QPalette& palette)
+{
+    return pick(palette, 0xFF9500, 0xFF9F0A);
+}
+
+QColor red(const QPalette& palette)
+{
+    return pick(palette, 0xFF3B30, 0xFF453A);
+}
+
+QColor green(const QPalette& palette)
+{
+    return pick(palette, 0x28CD41, 0x32D74B);
+}
+
+QColor grey(const QPalette& palette)
+{
+    return pick(palette, 0x8E8E93, 0x8E8E93);
+}
+
+QColor primaryText(const QPalette& palette)
+{
+    return palette.color(QPalette::WindowText);
+}
+
+QColor secondaryText(const QPalette& palette)
+{
+    return palette.color(QPalette::PlaceholderText);
+}
+
+QColor windowBackground(const QPalette& palette)
+{
+    return palette.color(QPalette::Window);
+}
+
+QColor controlBackground(const QPalette& palette)
+{
+    return palette.color(QPalette::Base);
+}
+
+QColor textBackground(const QPalette& palette)
+{
+    return palette.color(QPalette::Base);
+}
+
+QColor withOpacity(QColor color, qreal opacity)
+{
+    color.setAlphaF(static_cast<float>(std::clamp(color.alphaF() * opacity, 0.0, 1.0)));
+    return color;
+}
+
+QFont font(qreal pixelSize, QFont::Weight weight)
+{
+    QFont f = QGuiApplication::font();
+    f.setPixelSize(std::max(1, qRound(pixelSize)));
+    f.setWeight(weight);
+    return f;
+}
+
+QFont monospacedFont(qreal pixelSize, QFont::Weight weight)
+{
+    QFont f = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    f.setPixelSize(std::max(1, qRound(pixelSize)));
+    f.setWeight(weight);
+    return f;
+}
+
+QPainterPath continuousRoundedRect(const QRectF& rect, qreal radius)
+{
+    QPainterPath path;
+    if (rect.isEmpty())
+        return path;
+    // The curve starts further along each side than a circular arc would (1.3 r) and its
+    // control points sit close to the corner, so the side flows into the bend.
+    const qreal reach = std::min({radius * 1.3, rect.width() / 2, rect.height() / 2});
+    if (reach <= 0) {
+        path.addRect(rect);
+        return path;
+    }
+    const qreal pull = reach * 0.25;
+    const qreal l = rect.left(), t = rect.top(), r = rect.right(), b = rect.bottom();
+    path.moveTo(l + reach, t);
+    path.lineTo(r - reach, t);
+    path.cubicTo(r - pull, t, r, t + pull, r, t + reach);
+    path.lineTo(r, b - reach);
+    path.cubicTo(r, b - pull, r - pull, b, r - reach, b);
+    path.lineTo(l + reach, b);
+    path.cubicTo(l + pull, b, l, b - pull, l, b - reach);
+    path.lineTo(l, t + reach);
+    path.cubicTo(l, t + pull, l + pull, t, l + reach, t);
+    path.closeSubpath();
+    return path;
+}
+
+void paintShadow(QPainter& painter, const QPainterPath& shape, const QColor& color,
+                 qreal blurRadius, QPointF offset)
+{
+    if (color.alpha() == 0 || shape.isEmpty())
+        return;
+    const qreal dpr = painter.device() ? painter.device()->devicePixelRatioF() : 1.0;
+    // Three box passes approximate a Gaussian whose spread is half the blur radius.
+    const qreal sigma = blurRadius / 2 * dpr;
+    const int boxRadius = std::max(0, qRound((std::sqrt(4 * sigma * sigma + 1) - 1) / 2));
+    const int margin = 3 * boxRadius + 2;
+    const QRectF bounds = shape.boundingRect();
+    const QSize size(qCeil(bounds.width() * dpr) + 2 * margin,
+                     qCeil(bounds.height() * dpr) + 2 * margin);
+    if (size.width() > 8192 || size.height() > 8192)
+        return;
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    {
+        QPainter p(&image);
+        p.setRenderHint(QPainter::Antialiasing);
+        p.translate(margin, margin);
+        p.scale(dpr, dpr);
+        p.translate(-bounds.topLeft());
+        p.fillPath(shape, color);
+    }
+    if (boxRadius > 0) {
+        for (int pass = 0; pass < 3; ++pass) {
+            boxBlurPass(image, boxRadius, true);
+            boxBlurPass(image, boxRadius, false);
+        }
+    }
+    image.setDevicePixelRatio(dpr);
+    painter.drawImage(bounds.topLeft() + offset - QPointF(margin / dpr, margin / dpr), image);
+}
+
+} // namespace Theme

@@ -1,0 +1,138 @@
+#include "EngineFixture.h"
+
+#include "TestSupport.h"
+#include "services/DependencyManager.h"
+#include "services/DownloadEngine.h"
+#include "services/HistoryStore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTest>
+
+EngineFixture::EngineFixture()
+    : EngineFixture(Options{})
+{}
+
+EngineFixture::EngineFixture(Options options)
+    : m_wantYtDlp(options.withYtDlp)
+{
+    QDir(m_root.path()).mkpath(QStringLiteral("downloads"));
+    QDir(m_root.path()).mkpath(QStringLiteral("library"));
+    QDir(m_root.path()).mkpath(QStringLiteral("tools"));
+
+    DependencyManager::Options tools;
+    tools.installFolder = m_root.filePath(QStringLiteral("installed"));
+    tools.checkOnStart = false;
+    const bool standIn = !options.standInScript.isEmpty() || !options.withYtDlp;
+    if (standIn) {
+        // Only the tools folder is searched: what is in it is all the engine can find.
+        tools.resourceBinFolder = toolsPath();
+        tools.systemFolders = {};
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("PATH"), QString());
+        tools.environment = environment;
+        if (options.withYtDlp) {
+            TestSupport::writeScript(
+                toolsPath() + QStringLiteral("/yt-dlp"),
+                "#!/bin/sh\nif [ \"$1\" = \"--version\" ]; then echo 2023.03.04; exit 0; fi\n" +
+                    options.standInScript + "\n");
+        }
+        if (options.withFfmpeg)
+            QFile::link(QStringLiteral("/usr/bin/ffmpeg"), toolsPath() + QStringLiteral("/ffmpeg"));
+    } else if (!options.withFfmpeg) {
+        tools.systemFolders = {};
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("PATH"), QString());
+        tools.environment = environment;
+        QFile::link(QStringLiteral("/usr/bin/yt-dlp"), toolsPath() + QStringLiteral("/yt-dlp"));
+        tools.resourceBinFolder = toolsPath();
+    }
+
+    m_dependencies = std::make_unique<DependencyManager>(tools);
+    QSignalSpy checked(m_dependencies.get(), &DependencyManager::checkFinished);
+    m_dependencies->checkDependencies();
+    m_checked = checked.count() > 0 || checked.wait(60000);
+
+    m_history = std::make_unique<HistoryStore>(libraryPath());
+    m_engine = std::make_unique<DownloadEngine>(
+        *m_dependencies, *m_history,
+        std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat));
+    m_engine->setTargetFolder(QUrl::fromLocalFile(downloadsPath()));
+    QObject::connect(m_engine.get(), &DownloadEngine::currentStatusChanged, m_engine.get(),
+                     [this] { m_statuses.append(m_engine->currentStatus()); });
+}
+
+EngineFixture::~EngineFixture()
+{
+    m_engine.reset();
+    if (m_history)
+        m_history->waitForSaves();
+}
+
+bool EngineFixture::isReady() const
+{
+    return m_checked && (!m_wantYtDlp || m_dependencies->ytDlpPath().has_value());
+}
+
+QString EngineFixture::downloadsPath() const
+{
+    return m_root.filePath(QStringLiteral("downloads"));
+}
+
+QString EngineFixture::libraryPath() const
+{
+    return m_root.filePath(QStringLiteral("library"));
+}
+
+QString EngineFixture::settingsPath() const
+{
+    return m_root.filePath(QStringLiteral("settings.ini"));
+}
+
+QString EngineFixture::toolsPath() const
+{
+    return m_root.filePath(QStringLiteral("tools"));
+}
+
+bool EngineFixture::waitForEnd(int timeoutMs)
+{
+    return QTest::qWaitFor([this] { return !m_engine->currentStatus().isBusy(); }, timeoutMs);
+}
+
+bool EngineFixture::waitForKind(DownloadStatus::Kind kind, int timeoutMs)
+{
+    return QTest::qWaitFor([this, kind] { return m_engine->currentStatus().kind() == kind; },
+                           timeoutMs);
+}
+
+std::function<void(const HistoryTrack&)> EngineFixture::completionHandler()
+{
+    return [this](const HistoryTrack& track) { m_completions.append(track); };
+}
+
+QList<qint64> EngineFixture::processesMentioning(const QString& text)
+{
+    QList<qint64> pids;
+    const QByteArray needle = text.toUtf8();
+    const QStringList entries = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    for (const QString& entry : entries) {
+        bool isPid = false;
+        const qint64 pid = entry.toLongLong(&isPid);
+        if (!isPid)
+            continue;
+        QByteArray stat =
+            TestSupport::readFile(QStringLiteral("/proc/") + entry + QStringLiteral("/stat"));
+        // A zombie has let go of everything; only live processes count.
+        const qsizetype close = stat.lastIndexOf(')');
+        if (close > 0 && stat.mid(close + 2, 1) == "Z")
+            continue;
+        QByteArray commandLine =
+            TestSupport::readFile(QStringLiteral("/proc/") + entry + QStringLiteral("/cmdline"));
+        commandLine.replace('\0', ' ');
+        if (commandLine.contains(needle))
+            pids.append(pid);
+    }
+    return pids;
+}

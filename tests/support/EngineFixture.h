@@ -1,0 +1,86 @@
+#pragma once
+
+#include "models/DownloadStatus.h"
+#include "models/HistoryTrack.h"
+
+#include <QList>
+#include <QString>
+#include <QTemporaryDir>
+#include <memory>
+
+class DependencyManager;
+class DownloadEngine;
+class HistoryStore;
+
+// A DownloadEngine built for tests, with everything it touches in one temporary folder: its
+// own settings file, library folder, download folder and tool search. Nothing reaches the
+// user's settings or library.
+//
+// Real tools (yt-dlp and ffmpeg as the system has them):
+//     EngineFixture fixture;
+//     QVERIFY(fixture.isReady());
+//     fixture.engine().startExtraction(server.pageUrl().toString());
+//     QVERIFY(fixture.waitForEnd());
+//
+// A stand-in yt-dlp (a shell script; "--version" is answered for it, so the tool check passes):
+//     EngineFixture fixture({.standInScript = "echo 'ERROR: boom' >&2; exit 3"});
+//
+// Every status the engine publishes is recorded in statuses(); completionHandler() gives a
+// callback that records the tracks it is called with in completions().
+class EngineFixture
+{
+public:
+    struct Options
+    {
+        // Body of a stand-in yt-dlp script; empty: the real yt-dlp found on the system.
+        QByteArray standInScript;
+        // Whether ffmpeg is found (the real one; beside a stand-in it is linked in).
+        bool withFfmpeg = true;
+        // Whether any yt-dlp is found at all (false: the engine sees it missing).
+        bool withYtDlp = true;
+    };
+
+    EngineFixture();
+    explicit EngineFixture(Options options);
+    ~EngineFixture();
+
+    // True once the tool check has finished and found yt-dlp (when it was asked for).
+    bool isReady() const;
+
+    DependencyManager& dependencies() { return *m_dependencies; }
+    HistoryStore& history() { return *m_history; }
+    DownloadEngine& engine() { return *m_engine; }
+
+    QString rootPath() const { return m_root.path(); }
+    // The engine's target folder, empty at the start.
+    QString downloadsPath() const;
+    QString libraryPath() const;
+    QString settingsPath() const;
+    // Where a stand-in yt-dlp lives; the script may write files beside it.
+    QString toolsPath() const;
+
+    // Every status published since construction (or the last clearStatuses()), in order.
+    const QList<DownloadStatus>& statuses() const { return m_statuses; }
+    void clearStatuses() { m_statuses.clear(); }
+    // Waits, running the event loop, until the engine's status is not busy.
+    bool waitForEnd(int timeoutMs = 180000);
+    // Waits until the published status is of the given kind.
+    bool waitForKind(DownloadStatus::Kind kind, int timeoutMs = 60000);
+
+    // A callback for startExtraction that records what it receives.
+    std::function<void(const HistoryTrack&)> completionHandler();
+    const QList<HistoryTrack>& completions() const { return m_completions; }
+
+    // The pids of live processes whose command line mentions the given text (from /proc).
+    static QList<qint64> processesMentioning(const QString& text);
+
+private:
+    QTemporaryDir m_root;
+    std::unique_ptr<DependencyManager> m_dependencies;
+    std::unique_ptr<HistoryStore> m_history;
+    std::unique_ptr<DownloadEngine> m_engine;
+    QList<DownloadStatus> m_statuses;
+    QList<HistoryTrack> m_completions;
+    bool m_checked = false;
+    bool m_wantYtDlp = true;
+};

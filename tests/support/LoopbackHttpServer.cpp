@@ -1,0 +1,101 @@
+#include "LoopbackHttpServer.h"
+
+#include <QHostAddress>
+#include <QHttpServerRequest>
+#include <QHttpServerResponder>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+LoopbackHttpServer::LoopbackHttpServer(QObject* parent)
+    : QAbstractHttpServer(parent)
+{}
+
+bool LoopbackHttpServer::start()
+{
+    m_port = listen(QHostAddress::LocalHost, 0);
+    return m_port != 0;
+}
+
+QUrl LoopbackHttpServer::url(const QString& path) const
+{
+    QUrl url;
+    url.setScheme(QStringLiteral("http"));
+    url.setHost(QStringLiteral("127.0.0.1"));
+    url.setPort(m_port);
+    url.setPath(path);
+    return url;
+}
+
+void LoopbackHttpServer::serve(const QString& path, const QByteArray& body, int status, Mode mode)
+{
+    m_answers.insert(path, Answer{body, status, mode, {}});
+}
+
+void LoopbackHttpServer::redirect(const QString& path, const QString& targetPath)
+{
+    m_answers.insert(path, Answer{{}, 302, Mode::Normal, targetPath});
+}
+
+int LoopbackHttpServer::totalRequests() const
+{
+    int total = 0;
+    for (int count : m_requests)
+        total += count;
+    return total;
+}
+
+QUrl LoopbackHttpServer::unusedUrl(const QString& path)
+{
+    // Take a free port and let it go again; nothing else on loopback will pick it up so soon.
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost, 0);
+    const quint16 port = probe.serverPort();
+    probe.close();
+    QUrl url;
+    url.setScheme(QStringLiteral("http"));
+    url.setHost(QStringLiteral("127.0.0.1"));
+    url.setPort(port);
+    url.setPath(path);
+    return url;
+}
+
+bool LoopbackHttpServer::handleRequest(const QHttpServerRequest& request, QTcpSocket* socket)
+{
+    const QString path = request.url().path();
+    const auto found = m_answers.constFind(path);
+    if (found == m_answers.constEnd())
+        return false;
+    ++m_requests[path];
+    const Answer& answer = *found;
+
+    if (answer.mode != Mode::Normal) {
+        // Written by hand: the responder would always send the whole body.
+        const QByteArray head = QByteArrayLiteral("HTTP/1.1 ") + QByteArray::number(answer.status) +
+                                QByteArrayLiteral(" OK\r\nContent-Type: application/octet-stream"
+                                                  "\r\nContent-Length: ") +
+                                QByteArray::number(answer.body.size()) + "\r\n\r\n";
+        socket->write(head + answer.body.left(answer.body.size() / 2));
+        socket->flush();
+        if (answer.mode == Mode::Truncate)
+            socket->disconnectFromHost();
+        return true;
+    }
+
+    const auto status = static_cast<QHttpServerResponder::StatusCode>(answer.status);
+    QHttpServerResponder responder = makeResponder(request, socket);
+    if (!answer.location.isEmpty()) {
+        const QByteArray location = url(answer.location).toEncoded();
+        responder.write(QByteArray(), {{"Location", location}}, status);
+        return true;
+    }
+    responder.write(answer.body, {{"Content-Type", "application/octet-stream"}}, status);
+    return true;
+}
+
+void LoopbackHttpServer::missingHandler(const QHttpServerRequest& request, QTcpSocket* socket)
+{
+    ++m_requests[request.url().path()];
+    makeResponder(request, socket)
+        .write(QByteArrayLiteral("Not Found"), "text/plain",
+               QHttpServerResponder::StatusCode::NotFound);
+}

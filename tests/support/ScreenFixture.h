@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/DesktopServices.h"
+#include "services/AudioPlayerService.h"
+#include "services/DependencyManager.h"
+#include "services/DownloadEngine.h"
+#include "services/HistoryStore.h"
+#include "services/Services.h"
+
+#include <QSettings>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QWidget>
+#include <memory>
+
+namespace ScreenFixture {
+
+// Records what a screen asks of the file manager instead of opening windows on the desktop.
+class RecordingDesktop : public DesktopServices
+{
+public:
+    void revealFile(const QString& path) override { revealed << path; }
+    void openPath(const QString& path) override { opened << path; }
+
+    QStringList revealed;
+    QStringList opened;
+};
+
+// Which tools the tool manager can find.
+enum class Tools
+{
+    none,
+    ytDlpOnly,
+    both
+};
+
+// The four real services built in one temporary folder: their own settings file, library
+// folder and tool folders, so a test never touches the user's own.
+class Environment
+{
+public:
+    // systemTools: search /usr/bin for the real yt-dlp and ffmpeg instead of stand-ins.
+    explicit Environment(Tools tools = Tools::none, bool systemTools = false,
+                         const QString& folder = {});
+    ~Environment();
+
+    QString path() const { return m_folder; }
+    QString settingsPath() const { return m_folder + QStringLiteral("/settings.ini"); }
+    // A fresh reader of the settings file, to see what was saved.
+    std::unique_ptr<QSettings> savedSettings() const;
+    // Runs a tool check and waits for its result.
+    bool checkTools();
+    // Makes the installer talk to a loopback server that never answers, so it stays busy.
+    void pointInstallerAtSilentServer();
+
+    DependencyManager& dependencies() { return *m_dependencies; }
+    HistoryStore& history() { return *m_history; }
+    AudioPlayerService& player() { return *m_player; }
+    DownloadEngine& engine() { return *m_engine; }
+    Services& services() { return *m_services; }
+    RecordingDesktop desktop;
+
+private:
+    void buildServices(const QUrl& installerBase);
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    QString m_folder;
+    Tools m_tools;
+    bool m_systemTools;
+    std::unique_ptr<class SilentServer> m_silentServer;
+    std::unique_ptr<DependencyManager> m_dependencies;
+    std::unique_ptr<HistoryStore> m_history;
+    std::unique_ptr<AudioPlayerService> m_player;
+    std::unique_ptr<DownloadEngine> m_engine;
+    std::unique_ptr<Services> m_services;
+};
+
+// Writes a short silent WAV file the player can open.
+bool writeSilentWav(const QString& path, double seconds = 2.0);
+
+// Whether a widget is visible under root and has name as accessible name or button text.
+bool isNamed(QWidget* root, QWidget* widget, const QString& name);
+// The first visible widget of a type under root named name, or nullptr.
+template <class T = QWidget> T* findNamed(QWidget* root, const QString& name)
+{
+    const auto widgets = root->findChildren<T*>();
+    for (T* widget : widgets) {
+        if (isNamed(root, widget, name))
+            return widget;
+    }
+    return nullptr;
+}
+// Every text shown by a visible label under root.
+QStringList visibleTexts(QWidget* root);
+
+} // namespace ScreenFixture

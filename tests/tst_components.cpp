@@ -1,0 +1,272 @@
+#include "views/DesktopTexts.h"
+#include "views/components/GlassCard.h"
+#include "views/components/GradientButton.h"
+#include "views/components/Symbols.h"
+#include "views/components/Theme.h"
+
+#include <QAccessible>
+#include <QAccessibleActionInterface>
+#include <QApplication>
+#include <QFontMetricsF>
+#include <QImage>
+#include <QLabel>
+#include <QLayout>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+// Counts pixels that are not fully transparent.
+int inkedPixels(const QImage& image)
+{
+    int count = 0;
+    const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < argb.height(); ++y)
+        for (int x = 0; x < argb.width(); ++x)
+            count += qAlpha(argb.pixel(x, y)) > 40 ? 1 : 0;
+    return count;
+}
+
+QImage render(QWidget& widget)
+{
+    QImage image(widget.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    widget.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    return image;
+}
+
+} // namespace
+
+class TestComponents : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QApplication::setPalette(Theme::palette(Theme::Scheme::light)); }
+
+    // Every symbol the screens name resolves to one drawn glyph of the icon font.
+    void symbolResolves_data()
+    {
+        QTest::addColumn<QString>("name");
+        const char* names[] = {"waveform.badge.plus",
+                               "square.stack.3d.down.right",
+                               "music.note.list",
+                               "gearshape",
+                               "music.note",
+                               "apple.logo",
+                               "waveform",
+                               "waveform.path",
+                               "speaker.wave.3",
+                               "play.fill",
+                               "pause.fill",
+                               "stop.fill",
+                               "speaker.wave.3.fill",
+                               "speaker.wave.1.fill",
+                               "speaker.slash.fill",
+                               "folder",
+                               "folder.fill",
+                               "folder.badge.gearshape",
+                               "arrow.up.forward.square",
+                               "doc.on.clipboard",
+                               "link",
+                               "internaldrive",
+                               "trash",
+                               "photo.artframe",
+                               "tag.fill",
+                               "checkmark.circle.fill",
+                               "checkmark.seal.fill",
+                               "xmark.seal.fill",
+                               "xmark.octagon.fill",
+                               "xmark.circle.fill",
+                               "xmark",
+                               "exclamationmark.triangle.fill",
+                               "exclamationmark.circle.fill",
+                               "clock",
+                               "arrow.down.to.line.compact",
+                               "arrow.down.circle",
+                               "arrow.down.circle.fill",
+                               "plus.circle.fill",
+                               "magnifyingglass",
+                               "line.3.horizontal.decrease.circle",
+                               "waveform.badge.magnifyingglass",
+                               "waveform.circle.fill"};
+        for (const char* name : names)
+            QTest::newRow(name) << QString::fromLatin1(name);
+        QTest::newRow("unknown name") << QStringLiteral("no.such.symbol");
+        QTest::newRow("empty name") << QString();
+    }
+    void symbolResolves()
+    {
+        QFETCH(QString, name);
+        QVERIFY2(Symbols::fontAvailable(), "the Material Icons font is not installed");
+        if (!name.isEmpty() && !name.startsWith(u"no."))
+            QVERIFY(Symbols::contains(name));
+        // A ligature the font lacks would be spelled out letter by letter, far wider than 1 em.
+        const QFontMetricsF metrics(Symbols::font(32));
+        const qreal width = metrics.horizontalAdvance(Symbols::glyphName(name));
+        QVERIFY2(width > 16 && width <= 40, qPrintable(QString::number(width)));
+        const QImage image = Symbols::pixmap(name, Qt::black, 32).toImage();
+        QVERIFY(inkedPixels(image) > 30);
+    }
+
+    void symbolIconIsTinted()
+    {
+        const QImage image =
+            Symbols::pixmap(QStringLiteral("stop.fill"), Qt::red, 24, 2.0).toImage();
+        QCOMPARE(image.size(), QSize(48, 48));
+        const QColor centre = image.pixelColor(24, 24);
+        QCOMPARE(centre.red(), 255);
+        QCOMPARE(centre.green(), 0);
+        QVERIFY(!Symbols::icon(QStringLiteral("play.fill"), Qt::white).isNull());
+    }
+
+    void fillStops_data()
+    {
+        QTest::addColumn<QList<QColor>>("gradient");
+        QTest::addColumn<bool>("enabled");
+        QTest::addColumn<QGradientStops>("stops");
+        const QColor grey = Theme::grey(Theme::palette(Theme::Scheme::light));
+        const QGradientStops greys = {{0, Theme::withOpacity(grey, 0.4)},
+                                      {1, Theme::withOpacity(grey, 0.3)}};
+        const QList<QColor> two = {Qt::red, QColor(255, 149, 0)};
+        QTest::newRow("two colours")
+            << two << true << QGradientStops{{0, Qt::red}, {1, QColor(255, 149, 0)}};
+        QTest::newRow("three evenly spaced")
+            << QList<QColor>{Qt::red, Qt::green, Qt::blue} << true
+            << QGradientStops{{0, Qt::red}, {0.5, Qt::green}, {1, Qt::blue}};
+        QTest::newRow("one colour is flat")
+            << QList<QColor>{Qt::blue} << true << QGradientStops{{0, Qt::blue}, {1, Qt::blue}};
+        QTest::newRow("empty") << QList<QColor>{} << true << QGradientStops{};
+        QTest::newRow("disabled shows greys") << two << false << greys;
+        QTest::newRow("disabled empty shows greys") << QList<QColor>{} << false << greys;
+    }
+    void fillStops()
+    {
+        QFETCH(QList<QColor>, gradient);
+        QFETCH(bool, enabled);
+        QFETCH(QGradientStops, stops);
+        QCOMPARE(GradientButton::fillStops(gradient, enabled, Theme::palette(Theme::Scheme::light)),
+                 stops);
+    }
+
+    void shadowColor()
+    {
+        const QList<QColor> gradient = {QColor(255, 59, 48), Qt::yellow};
+        const QColor shadow = GradientButton::shadowColor(gradient, true);
+        QCOMPARE(shadow.rgb(), QColor(255, 59, 48).rgb());
+        QCOMPARE(shadow.alpha(), qRound(255 * 0.35));
+        QCOMPARE(GradientButton::shadowColor(gradient, false).alpha(), 0);
+        QCOMPARE(GradientButton::shadowColor({}, true).alpha(), 0);
+    }
+
+    void buttonWidth()
+    {
+        GradientButton shortTitle(QStringLiteral("Go"), QStringLiteral("play.fill"), {Qt::red});
+        QCOMPARE(shortTitle.shapeSize().width(), 160);
+        GradientButton longTitle(QStringLiteral("Download & Install Missing Tools Automatically"),
+                                 QStringLiteral("play.fill"), {Qt::red});
+        QVERIFY(longTitle.shapeSize().width() > 300);
+        QCOMPARE(longTitle.sizeHint().width(), longTitle.shapeSize().width() +
+                                                   GradientButton::shadowMargins().left() +
+                                                   GradientButton::shadowMargins().right());
+    }
+
+    // Clicking, keyboard focus and the screen reader's press all follow the enabled state.
+    void buttonEnabling()
+    {
+        QWidget window;
+        auto* button = new GradientButton(QStringLiteral("Start Ripping"),
+                                          QStringLiteral("arrow.down.to.line.compact"),
+                                          {Qt::red, QColor(255, 149, 0)}, &window);
+        window.resize(300, 100);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QSignalSpy clicked(button, &QAbstractButton::clicked);
+
+        QTest::mouseClick(button, Qt::LeftButton);
+        QCOMPARE(clicked.size(), 1);
+
+        QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(button);
+        QVERIFY(iface);
+        QCOMPARE(iface->text(QAccessible::Name), QStringLiteral("Start Ripping"));
+        QCOMPARE(iface->role(), QAccessible::Button);
+        QAccessibleActionInterface* actions = iface->actionInterface();
+        QVERIFY(actions);
+        QVERIFY(actions->actionNames().contains(QAccessibleActionInterface::pressAction()));
+        actions->doAction(QAccessibleActionInterface::pressAction());
+        QTRY_COMPARE(clicked.size(), 2);
+
+        button->setEnabled(false);
+        QTest::mouseClick(button, Qt::LeftButton);
+        actions->doAction(QAccessibleActionInterface::pressAction());
+        QTest::qWait(50);
+        QCOMPARE(clicked.size(), 2);
+        QVERIFY(iface->state().disabled);
+        button->setFocus();
+        QVERIFY(!button->hasFocus());
+    }
+
+    // The painted fill shows the caller's colours when enabled and only greys when disabled;
+    // the coloured shadow shows below the pill only when enabled.
+    void buttonPainting()
+    {
+        GradientButton button(QStringLiteral("Go"), QStringLiteral("play.fill"),
+                              {QColor(0, 0, 255)});
+        button.resize(button.sizeHint());
+        const QMargins room = GradientButton::shadowMargins();
+        const QPoint fillPoint(room.left() + 6, button.height() / 2);
+        const QPoint belowPoint(button.width() / 2, button.height() - room.bottom() + 4);
+
+        QImage image = render(button);
+        QCOMPARE(image.pixelColor(fillPoint).rgb(), QColor(0, 0, 255).rgb());
+        QVERIFY(qAlpha(image.pixel(belowPoint)) > 0);
+
+        button.setEnabled(false);
+        image = render(button);
+        const QColor disabled = image.pixelColor(fillPoint);
+        QVERIFY(disabled.blue() < 200 && qAbs(disabled.red() - disabled.blue()) < 20);
+        QCOMPARE(qAlpha(image.pixel(belowPoint)), 0);
+    }
+
+    void cardDefaultsAndInsets()
+    {
+        auto* content = new QLabel(QStringLiteral("inside"));
+        GlassCard card(content);
+        QCOMPARE(card.cornerRadius(), 14.0);
+        QCOMPARE(card.padding(), 16.0);
+        card.resize(300, 120);
+        card.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&card));
+        const QRectF panel = GlassCard::panelRect(card.size());
+        QCOMPARE(content->geometry().left() - panel.left(), 16.0);
+        QCOMPARE(content->geometry().top() - panel.top(), 16.0);
+        QCOMPARE(panel.right() - (content->geometry().x() + content->geometry().width()), 16.0);
+
+        GlassCard tight(new QLabel(QStringLiteral("x")), 10, 10);
+        QCOMPARE(tight.cornerRadius(), 10.0);
+        QCOMPARE(tight.layout()->contentsMargins().left() - GlassCard::shadowMargins().left(), 10);
+    }
+
+    // The panel is tinted over the whole rectangle, corners excepted, with a faint shadow below.
+    void cardPainting()
+    {
+        GlassCard card(new QWidget);
+        card.resize(200, 100);
+        const QImage image = render(card);
+        const QRectF panel = GlassCard::panelRect(card.size());
+        QVERIFY(qAlpha(image.pixel(panel.center().toPoint())) > 200);
+        QCOMPARE(qAlpha(image.pixel(panel.topLeft().toPoint())), 0);
+        const int below = qAlpha(image.pixel(int(panel.center().x()), int(panel.bottom()) + 4));
+        QVERIFY(below > 0 && below < 40);
+    }
+
+    void desktopTexts()
+    {
+        QCOMPARE(DesktopTexts::kShowInFolder, QStringLiteral("Show in Folder"));
+        QVERIFY(DesktopTexts::aboutTitle().startsWith(u"Veldtone for "));
+        QVERIFY(!DesktopTexts::aboutTitle().contains(u"macOS"));
+    }
+};
+
+QTEST_MAIN(TestComponents)
+#include "tst_components.moc"

@@ -1,0 +1,246 @@
+#include "models/HistoryTrackJson.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace {
+
+HistoryTrack sampleTrack()
+{
+    HistoryTrack track;
+    track.id = QUuid(QStringLiteral("{0a1b2c3d-4e5f-6789-abcd-ef0123456789}"));
+    track.title = QStringLiteral("Caf\u00e9 \"Live\" / Take 2");
+    track.channel = QStringLiteral("Band");
+    track.duration = QStringLiteral("3:32");
+    track.format = AudioFormat::m4a;
+    track.quality = AudioQuality::best;
+    track.filePath = QStringLiteral("/home/a/Music/Song.m4a");
+    track.fileSize = QStringLiteral("4.2 MB");
+    track.thumbnailUrl = QString();
+    track.completedAt = 785000000.25;
+    track.youtubeUrl = QStringLiteral("https://www.youtube.com/watch?v=abc");
+    return track;
+}
+
+// A valid record as JSON text, with one member replaced (or left out when value is empty).
+QByteArray recordWith(const QByteArray& key, const QByteArray& value)
+{
+    const QList<QPair<QByteArray, QByteArray>> members = {
+        {"id", "\"0A1B2C3D-4E5F-6789-ABCD-EF0123456789\""},
+        {"title", "\"t\""},
+        {"channel", "\"c\""},
+        {"duration", "\"1:00\""},
+        {"format", "\"mp3\""},
+        {"quality", "\"320\""},
+        {"filePath", "\"\\/a.mp3\""},
+        {"fileSize", "\"1 KB\""},
+        {"thumbnailUrl", "\"\""},
+        {"completedAt", "1.5"},
+        {"youtubeUrl", "\"u\""},
+    };
+    QByteArrayList parts;
+    for (const auto& [k, v] : members) {
+        if (k != key)
+            parts << '"' + k + "\":" + v;
+        else if (!value.isEmpty())
+            parts << '"' + k + "\":" + value;
+    }
+    return '{' + parts.join(',') + '}';
+}
+
+QByteArray list(const QByteArray& body)
+{
+    return QByteArray("[") + body + ']';
+}
+
+} // namespace
+
+class TestHistoryJson : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void encodesExactBytes()
+    {
+        QCOMPARE(HistoryTrackJson::encode({}).value(), QByteArray("[]"));
+
+        HistoryTrack second = sampleTrack();
+        second.id = QUuid(QStringLiteral("{ffffffff-0000-0000-0000-00000000000a}"));
+        second.title = QStringLiteral("Tab\there\nLine\\\x01 \u65e5\u672c \U0001F3B5");
+        second.format = AudioFormat::mp3;
+        second.quality = AudioQuality::k320;
+        second.completedAt = 0;
+        const QByteArray expected =
+            "[{\"id\":\"0A1B2C3D-4E5F-6789-ABCD-EF0123456789\","
+            "\"title\":\"Caf\xc3\xa9 \\\"Live\\\" \\/ Take 2\",\"channel\":\"Band\","
+            "\"duration\":\"3:32\",\"format\":\"m4a\",\"quality\":\"0\","
+            "\"filePath\":\"\\/home\\/a\\/Music\\/Song.m4a\",\"fileSize\":\"4.2 MB\","
+            "\"thumbnailUrl\":\"\",\"completedAt\":785000000.25,"
+            "\"youtubeUrl\":\"https:\\/\\/www.youtube.com\\/watch?v=abc\"},"
+            "{\"id\":\"FFFFFFFF-0000-0000-0000-00000000000A\","
+            "\"title\":\"Tab\\there\\nLine\\\\\\u0001 \xe6\x97\xa5\xe6\x9c\xac \xf0\x9f\x8e\xb5\","
+            "\"channel\":\"Band\",\"duration\":\"3:32\",\"format\":\"mp3\",\"quality\":\"320\","
+            "\"filePath\":\"\\/home\\/a\\/Music\\/Song.m4a\",\"fileSize\":\"4.2 MB\","
+            "\"thumbnailUrl\":\"\",\"completedAt\":0,"
+            "\"youtubeUrl\":\"https:\\/\\/www.youtube.com\\/watch?v=abc\"}]";
+        QCOMPARE(HistoryTrackJson::encode({sampleTrack(), second}).value(), expected);
+
+        // Half a surrogate pair has no UTF-8 form; it is written as U+FFFD, as Qt converts it.
+        HistoryTrack broken = sampleTrack();
+        broken.title = QString(QChar(0xD800)) + u'x' + QChar(0xDC00);
+        QVERIFY(HistoryTrackJson::encode({broken})->contains(
+            "\"title\":\"\xef\xbf\xbdx\xef\xbf\xbd\""));
+    }
+
+    void encodesShortestNumber_data()
+    {
+        QTest::addColumn<double>("value");
+        QTest::addColumn<QByteArray>("text");
+        QTest::newRow("integral") << 785000000.0 << QByteArray("785000000");
+        QTest::newRow("fraction") << 785000000.123 << QByteArray("785000000.123");
+        QTest::newRow("third") << 1.0 / 3.0 << QByteArray("0.3333333333333333");
+        QTest::newRow("negative") << -12.5 << QByteArray("-12.5");
+        QTest::newRow("micro") << 785000000.000001 << QByteArray("785000000.000001");
+        QTest::newRow("small") << 0.00025 << QByteArray("0.00025");
+        QTest::newRow("tiny") << 1e-5 << QByteArray("1e-05");
+        QTest::newRow("huge") << 1e20 << QByteArray("1e+20");
+    }
+    void encodesShortestNumber()
+    {
+        QFETCH(double, value);
+        QFETCH(QByteArray, text);
+        HistoryTrack track = sampleTrack();
+        track.completedAt = value;
+        const QByteArray json = HistoryTrackJson::encode({track}).value();
+        QVERIFY2(json.contains(QByteArray(",\"completedAt\":" + text + ",\"youtubeUrl\"")),
+                 json.constData());
+    }
+
+    void refusesNonFiniteDate()
+    {
+        HistoryTrack track = sampleTrack();
+        track.completedAt = std::numeric_limits<double>::quiet_NaN();
+        QVERIFY(!HistoryTrackJson::encode({sampleTrack(), track}));
+        track.completedAt = std::numeric_limits<double>::infinity();
+        QVERIFY(!HistoryTrackJson::encode({track}));
+    }
+
+    void roundTripsBitForBit()
+    {
+        QList<HistoryTrack> tracks;
+        auto* random = QRandomGenerator::global();
+        for (int i = 0; i < 200; ++i) {
+            HistoryTrack track = sampleTrack();
+            track.id = QUuid::createUuid();
+            track.format = AudioFormat::allCases()[i % 5];
+            track.quality = AudioQuality::allCases()[(i / 5) % 5];
+            track.title = QStringLiteral("Song %1 \u00fc/\\\"\u2028").arg(i);
+            track.completedAt = random->generateDouble() * 1e9 - 1e8;
+            tracks << track;
+        }
+        const QByteArray json = HistoryTrackJson::encode(tracks).value();
+        QString error;
+        const auto decoded = HistoryTrackJson::decode(json, &error);
+        QVERIFY2(decoded, qPrintable(error));
+        QCOMPARE(decoded->size(), tracks.size());
+        for (qsizetype i = 0; i < tracks.size(); ++i) {
+            QCOMPARE(decoded->at(i), tracks[i]);
+            QCOMPARE(
+                std::memcmp(&decoded->at(i).completedAt, &tracks[i].completedAt, sizeof(double)),
+                0);
+        }
+        // Decoding from a padded buffer reads the same records in place.
+        QByteArray padded = json;
+        padded.append(QByteArray(HistoryTrackJson::kReadPadding, ' '));
+        const auto inPlace = HistoryTrackJson::decode(
+            QByteArrayView(padded.constData(), json.size()), nullptr, true);
+        QVERIFY(inPlace);
+        QCOMPARE(*inPlace, tracks);
+    }
+
+    void readsWhatOtherWritersProduce()
+    {
+        // Lower-case id, members in another order, plain slashes, \u escapes, an integer date
+        // and members this program does not know.
+        const QByteArray json =
+            "[ {\"youtubeUrl\":\"u\",\"completedAt\":42,\"id\":"
+            "\"0a1b2c3d-4e5f-6789-abcd-ef0123456789\",\"title\":\"Caf\\u00e9\",\"channel\":\"c\","
+            "\"duration\":\"--:--\",\"format\":\"opus\",\"quality\":\"128\",\"filePath\":\"/a/b."
+            "opus\",\"fileSize\":\"--\",\"thumbnailUrl\":\"\",\"extra\":{\"x\":[1,2]}} ]\n";
+        const auto decoded = HistoryTrackJson::decode(json);
+        QVERIFY(decoded);
+        QCOMPARE(decoded->size(), 1);
+        const HistoryTrack& track = decoded->first();
+        QCOMPARE(track.id, sampleTrack().id);
+        QCOMPARE(track.title, QStringLiteral("Caf\u00e9"));
+        QCOMPARE(track.filePath, QStringLiteral("/a/b.opus"));
+        QCOMPARE(track.format, AudioFormat::opus);
+        QCOMPARE(track.quality, AudioQuality::k128);
+        QCOMPARE(track.completedAt, 42.0);
+        QCOMPARE(HistoryTrackJson::decode("[]")->size(), 0);
+    }
+
+    void failsWholeListStrictly_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        const QByteArray good = recordWith({}, {});
+        QTest::newRow("valid baseline is valid") << QByteArray(); // checked in the test body
+        const char* keys[] = {"id",           "title",       "channel",   "duration",
+                              "format",       "quality",     "filePath",  "fileSize",
+                              "thumbnailUrl", "completedAt", "youtubeUrl"};
+        for (const char* key : keys) {
+            QTest::addRow("missing %s", key) << list(good + ',' + recordWith(key, {}));
+            QTest::addRow("null %s", key) << list(recordWith(key, "null"));
+        }
+        for (const char* key : {"title", "channel", "filePath", "thumbnailUrl", "format"})
+            QTest::addRow("number %s", key) << list(recordWith(key, "1"));
+        QTest::newRow("date as text") << list(recordWith("completedAt", "\"1.5\""));
+        QTest::newRow("date as bool") << list(recordWith("completedAt", "true"));
+        QTest::newRow("format upper case") << list(recordWith("format", "\"MP3\""));
+        QTest::newRow("format unknown") << list(recordWith("format", "\"ogg\""));
+        QTest::newRow("quality best") << list(recordWith("quality", "\"best\""));
+        QTest::newRow("quality number") << list(recordWith("quality", "320"));
+        QTest::newRow("id braces")
+            << list(recordWith("id", "\"{0A1B2C3D-4E5F-6789-ABCD-EF0123456789}\""));
+        QTest::newRow("id short") << list(recordWith("id", "\"0A1B2C3D-4E5F\""));
+        QTest::newRow("id not hex")
+            << list(recordWith("id", "\"0A1B2C3D-4E5F-6789-ABCD-EF012345678G\""));
+        QTest::newRow("id no hyphens")
+            << list(recordWith("id", "\"0A1B2C3D04E5F067890ABCD0EF0123456789\""));
+        QTest::newRow("object not array") << good;
+        QTest::newRow("element not object") << QByteArray("[" + good + ",[]]");
+        QTest::newRow("truncated") << QByteArray('[' + good.left(good.size() - 5));
+        QTest::newRow("unclosed array") << QByteArray('[' + good);
+        QTest::newRow("trailing garbage") << QByteArray('[' + good + "]x");
+        QTest::newRow("empty") << QByteArray("");
+        QTest::newRow("whitespace") << QByteArray("  \n");
+        QTest::newRow("invalid UTF-8") << list(recordWith("title", "\"bad \xc3\x28 byte\""));
+        QTest::newRow("raw 0xFF byte") << list(recordWith("channel", "\"\xff\""));
+        QTest::newRow("binary noise") << QByteArray("\x00\x01[{\x80\x81\"", 7);
+    }
+    void failsWholeListStrictly()
+    {
+        QFETCH(QByteArray, json);
+        if (json.isNull()) {
+            QVERIFY(HistoryTrackJson::decode(list(recordWith({}, {}))));
+            return;
+        }
+        QString error;
+        QVERIFY(!HistoryTrackJson::decode(json, &error));
+        QVERIFY(!error.isEmpty());
+    }
+
+    void namesTheFirstFault()
+    {
+        QString error;
+        const QByteArray json = list(recordWith({}, {}) + ',' + recordWith("thumbnailUrl", {}));
+        QVERIFY(!HistoryTrackJson::decode(json, &error));
+        QCOMPARE(error, QStringLiteral("record 2: missing \"thumbnailUrl\""));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestHistoryJson)
+#include "tst_historyjson.moc"

@@ -1,0 +1,444 @@
+#include "services/AudioPlayerService.h"
+#include "services/HistoryStore.h"
+#include "views/ArtworkCache.h"
+#include "views/HistoryView.h"
+#include "views/LibraryListModel.h"
+#include "views/TrackDelegate.h"
+#include "views/TrackListView.h"
+
+#include <QAbstractItemModelTester>
+#include <QAccessible>
+#include <QBuffer>
+#include <QClipboard>
+#include <QDataStream>
+#include <QFile>
+#include <QHttpServer>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+HistoryTrack makeTrack(const QString& title, const QString& channel, AudioFormat format,
+                       const QString& filePath = {})
+{
+    // The store keeps one record per file.
+    static int serial = 0;
+    if (filePath.isEmpty())
+        return makeTrack(title, channel, format,
+                         u"/music/song" + QString::number(++serial) + u".mp3");
+    return HistoryTrack{QUuid::createUuid(),
+                        title,
+                        channel,
+                        QStringLiteral("3:32"),
+                        format,
+                        AudioQuality::k256,
+                        filePath,
+                        QStringLiteral("4.2 MB"),
+                        QString(),
+                        HistoryTrack::now(),
+                        QStringLiteral("https://youtu.be/abc")};
+}
+
+QStringList shownTitles(const LibraryListModel& model)
+{
+    QStringList titles;
+    for (int row = 0; row < model.rowCount(); ++row)
+        titles << model.trackAt(row).title;
+    return titles;
+}
+
+QAction* actionNamed(QMenu* menu, const QString& text)
+{
+    for (QAction* action : menu->actions()) {
+        if (action->text() == text)
+            return action;
+    }
+    return nullptr;
+}
+} // namespace
+
+class TestHistoryView : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<HistoryStore> m_history;
+    std::unique_ptr<AudioPlayerService> m_player;
+    std::unique_ptr<ArtworkCache> m_artwork;
+    std::unique_ptr<HistoryView> m_view;
+
+    // One second of silence, so the player has a real file to play.
+    QString writeSilence()
+    {
+        const QString path = m_dir->filePath(QStringLiteral("silence.wav"));
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly))
+            return path;
+        const quint32 rate = 8000;
+        const QByteArray samples(int(rate), char(0x80));
+        QDataStream out(&file);
+        out.setByteOrder(QDataStream::LittleEndian);
+        out.writeRawData("RIFF", 4);
+        out << quint32(36 + samples.size());
+        out.writeRawData("WAVEfmt ", 8);
+        out << quint32(16) << quint16(1) << quint16(1) << rate << rate << quint16(1) << quint16(8);
+        out.writeRawData("data", 4);
+        out << quint32(samples.size());
+        out.writeRawData(samples.constData(), int(samples.size()));
+        return path;
+    }
+
+    void addLibrary()
+    {
+        // Added oldest first; the store keeps the newest on top.
+        m_history->addTrack(makeTrack(QStringLiteral("Only In Path"), QStringLiteral("Someone"),
+                                      AudioFormat::wav, QStringLiteral("/music/beat/only.wav")));
+        m_history->addTrack(makeTrack(QStringLiteral("Quiet Piano"), QStringLiteral("Beatmaker"),
+                                      AudioFormat::flac));
+        m_history->addTrack(
+            makeTrack(QStringLiteral("Upbeat Morning"), QStringLiteral("Radio"), AudioFormat::m4a));
+        m_history->addTrack(makeTrack(QStringLiteral("LOFI BEATS"), QStringLiteral("Chill"),
+                                      AudioFormat::mp3, writeSilence()));
+    }
+
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        QVERIFY(m_dir->isValid());
+        m_history = std::make_unique<HistoryStore>(m_dir->filePath(QStringLiteral("lib")));
+        m_player = std::make_unique<AudioPlayerService>();
+        m_artwork = std::make_unique<ArtworkCache>(m_dir->filePath(QStringLiteral("art")));
+        m_view = std::make_unique<HistoryView>(*m_history, *m_player, *m_artwork);
+        m_view->resize(880, 600);
+    }
+
+    void cleanup()
+    {
+        m_view.reset();
+        m_artwork.reset();
+        m_player.reset();
+        m_history->waitForSaves();
+        m_history.reset();
+        m_dir.reset();
+    }
+
+    void filterAndSearch_data()
+    {
+        QTest::addColumn<QString>("search");
+        QTest::addColumn<QString>("filter");
+        QTest::addColumn<QStringList>("titles");
+        const QStringList all{QStringLiteral("LOFI BEATS"), QStringLiteral("Upbeat Morning"),
+                              QStringLiteral("Quiet Piano"), QStringLiteral("Only In Path")};
+        QTest::newRow("nothing") << QString() << QStringLiteral("All") << all;
+        // Lower case finds capitals, a word inside a longer one and a channel; never a path.
+        QTest::newRow("beat") << QStringLiteral("beat") << QStringLiteral("All")
+                              << QStringList{all[0], all[1], all[2]};
+        QTest::newRow("channel only")
+            << QStringLiteral("radio") << QStringLiteral("All") << QStringList{all[1]};
+        QTest::newRow("not trimmed")
+            << QStringLiteral("beat ") << QStringLiteral("All") << QStringList{all[1]};
+        QTest::newRow("M4A") << QString() << QStringLiteral("M4A") << QStringList{all[1]};
+        QTest::newRow("beat FLAC")
+            << QStringLiteral("Beat") << QStringLiteral("FLAC") << QStringList{all[2]};
+        QTest::newRow("path only")
+            << QStringLiteral("only.wav") << QStringLiteral("All") << QStringList();
+    }
+    void filterAndSearch()
+    {
+        QFETCH(QString, search);
+        QFETCH(QString, filter);
+        QFETCH(QStringList, titles);
+        addLibrary();
+        QAbstractItemModelTester tester(m_view->model());
+        m_view->setSelectedFilter(filter);
+        // Typed one key at a time, as the narrowing path sees it.
+        for (qsizetype length = 1; length <= search.size(); ++length)
+            m_view->setSearchText(search.left(length));
+        QCOMPARE(shownTitles(*m_view->model()), titles);
+        QCOMPARE(m_view->content(),
+                 titles.isEmpty() ? HistoryView::Content::noMatch : HistoryView::Content::list);
+        // Deleting back to a shorter text widens the list again.
+        m_view->setSearchText(QString());
+        m_view->setSelectedFilter(QStringLiteral("All"));
+        QCOMPARE(m_view->model()->rowCount(), 4);
+    }
+
+    void emptyLibraryIgnoresSearch()
+    {
+        m_view->show();
+        m_view->setSearchText(QStringLiteral("anything"));
+        QCOMPARE(m_view->content(), HistoryView::Content::empty);
+        QVERIFY(!m_view->clearAllButton()->isVisible());
+        QVERIFY(m_view->clearSearchButton()->isVisible());
+        m_history->addTrack(
+            makeTrack(QStringLiteral("New"), QStringLiteral("C"), AudioFormat::mp3));
+        QVERIFY(m_view->clearAllButton()->isVisible());
+        QCOMPARE(m_view->content(), HistoryView::Content::noMatch);
+        QTest::mouseClick(m_view->clearSearchButton(), Qt::LeftButton);
+        QCOMPARE(m_view->searchField()->text(), QString());
+        QCOMPARE(m_view->content(), HistoryView::Content::list);
+    }
+
+    void formatMenuAndReset()
+    {
+        addLibrary();
+        m_view->show();
+        QMenu* menu = m_view->formatButton()->menu();
+        QStringList items;
+        for (QAction* action : menu->actions())
+            items << (action->isSeparator() ? QStringLiteral("-") : action->text());
+        QCOMPARE(items, (QStringList{u"All Formats"_s, u"-"_s, u"MP3"_s, u"M4A / AAC"_s,
+                                     u"FLAC (Lossless)"_s, u"WAV"_s, u"OPUS"_s}));
+        QCOMPARE(m_view->formatButton()->text(), QStringLiteral("All Formats"));
+        actionNamed(menu, QStringLiteral("M4A / AAC"))->trigger();
+        QCOMPARE(m_view->formatButton()->text(), QStringLiteral("M4A"));
+        QCOMPARE(shownTitles(*m_view->model()), QStringList{u"Upbeat Morning"_s});
+
+        actionNamed(menu, QStringLiteral("FLAC (Lossless)"))->trigger();
+        QTest::keyClicks(m_view->searchField(), QStringLiteral("zzz"));
+        QCOMPARE(m_view->content(), HistoryView::Content::noMatch);
+        QVERIFY(m_view->resetFiltersButton()->isVisible());
+        QTest::mouseClick(m_view->resetFiltersButton(), Qt::LeftButton);
+        QCOMPARE(m_view->content(), HistoryView::Content::list);
+        QCOMPARE(m_view->model()->rowCount(), 4);
+        QCOMPARE(m_view->formatButton()->text(), QStringLiteral("All Formats"));
+        QCOMPARE(m_view->searchField()->text(), QString());
+    }
+
+    void badgesPerFormat_data()
+    {
+        QTest::addColumn<AudioFormat>("format");
+        QTest::addColumn<bool>("qualityBadge");
+        QTest::newRow("mp3") << AudioFormat(AudioFormat::mp3) << true;
+        QTest::newRow("m4a") << AudioFormat(AudioFormat::m4a) << true;
+        QTest::newRow("opus") << AudioFormat(AudioFormat::opus) << true;
+        QTest::newRow("flac") << AudioFormat(AudioFormat::flac) << false;
+        QTest::newRow("wav") << AudioFormat(AudioFormat::wav) << false;
+    }
+    void badgesPerFormat()
+    {
+        QFETCH(AudioFormat, format);
+        QFETCH(bool, qualityBadge);
+        const HistoryTrack track = makeTrack(QStringLiteral("T"), QStringLiteral("C"), format);
+        const auto g = TrackDelegate::geometry(QRect(0, 0, 800, TrackDelegate::kRowHeight), track);
+        QCOMPARE(!g.qualityBadge.isNull(), qualityBadge);
+        // The parts never overlap, left to right.
+        QVERIFY(g.artwork.right() < g.text.left());
+        QVERIFY(g.text.right() < g.formatBadge.left());
+        if (qualityBadge)
+            QVERIFY(g.formatBadge.right() < g.qualityBadge.left());
+        QVERIFY(std::max(g.formatBadge.right(), g.qualityBadge.right()) < g.sizeColumn.left());
+        QVERIFY(g.sizeColumn.right() < g.folderButton.left());
+        QVERIFY(g.folderButton.right() < g.trashButton.left());
+        QVERIFY(g.artwork.contains(g.playButton));
+    }
+
+    void trashAsksFirst()
+    {
+        addLibrary();
+        m_view->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
+        QListView* list = m_view->listView();
+        const QRect rowRect = list->visualRect(m_view->model()->index(1, 0));
+        const auto g = TrackDelegate::geometry(rowRect, m_view->model()->trackAt(1));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, g.trashButton.center());
+        QMessageBox* box = m_view->deleteConfirmation();
+        QVERIFY(box);
+        QCOMPARE(box->windowTitle(), QStringLiteral("Delete Track from Library?"));
+        QCOMPARE(box->informativeText(),
+                 QStringLiteral("Remove \"Upbeat Morning\" from your library history?"));
+        QCOMPARE(m_view->trackToDelete()->title, QStringLiteral("Upbeat Morning"));
+        QPushButton* cancel = nullptr;
+        QPushButton* remove = nullptr;
+        for (QAbstractButton* button : box->buttons()) {
+            if (button->text() == u"Cancel")
+                cancel = qobject_cast<QPushButton*>(button);
+            if (button->text() == u"Remove")
+                remove = qobject_cast<QPushButton*>(button);
+        }
+        QVERIFY(cancel && remove);
+        QCOMPARE(box->buttonRole(remove), QMessageBox::DestructiveRole);
+        cancel->click();
+        QVERIFY(!m_view->trackToDelete());
+        QCOMPARE(m_history->tracks().size(), 4);
+
+        m_view->requestRemoval(m_view->model()->trackAt(1));
+        box = m_view->deleteConfirmation();
+        for (QAbstractButton* button : box->buttons()) {
+            if (button->text() == u"Remove")
+                button->click();
+        }
+        QVERIFY(!m_view->trackToDelete());
+        QCOMPARE(shownTitles(*m_view->model()),
+                 (QStringList{u"LOFI BEATS"_s, u"Quiet Piano"_s, u"Only In Path"_s}));
+    }
+
+    void clearAllAsksFirst()
+    {
+        addLibrary();
+        m_view->show();
+        const HistoryTrack playing = m_history->tracks().first();
+        QTest::mouseClick(m_view->clearAllButton(), Qt::LeftButton);
+        QMessageBox* box = m_view->clearAllConfirmation();
+        QVERIFY(box);
+        QCOMPARE(box->windowTitle(), QStringLiteral("Clear Download History?"));
+        QCOMPARE(box->informativeText(),
+                 QStringLiteral("This will remove all tracks from your library list. Your "
+                                "downloaded audio files will remain in your folders."));
+        QStringList buttons;
+        for (QAbstractButton* button : box->buttons())
+            buttons << button->text();
+        buttons.sort();
+        QCOMPARE(buttons, (QStringList{u"Cancel"_s, u"Clear All"_s}));
+        box->reject();
+        QVERIFY(!m_view->showClearAllAlert());
+        QCOMPARE(m_history->tracks().size(), 4);
+
+        m_view->requestClearAll();
+        for (QAbstractButton* button : m_view->clearAllConfirmation()->buttons()) {
+            if (button->text() == u"Clear All")
+                button->click();
+        }
+        QVERIFY(m_history->tracks().isEmpty());
+        QCOMPARE(m_view->content(), HistoryView::Content::empty);
+        QVERIFY(!m_view->clearAllButton()->isVisible());
+    }
+
+    void contextMenu()
+    {
+        addLibrary();
+        std::unique_ptr<QMenu> menu(m_view->contextMenuFor(0));
+        QStringList items;
+        for (QAction* action : menu->actions())
+            items << (action->isSeparator() ? QStringLiteral("-") : action->text());
+        QCOMPARE(items, (QStringList{u"Play Track"_s, u"Show in Folder"_s,
+                                     u"Open in Default Player"_s, u"-"_s, u"Copy File Path"_s,
+                                     u"Copy YouTube Link"_s, u"-"_s, u"Remove from Library"_s}));
+
+        // Copying replaces whatever the clipboard held, rich text included.
+        auto* rich = new QMimeData;
+        rich->setHtml(QStringLiteral("<b>old</b>"));
+        rich->setText(QStringLiteral("old"));
+        QGuiApplication::clipboard()->setMimeData(rich);
+        actionNamed(menu.get(), QStringLiteral("Copy File Path"))->trigger();
+        const QMimeData* now = QGuiApplication::clipboard()->mimeData();
+        QCOMPARE(now->text(), m_view->model()->trackAt(0).filePath);
+        QVERIFY(!now->hasHtml());
+        actionNamed(menu.get(), QStringLiteral("Copy YouTube Link"))->trigger();
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("https://youtu.be/abc"));
+
+        // Removing from the menu does not ask.
+        actionNamed(menu.get(), QStringLiteral("Remove from Library"))->trigger();
+        QVERIFY(!m_view->deleteConfirmation());
+        QCOMPARE(m_view->model()->rowCount(), 3);
+        QCOMPARE(m_view->model()->trackAt(0).title, QStringLiteral("Upbeat Morning"));
+    }
+
+    void playingStateAndRemovalKeepPlayback()
+    {
+        addLibrary();
+        const HistoryTrack first = m_history->tracks().first();
+        QVERIFY(!m_view->model()->index(0).data(LibraryListModel::IsPlayingRole).toBool());
+        QSignalSpy changed(m_view->model(), &QAbstractItemModel::dataChanged);
+        m_player->play(first);
+        QVERIFY(m_player->isPlaying());
+        QVERIFY(!changed.isEmpty());
+        QVERIFY(m_view->model()->index(0).data(LibraryListModel::IsPlayingRole).toBool());
+        QVERIFY(!m_view->model()->index(1).data(LibraryListModel::IsPlayingRole).toBool());
+        QCOMPARE(m_view->listView()->rowActionNames(0).first(), TrackListView::pauseAction());
+
+        // Taking the record out of the library, or clearing it, leaves the player alone.
+        std::unique_ptr<QMenu>(m_view->contextMenuFor(0))->actions().constLast()->trigger();
+        QCOMPARE(m_view->model()->rowCount(), 3);
+        m_history->clearAll();
+        QVERIFY(m_player->isPlaying());
+        QCOMPARE(m_player->currentTrack()->id, first.id);
+        m_player->stop();
+    }
+
+    void accessibleRows()
+    {
+        addLibrary();
+        m_view->show();
+        QAccessibleInterface* list = QAccessible::queryAccessibleInterface(m_view->listView());
+        QVERIFY(list);
+        QCOMPARE(list->childCount(), 4);
+        QAccessibleInterface* row = list->child(2);
+        QCOMPARE(row->text(QAccessible::Name), QStringLiteral("Quiet Piano"));
+        QVERIFY(row->text(QAccessible::Description).startsWith(u"Beatmaker, 3:32, FLAC"));
+        QAccessibleActionInterface* actions = row->actionInterface();
+        QVERIFY(actions);
+        QCOMPARE(actions->actionNames(),
+                 (QStringList{u"Play"_s, u"Show in Folder"_s, u"Remove from Library"_s}));
+        actions->doAction(QStringLiteral("Remove from Library"));
+        QVERIFY(m_view->deleteConfirmation());
+        QCOMPARE(m_view->trackToDelete()->title, QStringLiteral("Quiet Piano"));
+        m_view->deleteConfirmation()->reject();
+
+        const QList<QWidget*> controls{m_view->searchField(), m_view->formatButton(),
+                                       m_view->clearAllButton(), m_view->clearSearchButton()};
+        for (QWidget* control : controls) {
+            QAccessibleInterface* face = QAccessible::queryAccessibleInterface(control);
+            QVERIFY2(!face->text(QAccessible::Name).isEmpty(), control->metaObject()->className());
+        }
+    }
+
+    void artwork()
+    {
+        QTemporaryDir cacheDir;
+        ArtworkCache cache(cacheDir.path());
+        QVERIFY(cache.hasNoArtwork(QString()));
+        QVERIFY(cache.hasNoArtwork(QStringLiteral("not an address")));
+        QVERIFY(cache.artwork(QStringLiteral("ftp://host/a.jpg"), 48).isNull());
+
+        QImage image(64, 32, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QByteArray png;
+        QBuffer buffer(&png);
+        image.save(&buffer, "PNG");
+        int fetches = 0;
+        QHttpServer server;
+        server.route(QStringLiteral("/art.png"), [&] {
+            ++fetches;
+            QHttpServerResponse response("image/png", png);
+            response.setHeader("Cache-Control", "max-age=3600");
+            return response;
+        });
+        server.route(QStringLiteral("/missing.png"),
+                     [] { return QHttpServerResponse(QHttpServerResponse::StatusCode::NotFound); });
+        const quint16 port = server.listen(QHostAddress::LocalHost);
+        QVERIFY(port);
+        const QString base = u"http://127.0.0.1:" + QString::number(port);
+
+        QSignalSpy ready(&cache, &ArtworkCache::artworkReady);
+        QVERIFY(cache.artwork(base + u"/art.png", 48).isNull());
+        QVERIFY(cache.artwork(base + u"/missing.png", 48).isNull());
+        QTRY_COMPARE(ready.size(), 2);
+        const QPixmap loaded = cache.artwork(base + u"/art.png", 48);
+        QCOMPARE(loaded.size(), QSize(48, 48));
+        QVERIFY(cache.hasNoArtwork(base + u"/missing.png"));
+
+        // A new cache over the same folder (a later visit, a later run) does not fetch again.
+        ArtworkCache later(cacheDir.path());
+        QSignalSpy laterReady(&later, &ArtworkCache::artworkReady);
+        QVERIFY(later.artwork(base + u"/art.png", 48).isNull());
+        QTRY_COMPARE(laterReady.size(), 1);
+        QVERIFY(!later.artwork(base + u"/art.png", 48).isNull());
+        QCOMPARE(fetches, 1);
+    }
+};
+
+QTEST_MAIN(TestHistoryView)
+#include "tst_historyview.moc"

@@ -1,0 +1,113 @@
+#include "models/LibraryFilter.h"
+#include "models/LibrarySearchIndex.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+namespace {
+
+HistoryTrack record(const QString& title, const QString& channel, AudioFormat format,
+                    const QString& filePath = QStringLiteral("/music/x.mp3"))
+{
+    HistoryTrack t;
+    t.id = QUuid::createUuid();
+    t.title = title;
+    t.channel = channel;
+    t.format = format;
+    t.filePath = filePath;
+    return t;
+}
+
+const QList<HistoryTrack>& library()
+{
+    static const QList<HistoryTrack> tracks = {
+        record(u"LIVE at the Arena"_qs, u"Band"_qs, AudioFormat::mp3),
+        record(u"Deliverance"_qs, u"Other"_qs, AudioFormat::m4a),
+        record(u"Quiet Song"_qs, u"Live Nation"_qs, AudioFormat::flac),
+        record(u"Studio Take"_qs, u"Band"_qs, AudioFormat::mp3, u"/music/live/take.mp3"_qs),
+        record(u"Caf\u00e9 Session"_qs, u"\u00c9cole"_qs, AudioFormat::opus),
+        record(u"Rock"_qs, u"Band"_qs, AudioFormat::wav),
+        record(u"Rock Song"_qs, u"Band"_qs, AudioFormat::m4a),
+    };
+    return tracks;
+}
+
+QList<int> positions(const QList<HistoryTrack>& found)
+{
+    QList<int> out;
+    for (const HistoryTrack& t : found)
+        out << static_cast<int>(library().indexOf(t));
+    return out;
+}
+
+} // namespace
+
+class TestLibraryFilter : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void filters_data()
+    {
+        QTest::addColumn<QString>("search");
+        QTest::addColumn<QString>("filter");
+        QTest::addColumn<QList<int>>("expected");
+        // "live" in capitals, inside a longer word, in a channel only; only in a path: no.
+        QTest::newRow("lower case finds any case")
+            << u"live"_qs << u"All"_qs << QList<int>{0, 1, 2};
+        QTest::newRow("upper case search") << u"LiVe"_qs << u"All"_qs << QList<int>{0, 1, 2};
+        QTest::newRow("empty search") << QString() << u"All"_qs << QList<int>{0, 1, 2, 3, 4, 5, 6};
+        QTest::newRow("format only") << QString() << u"M4A"_qs << QList<int>{1, 6};
+        QTest::newRow("search and format") << u"live"_qs << u"MP3"_qs << QList<int>{0};
+        QTest::newRow("menu text is not a filter") << QString() << u"M4A / AAC"_qs << QList<int>{};
+        QTest::newRow("lower-case filter") << QString() << u"mp3"_qs << QList<int>{};
+        QTest::newRow("no match") << u"zzz"_qs << u"FLAC"_qs << QList<int>{};
+        QTest::newRow("search is not trimmed") << u"rock "_qs << u"All"_qs << QList<int>{6};
+        QTest::newRow("accented capital") << u"CAF\u00c9"_qs << u"All"_qs << QList<int>{4};
+        QTest::newRow("decomposed accent") << u"e\u0301cole"_qs << u"All"_qs << QList<int>{4};
+        QTest::newRow("not across title and channel")
+            << u"arenaband"_qs << u"All"_qs << QList<int>{};
+        QTest::newRow("whole channel") << u"band"_qs << u"WAV"_qs << QList<int>{5};
+    }
+    void filters()
+    {
+        QFETCH(QString, search);
+        QFETCH(QString, filter);
+        QFETCH(QList<int>, expected);
+        QCOMPARE(positions(filteredTracks(library(), search, filter)), expected);
+        const LibrarySearchIndex index(library());
+        QList<int> indexed;
+        for (qsizetype i : index.matches(search, filter))
+            indexed << static_cast<int>(i);
+        QCOMPARE(indexed, expected);
+    }
+
+    // The index must agree with the plain filter on any library and any search.
+    void indexAgreesWithFilter()
+    {
+        const QString alphabet = u"abAB \u00e9\u00c9e\u0301-"_qs;
+        auto* random = QRandomGenerator::global();
+        const auto randomText = [&](int maxLength) {
+            QString text;
+            for (int n = random->bounded(maxLength + 1); n > 0; --n)
+                text += alphabet[random->bounded(alphabet.size())];
+            return text;
+        };
+        QList<HistoryTrack> tracks;
+        for (int i = 0; i < 300; ++i)
+            tracks << record(randomText(8), randomText(4), AudioFormat::allCases()[i % 5]);
+        const LibrarySearchIndex index(tracks);
+        const QStringList filters = {u"All"_qs, u"MP3"_qs, u"OPUS"_qs};
+        for (int round = 0; round < 400; ++round) {
+            const QString search = randomText(3);
+            const QString filter = filters[round % 3];
+            QList<HistoryTrack> viaIndex;
+            for (qsizetype i : index.matches(search, filter))
+                viaIndex << tracks[i];
+            QCOMPARE(viaIndex, filteredTracks(tracks, search, filter));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLibraryFilter)
+#include "tst_libraryfilter.moc"
