@@ -89,7 +89,7 @@ QLabel* symbolText(const QString& symbolName, const QColor& color, int pixelSize
 
 } // namespace
 
-ConverterView::ConverterView(Services& services, DesktopServices* desktop, QWidget* parent)
+ConverterView::ConverterView(const Services& services, DesktopServices* desktop, QWidget* parent)
     : QWidget(parent)
     , m_services(services)
     , m_desktop(desktop ? *desktop : DesktopServices::system())

@@ -50,7 +50,7 @@ QPushButton* smallButton(const QString& text, QWidget* parent)
 
 } // namespace
 
-SettingsView::SettingsView(Services& services, QWidget* parent)
+SettingsView::SettingsView(const Services& services, QWidget* parent)
     : QWidget(parent)
     , m_services(services)
 {
