@@ -1,5 +1,8 @@
 #include "views/ScreenFactory.h"
 
+#include "views/ConverterView.h"
+#include "views/SettingsView.h"
+
 #include <QLabel>
 
 namespace {
@@ -35,7 +38,7 @@ QWidget* ScreenFactory::create(NavigationItem item, QWidget* parent) const
 
 QWidget* ScreenFactory::converter(QWidget* parent) const
 {
-    return placeholder(NavigationItem::convert, parent);
+    return new ConverterView(m_services, nullptr, parent);
 }
 
 QWidget* ScreenFactory::batch(QWidget* parent) const
@@ -50,5 +53,5 @@ QWidget* ScreenFactory::library(QWidget* parent) const
 
 QWidget* ScreenFactory::settings(QWidget* parent) const
 {
-    return placeholder(NavigationItem::settings, parent);
+    return new SettingsView(m_services, parent);
 }
