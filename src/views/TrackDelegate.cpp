@@ -1,8 +1,8 @@
 #include "TrackDelegate.h"
 
 #include "ArtworkCache.h"
+#include "DesktopTexts.h"
 #include "LibraryListModel.h"
-#include "LibraryTexts.h"
 #include "PaintHelpers.h"
 
 #include <QAbstractItemView>
@@ -26,6 +26,8 @@ constexpr int kPlayCircle = 28;
 constexpr int kSizeColumn = 75;
 constexpr int kActionButton = 18;
 constexpr int kActionSpacing = 8;
+
+const QString kRemoveTip = QStringLiteral("Remove from library");
 
 QRect badgeRect(const QString& text, const QFont& font, int left, int centreY)
 {
@@ -252,9 +254,9 @@ bool TrackDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
         const Geometry g = geometry(option.rect, track);
         QString tip;
         if (g.folderButton.contains(event->pos()))
-            tip = LibraryTexts::showInFolder;
+            tip = DesktopTexts::kShowInFolder;
         else if (g.trashButton.contains(event->pos()))
-            tip = LibraryTexts::removeFromLibraryTip;
+            tip = kRemoveTip;
         if (!tip.isEmpty()) {
             QToolTip::showText(event->globalPos(), tip, view);
             return true;

@@ -1,0 +1,447 @@
+#include "platform/ByteCountFormatter.h"
+#include "services/DependencyManager.h"
+#include "services/DownloadEngine.h"
+#include "services/HistoryStore.h"
+#include "support/EngineFixture.h"
+#include "support/TestSupport.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTest>
+
+namespace {
+
+// Shell lines that set $tools to the stand-in's folder and $dest to the folder of "-o".
+const QByteArray kPrelude =
+    "tools=\"$(dirname \"$0\")\"\n"
+    "out=; prev=; for a in \"$@\"; do [ \"$prev\" = \"-o\" ] && out=\"$a\"; "
+    "prev=\"$a\"; done\n"
+    "dest=\"$(dirname \"$out\")\"\n";
+
+// JSON written with single quotes, for readability.
+QByteArray quoted(const char* text)
+{
+    return QByteArray(text).replace('\'', '"');
+}
+
+EngineFixture::Options standIn(const QByteArray& body)
+{
+    return {.standInScript = kPrelude + body};
+}
+
+} // namespace
+
+// What the real tool cannot be made to do on demand: chosen exit codes, undecodable and
+// enormous output, a tool that never ends, runs that name no file, and a tool that cannot run.
+class TestEngineStandins : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void failures_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("warning then error")
+            << QByteArray("echo 'PROGRESS:: 5.0%::1KiB/s::00:09::1MiB'\n"
+                          "printf 'WARNING: slow network\\nERROR: [youtube] abc: Video "
+                          "unavailable\\n' >&2\nexit 1")
+            << QStringLiteral("[youtube] abc: Video unavailable");
+        QTest::newRow("error stream not UTF-8")
+            << QByteArray("printf 'ERROR: \\377\\376 broken\\n' >&2\nexit 7")
+            << QStringLiteral("Download failed with exit code 7");
+        QTest::newRow("silent failure")
+            << QByteArray("exit 2") << QStringLiteral("Unknown extraction error");
+        QTest::newRow("no marker keeps the text")
+            << QByteArray("printf 'Killed\\n' >&2\nexit 137") << QStringLiteral("Killed\n");
+        QTest::newRow("error after a flood of warnings")
+            << QByteArray("yes 'WARNING: noise noise noise noise noise' | head -n 80000 >&2\n"
+                          "echo 'ERROR: the real reason' >&2\nexit 1")
+            << QStringLiteral("the real reason");
+    }
+    void failures()
+    {
+        QFETCH(QByteArray, script);
+        QFETCH(QString, error);
+        EngineFixture fixture(standIn(script));
+        QVERIFY(fixture.isReady());
+        DownloadEngine& engine = fixture.engine();
+        engine.startExtraction(QStringLiteral("https://example.com/v"), std::nullopt, std::nullopt,
+                               std::nullopt, fixture.completionHandler());
+        QVERIFY(fixture.waitForEnd());
+        QCOMPARE(engine.currentStatus(), DownloadStatus::failed(error));
+        QVERIFY(!engine.activeProcess());
+        QVERIFY(!engine.lastDownloadedFile());
+        QCOMPARE(engine.currentUrl(), QStringLiteral("https://example.com/v"));
+        QVERIFY(fixture.history().tracks().isEmpty());
+        QVERIFY(fixture.completions().isEmpty());
+    }
+
+    // Megabytes on both streams at once: the tool never stalls on a full pipe.
+    void floodOnBothStreams()
+    {
+        EngineFixture fixture(standIn(
+            "yes 'WARNING: noise on the error stream' | head -c 4000000 >&2 &\n"
+            "i=0; while [ $i -lt 200 ]; do echo \"PROGRESS:: $i.0%::1.00MiB/s::00:01::5.00MiB\"; "
+            "i=$((i+1)); done\n"
+            "yes '[download] chatter that means nothing' | head -c 8000000\n"
+            "wait\n"
+            "echo \"[ExtractAudio] Destination: $dest/Flood.mp3\"\n"
+            "head -c 5000 /dev/zero > \"$dest/Flood.mp3\"\n"));
+        QVERIFY(fixture.isReady());
+        DownloadEngine& engine = fixture.engine();
+        engine.startExtraction(QStringLiteral("https://example.com/flood"));
+        QVERIFY(fixture.waitForEnd(120000));
+        const QString file = fixture.downloadsPath() + QStringLiteral("/Flood.mp3");
+        QCOMPARE(engine.currentStatus(), DownloadStatus::completed(file));
+        // Progress above 100 % is held at 1; every distinct line was published in order.
+        int downloading = 0;
+        double last = -1;
+        for (const DownloadStatus& status : fixture.statuses()) {
+            if (status.kind() != DownloadStatus::Kind::downloading)
+                continue;
+            QVERIFY(status.progress() >= last);
+            last = status.progress();
+            ++downloading;
+        }
+        QCOMPARE(last, 1.0);
+        QVERIFY2(downloading >= 100, qPrintable(QString::number(downloading)));
+        QCOMPARE(fixture.history().tracks().first().fileSize, QStringLiteral("5 KB"));
+    }
+
+    void locatingTheFile_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::addColumn<QString>("expectedName"); // empty: no file found
+        QTest::newRow("newest by date, upper-case extension")
+            << QByteArray("printf 'b' > \"$dest/b.mp3\"; touch -d '2020-01-01' \"$dest/b.mp3\"\n"
+                          "printf 'aaaa' > \"$dest/A.MP3\"; touch -d '2024-01-01' \"$dest/A.MP3\"\n"
+                          "printf 'c' > \"$dest/c.m4a\"; touch -d '2025-01-01' \"$dest/c.m4a\"\n"
+                          "printf 'h' > \"$dest/.h.mp3\"; touch -d '2026-01-01' \"$dest/.h.mp3\"\n")
+            << QStringLiteral("A.MP3");
+        QTest::newRow("announced file gone")
+            << QByteArray("echo \"[ExtractAudio] Destination: $dest/Gone.mp3\"\n"
+                          "printf 'real' > \"$dest/Real.mp3\"\n")
+            << QStringLiteral("Real.mp3");
+        QTest::newRow("announced file wins over a newer one")
+            << QByteArray("echo \"[download] Destination: $dest/My.Song.webm\"\n"
+                          "echo \"[ExtractAudio] Destination: $dest/My.Song.mp3\"\n"
+                          "printf 'mine' > \"$dest/My.Song.mp3\"; touch -d '2020-01-01' "
+                          "\"$dest/My.Song.mp3\"\n"
+                          "printf 'other' > \"$dest/Other.mp3\"\n")
+            << QStringLiteral("My.Song.mp3");
+        QTest::newRow("predicted from the download")
+            << QByteArray("echo \"[download] Destination: $dest/Clip.webm\"\n"
+                          "printf 'clip' > \"$dest/Clip.mp3\"\nprintf 'x' > \"$dest/Zed.mp3\"\n")
+            << QStringLiteral("Clip.mp3");
+        QTest::newRow("no file at all") << QByteArray("echo done") << QString();
+    }
+    void locatingTheFile()
+    {
+        QFETCH(QByteArray, script);
+        QFETCH(QString, expectedName);
+        EngineFixture fixture(standIn(script));
+        QVERIFY(fixture.isReady());
+        DownloadEngine& engine = fixture.engine();
+        const QString link = QStringLiteral("https://example.com/watch?v=1");
+        engine.startExtraction(QStringLiteral(" ") + link, AudioFormat::mp3, AudioQuality::k256,
+                               std::nullopt, fixture.completionHandler());
+        QVERIFY(fixture.waitForEnd());
+        QCOMPARE(fixture.completions().size(), 1);
+        const HistoryTrack record = fixture.completions().first();
+        QCOMPARE(fixture.history().tracks().size(), 1);
+        QCOMPARE(fixture.history().tracks().first(), record);
+        QCOMPARE(record.youtubeUrl, link);
+        QCOMPARE(record.channel, QStringLiteral("YouTube"));
+        QCOMPARE(record.duration, QStringLiteral("--:--"));
+        QCOMPARE(record.quality, AudioQuality(AudioQuality::k256));
+        QVERIFY(record.thumbnailUrl.isEmpty());
+        if (expectedName.isEmpty()) {
+            QCOMPARE(engine.currentStatus(), DownloadStatus::completed(fixture.downloadsPath()));
+            QVERIFY(!engine.lastDownloadedFile());
+            QCOMPARE(record.title, QStringLiteral("Extracted Audio"));
+            QVERIFY(record.filePath.isEmpty());
+            QCOMPARE(record.fileSize, QStringLiteral("--"));
+            return;
+        }
+        const QString path = fixture.downloadsPath() + QLatin1Char('/') + expectedName;
+        QCOMPARE(engine.currentStatus(), DownloadStatus::completed(path));
+        QCOMPARE(engine.lastDownloadedFile(), std::optional<QString>(path));
+        QCOMPARE(record.filePath, path);
+        QCOMPARE(record.title, expectedName.left(expectedName.lastIndexOf(u'.')));
+        QCOMPARE(record.fileSize, formatByteCount(QFileInfo(path).size()));
+    }
+
+    // A tool that ignores the polite signal, with a child of its own: cancel ends both, takes
+    // the job's partial download away and keeps the user's older files.
+    void cancelANeverEndingTool()
+    {
+        EngineFixture fixture(standIn("echo \"[download] Destination: $dest/Slow Song.webm\"\n"
+                                      "printf 'partial' > \"$dest/Slow Song.webm.part\"\n"
+                                      "\"$tools/fake-ffmpeg\" 1000 &\n"
+                                      "trap '' TERM\n"
+                                      "echo 'PROGRESS:: 12.5%::1.00KiB/s::01:00::1.00MiB'\n"
+                                      "while :; do sleep 1; done\n"));
+        QVERIFY(fixture.isReady());
+        QVERIFY(QFile::link(QStandardPaths::findExecutable(QStringLiteral("sleep")),
+                            fixture.toolsPath() + QStringLiteral("/fake-ffmpeg")));
+        const QString older = fixture.downloadsPath() + QStringLiteral("/Slow Song.mp3");
+        const QString unrelated = fixture.downloadsPath() + QStringLiteral("/Keep Me.webm.part");
+        QVERIFY(TestSupport::writeFile(older, "an earlier rip"));
+        QVERIFY(TestSupport::writeFile(unrelated, "someone else's"));
+        QVERIFY(QProcess::execute(QStringLiteral("touch"),
+                                  {QStringLiteral("-d"), QStringLiteral("2020-01-01"), older}) ==
+                0);
+
+        DownloadEngine& engine = fixture.engine();
+        engine.startExtraction(QStringLiteral("https://example.com/forever"), std::nullopt,
+                               std::nullopt, std::nullopt, fixture.completionHandler());
+        QVERIFY(fixture.waitForKind(DownloadStatus::Kind::downloading));
+        QVERIFY(QTest::qWaitFor([&] { return engine.currentStatus().progress() > 0.1; }, 30000));
+        QVERIFY(QTest::qWaitFor(
+            [&] { return EngineFixture::processesMentioning(fixture.toolsPath()).size() >= 2; },
+            10000));
+
+        engine.cancel();
+        QCOMPARE(engine.currentStatus(), DownloadStatus::idle());
+        QVERIFY(!engine.activeProcess());
+        QVERIFY(QTest::qWaitFor(
+            [&] { return EngineFixture::processesMentioning(fixture.toolsPath()).isEmpty(); },
+            15000));
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                return !QFile::exists(fixture.downloadsPath() +
+                                      QStringLiteral("/Slow Song.webm.part"));
+            },
+            15000));
+        QVERIFY(QFile::exists(older));
+        QVERIFY(QFile::exists(unrelated));
+        QCOMPARE(engine.currentStatus(), DownloadStatus::idle());
+        QVERIFY(fixture.history().tracks().isEmpty());
+        QVERIFY(fixture.completions().isEmpty());
+    }
+
+    // The cancelled job ends late, with a failure of its own, while the next job runs: the
+    // next job's status, process and record are untouched.
+    void cancelThenNewJob()
+    {
+        EngineFixture fixture(
+            standIn("case \"$*\" in *first*)\n"
+                    "  echo 'PROGRESS:: 10.0%::1KiB/s::00:10::1MiB'\n"
+                    "  trap 'sleep 1; echo \"ERROR: the first job fails late\" >&2; exit 1' TERM\n"
+                    "  while :; do sleep 0.1; done;;\n"
+                    "esac\n"
+                    "echo 'PROGRESS:: 50.0%::1KiB/s::00:01::1MiB'\n"
+                    "sleep 3\n"
+                    "echo \"[ExtractAudio] Destination: $dest/Second.mp3\"\n"
+                    "printf 'second' > \"$dest/Second.mp3\"\n"));
+        QVERIFY(fixture.isReady());
+        DownloadEngine& engine = fixture.engine();
+        QList<HistoryTrack> firstCallbacks;
+        engine.startExtraction(QStringLiteral("https://example.com/first"), std::nullopt,
+                               std::nullopt, std::nullopt,
+                               [&](const HistoryTrack& track) { firstCallbacks.append(track); });
+        QVERIFY(QTest::qWaitFor([&] { return engine.currentStatus().progress() > 0; }, 30000));
+        engine.cancel();
+        fixture.clearStatuses();
+        engine.startExtraction(QStringLiteral("https://example.com/second"), std::nullopt,
+                               std::nullopt, std::nullopt, fixture.completionHandler());
+        QProcess* second = engine.activeProcess();
+        QVERIFY(second);
+        QCOMPARE(engine.currentUrl(), QStringLiteral("https://example.com/second"));
+
+        // Long enough for the first job to have ended.
+        QTest::qWait(2000);
+        QCOMPARE(engine.activeProcess(), second);
+        QVERIFY(engine.currentStatus().isBusy());
+        QCOMPARE(engine.currentStatus().progress(), 0.5);
+
+        QVERIFY(fixture.waitForEnd());
+        const QString file = fixture.downloadsPath() + QStringLiteral("/Second.mp3");
+        QCOMPARE(engine.currentStatus(), DownloadStatus::completed(file));
+        for (const DownloadStatus& status : fixture.statuses())
+            QVERIFY(status.kind() != DownloadStatus::Kind::failed &&
+                    status.kind() != DownloadStatus::Kind::idle);
+        QVERIFY(firstCallbacks.isEmpty());
+        QCOMPARE(fixture.completions().size(), 1);
+        QCOMPARE(fixture.history().tracks().size(), 1);
+        QCOMPARE(fixture.history().tracks().first().youtubeUrl,
+                 QStringLiteral("https://example.com/second"));
+        QVERIFY(QFile::exists(file));
+    }
+
+    void unstartableTool()
+    {
+        EngineFixture fixture(standIn("exit 0"));
+        QVERIFY(fixture.isReady());
+        const QString tool = fixture.toolsPath() + QStringLiteral("/yt-dlp");
+        // Found at the check, unusable by the time of the request.
+        QVERIFY(QFile::setPermissions(tool, QFileDevice::ReadOwner | QFileDevice::WriteOwner));
+        DownloadEngine& engine = fixture.engine();
+        engine.startExtraction(QStringLiteral("https://example.com/v"), std::nullopt, std::nullopt,
+                               std::nullopt, fixture.completionHandler());
+        QVERIFY(fixture.waitForEnd());
+        QCOMPARE(engine.currentStatus().kind(), DownloadStatus::Kind::failed);
+        QVERIFY(!engine.currentStatus().error().isEmpty());
+        QVERIFY(!engine.activeProcess());
+        QVERIFY(fixture.history().tracks().isEmpty());
+        QVERIFY(fixture.completions().isEmpty());
+
+        // The engine is free again.
+        QVERIFY(QFile::setPermissions(tool, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                                QFileDevice::ExeOwner));
+        engine.startExtraction(QStringLiteral("https://example.com/v"));
+        QVERIFY(fixture.waitForEnd());
+        QCOMPARE(engine.currentStatus().kind(), DownloadStatus::Kind::completed);
+    }
+
+    void metadata_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<bool>("found");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("channel");
+        QTest::addColumn<qint64>("seconds");
+        QTest::addColumn<QString>("duration");
+        QTest::addColumn<QString>("webpage");
+
+        const QString asked = QStringLiteral("https://example.com/v?x=1");
+        QTest::newRow("everything")
+            << quoted("{'id':'abc','title':'Song','uploader':'Band','channel':'Label',"
+                      "'duration':212.9,'thumbnail':'https://i/t.jpg',"
+                      "'webpage_url':'https://example.com/page'}")
+            << 0 << true << QStringLiteral("Song") << QStringLiteral("Band") << qint64(212)
+            << QStringLiteral("3:32") << QStringLiteral("https://example.com/page");
+        QTest::newRow("channel when uploader is null")
+            << QByteArray(quoted("{'title':'T','uploader':null,'channel':'Chan','duration':3725}"))
+            << 0 << true << QStringLiteral("T") << QStringLiteral("Chan") << qint64(3725)
+            << QStringLiteral("1:02:05") << asked;
+        QTest::newRow("mistyped keys")
+            << QByteArray(
+                   quoted("{'id':12,'title':5,'uploader':[],'duration':'212','thumbnail':1}"))
+            << 0 << true << QStringLiteral("Unknown Title") << QStringLiteral("Unknown Artist")
+            << qint64(0) << QStringLiteral("0:00") << asked;
+        QTest::newRow("top-level array")
+            << QByteArray(quoted("[{'title':'no'}]")) << 0 << false << QString() << QString()
+            << qint64(0) << QString() << QString();
+        QTest::newRow("not JSON") << QByteArray("<html>nope</html>") << 0 << false << QString()
+                                  << QString() << qint64(0) << QString() << QString();
+        QTest::newRow("tool failed")
+            << QByteArray(quoted("{'title':'ignored'}")) << 1 << false << QString() << QString()
+            << qint64(0) << QString() << QString();
+    }
+    void metadata()
+    {
+        QFETCH(QByteArray, json);
+        QFETCH(int, exitCode);
+        QFETCH(bool, found);
+        EngineFixture fixture(standIn("cat \"$tools/dump.json\"\necho 'ERROR: x' >&2\n"
+                                      "exit \"$(cat \"$tools/code\")\""));
+        QVERIFY(fixture.isReady());
+        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/dump.json"), json));
+        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/code"),
+                                       QByteArray::number(exitCode)));
+        DownloadEngine& engine = fixture.engine();
+        std::optional<VideoMetadata> result;
+        bool answered = false;
+        auto done = [&](const std::optional<VideoMetadata>& value) {
+            result = value;
+            answered = true;
+        };
+
+        // A successful fetch first, so that clearing at the start can be seen.
+        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/code"), "0"));
+        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/dump.json"),
+                                       quoted("{'title':'Earlier'}")));
+        engine.fetchMetadata(QStringLiteral("https://example.com/earlier"), done);
+        QVERIFY(QTest::qWaitFor([&] { return answered; }, 30000));
+        QCOMPARE(engine.currentMetadata()->title, QStringLiteral("Earlier"));
+
+        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/dump.json"), json));
+        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/code"),
+                                       QByteArray::number(exitCode)));
+        answered = false;
+        engine.fetchMetadata(QStringLiteral("  https://example.com/v?x=1\n"), done);
+        QVERIFY(engine.isFetchingMetadata());
+        QVERIFY(!engine.currentMetadata());
+        QVERIFY(QTest::qWaitFor([&] { return answered; }, 30000));
+        QVERIFY(!engine.isFetchingMetadata());
+        QCOMPARE(result.has_value(), found);
+        QCOMPARE(engine.currentMetadata(), result);
+        if (!found)
+            return;
+        QFETCH(QString, title);
+        QFETCH(QString, channel);
+        QFETCH(qint64, seconds);
+        QFETCH(QString, duration);
+        QFETCH(QString, webpage);
+        QCOMPARE(result->title, title);
+        QCOMPARE(result->channel, channel);
+        QCOMPARE(result->durationSeconds, seconds);
+        QCOMPARE(result->duration, duration);
+        QCOMPARE(result->webpageUrl, webpage);
+        if (json.contains(quoted("'id':'abc'"))) {
+            QCOMPARE(result->id, QStringLiteral("abc"));
+            QCOMPARE(result->thumbnailUrl, QStringLiteral("https://i/t.jpg"));
+        } else {
+            // A generated UUID in its standard text form.
+            QVERIFY(!QUuid::fromString(result->id).isNull());
+            QCOMPARE(result->id.size(), 36);
+            QVERIFY(result->thumbnailUrl.isEmpty());
+        }
+    }
+
+    // A dump far larger than a pipe holds, with a slow reader on the other end.
+    void largeMetadataDump()
+    {
+        EngineFixture fixture(standIn("cat \"$tools/dump.json\""));
+        QVERIFY(fixture.isReady());
+        QByteArray json = quoted("{'title':'Big','formats':[");
+        for (int i = 0; i < 120000; ++i) {
+            if (i)
+                json += ',';
+            json += quoted("{'format_id':'") + QByteArray::number(i) +
+                    quoted("','url':'https://example.com/very/long/path/to/a/format/stream'}");
+        }
+        json += quoted("],'uploader':'Someone','duration':61}");
+        QVERIFY(json.size() > 8'000'000);
+        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/dump.json"), json));
+        std::optional<VideoMetadata> result;
+        bool answered = false;
+        fixture.engine().fetchMetadata(QStringLiteral("https://example.com/big"),
+                                       [&](const std::optional<VideoMetadata>& value) {
+                                           result = value;
+                                           answered = true;
+                                       });
+        QVERIFY(QTest::qWaitFor([&] { return answered; }, 60000));
+        QVERIFY(result);
+        QCOMPARE(result->title, QStringLiteral("Big"));
+        QCOMPARE(result->channel, QStringLiteral("Someone"));
+        QCOMPARE(result->duration, QStringLiteral("1:01"));
+    }
+
+    // A fetch whose tool cannot start ends with nothing and lowers the flag.
+    void metadataToolUnstartable()
+    {
+        EngineFixture fixture(standIn("exit 0"));
+        QVERIFY(fixture.isReady());
+        QVERIFY(QFile::remove(fixture.toolsPath() + QStringLiteral("/yt-dlp")));
+        bool answered = false;
+        fixture.engine().fetchMetadata(
+            QStringLiteral("https://example.com/v"),
+            [&](const std::optional<VideoMetadata>& value) { answered = !value; });
+        QVERIFY(fixture.engine().isFetchingMetadata());
+        QVERIFY(QTest::qWaitFor([&] { return answered; }, 30000));
+        QVERIFY(!fixture.engine().isFetchingMetadata());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestEngineStandins)
+#include "tst_engine_standins.moc"
