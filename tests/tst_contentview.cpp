@@ -32,6 +32,11 @@
 
 namespace {
 
+bool stripShown(const ContentView& view)
+{
+    return view.miniPlayer() && view.miniPlayer()->isVisible();
+}
+
 // One second of 8 kHz mono 16-bit silence, a file any audio backend can open.
 QByteArray silentWav()
 {
@@ -235,25 +240,32 @@ private slots:
         MainWindow window(*m_services, factory);
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        MiniPlayerView* strip = window.contentView()->miniPlayer();
+        const ContentView& view = *window.contentView();
 
         // Nothing loaded: both commands leave the player stopped and the strip hidden.
         window.contentView()->setFocus();
         QTest::keyClick(&window, Qt::Key_Space);
         QTest::keyClick(&window, Qt::Key_Period, Qt::ControlModifier);
         QVERIFY(!m_player->currentTrack());
-        QVERIFY(!strip->isVisible());
+        QVERIFY(!stripShown(view));
 
         m_player->play(track(QStringLiteral("song")));
         QVERIFY(m_player->currentTrack());
         QVERIFY(m_player->isPlaying());
-        QVERIFY(strip->isVisible());
+        QVERIFY(stripShown(view));
 
         auto* field = window.findChild<QLineEdit*>(QStringLiteral("field"));
         QVERIFY(field);
         field->setFocus();
         QTest::keyClicks(field, QStringLiteral("a b"));
         QCOMPARE(field->text(), QStringLiteral("a b"));
+        QVERIFY(m_player->isPlaying());
+
+        // A focused button takes Space as its own press, as keyboard users expect.
+        SidebarRow* batch = window.contentView()->sidebar()->row(NavigationItem::batch);
+        batch->setFocus();
+        QTest::keyClick(batch, Qt::Key_Space);
+        QCOMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
         QVERIFY(m_player->isPlaying());
 
         window.contentView()->setFocus();
@@ -264,7 +276,7 @@ private slots:
 
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Period, Qt::ControlModifier);
         QVERIFY(!m_player->currentTrack());
-        QVERIFY(!strip->isVisible());
+        QVERIFY(!stripShown(view));
     }
 
     void miniPlayerStrip()
@@ -273,11 +285,11 @@ private slots:
         ContentView view(*m_services, factory);
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
-        MiniPlayerView* strip = view.miniPlayer();
-        QVERIFY(!strip->isVisible());
+        QVERIFY(!stripShown(view));
 
         m_player->play(track(QStringLiteral("Night Drive")));
-        QVERIFY(strip->isVisible());
+        QVERIFY(stripShown(view));
+        MiniPlayerView* strip = view.miniPlayer();
         QVERIFY(!strip->showsArtworkImage());
         QCOMPARE(strip->shownPlaySymbol(), QStringLiteral("pause.fill"));
 
@@ -322,9 +334,16 @@ private slots:
         for (QToolButton* button : strip->findChildren<QToolButton*>())
             if (button->toolTip() == u"Close Player")
                 close = button;
+        // The strip is laid out under the screen before it can be clicked.
+        QTRY_VERIFY(close->mapTo(&view, QPoint(0, 0)).y() > view.height() / 2);
         QTest::mouseClick(close, Qt::LeftButton);
         QVERIFY(!m_player->currentTrack());
-        QVERIFY(!strip->isVisible());
+        QVERIFY(!stripShown(view));
+
+        // Loading another track brings the same strip back.
+        m_player->play(track(QStringLiteral("Second")));
+        QCOMPARE(view.miniPlayer(), strip);
+        QVERIFY(stripShown(view));
     }
 
     void formatTime_data()
