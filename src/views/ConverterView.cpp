@@ -62,7 +62,9 @@ QVBoxLayout* column(QWidget* owner, int spacing)
 QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget* parent,
                          int pixelSize = 11)
 {
-    auto* button = new QPushButton(text, parent);
+    auto* button =
+        new QPushButton(QString(text).replace(QLatin1Char('&'), QStringLiteral("&&")), parent);
+    button->setAccessibleName(text);
     button->setFont(ScreenStyle::font(pixelSize));
     if (!symbolName.isEmpty()) {
         button->setIcon(Symbols::icon(symbolName, parent->palette().color(QPalette::ButtonText),
@@ -89,7 +91,7 @@ QLabel* symbolText(const QString& symbolName, const QColor& color, int pixelSize
 
 } // namespace
 
-ConverterView::ConverterView(Services& services, DesktopServices* desktop, QWidget* parent)
+ConverterView::ConverterView(const Services& services, DesktopServices* desktop, QWidget* parent)
     : QWidget(parent)
     , m_services(services)
     , m_desktop(desktop ? *desktop : DesktopServices::system())
@@ -107,10 +109,16 @@ ConverterView::ConverterView(Services& services, DesktopServices* desktop, QWidg
 
     auto* content = new QWidget(scroll);
     content->setAutoFillBackground(false);
+    // Cards keep room around their panels for the shadow; the margins and gaps here are
+    // trimmed by that room so the panels sit 20 from the sides and 16 apart.
+    const QMargins shadow = GlassCard::shadowMargins();
     auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(20, 16, 20, 16);
-    layout->setSpacing(16);
-    layout->addWidget(buildHeader());
+    layout->setContentsMargins(20 - shadow.left(), 16, 20 - shadow.right(), 16 - shadow.bottom());
+    layout->setSpacing(0);
+    QWidget* header = buildHeader();
+    header->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
+    layout->addWidget(header);
+    layout->addSpacing(16 - shadow.top());
     layout->addWidget(buildMissingToolsCard());
     layout->addWidget(buildLinkCard());
     layout->addWidget(buildConfigurationCard());
@@ -379,7 +387,8 @@ QWidget* ConverterView::buildConfigurationCard()
 QWidget* ConverterView::buildStatusGroup()
 {
     auto* group = new QWidget(this);
-    QVBoxLayout* layout = column(group, 12);
+    // The cards' shadow room already keeps them apart from the action row.
+    QVBoxLayout* layout = column(group, 0);
 
     // Progress card: the downloading form or the converting form, then "Cancel Download".
     auto* progress = new QWidget;

@@ -2,7 +2,9 @@
 
 #include "views/ArtworkCache.h"
 #include "views/BatchView.h"
+#include "views/ConverterView.h"
 #include "views/HistoryView.h"
+#include "views/SettingsView.h"
 
 #include <QLabel>
 
@@ -39,7 +41,7 @@ QWidget* ScreenFactory::create(NavigationItem item, QWidget* parent) const
 
 QWidget* ScreenFactory::converter(QWidget* parent) const
 {
-    return placeholder(NavigationItem::convert, parent);
+    return new ConverterView(m_services, nullptr, parent);
 }
 
 QWidget* ScreenFactory::batch(QWidget* parent) const
@@ -54,5 +56,5 @@ QWidget* ScreenFactory::library(QWidget* parent) const
 
 QWidget* ScreenFactory::settings(QWidget* parent) const
 {
-    return placeholder(NavigationItem::settings, parent);
+    return new SettingsView(m_services, parent);
 }

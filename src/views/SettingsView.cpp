@@ -43,14 +43,16 @@ QLabel* sectionTitle(const QString& text, QWidget* owner)
 
 QPushButton* smallButton(const QString& text, QWidget* parent)
 {
-    auto* button = new QPushButton(text, parent);
+    auto* button =
+        new QPushButton(QString(text).replace(QLatin1Char('&'), QStringLiteral("&&")), parent);
+    button->setAccessibleName(text);
     button->setFont(ScreenStyle::font(11));
     return button;
 }
 
 } // namespace
 
-SettingsView::SettingsView(Services& services, QWidget* parent)
+SettingsView::SettingsView(const Services& services, QWidget* parent)
     : QWidget(parent)
     , m_services(services)
 {
@@ -64,9 +66,15 @@ SettingsView::SettingsView(Services& services, QWidget* parent)
     scroll->viewport()->setAutoFillBackground(false);
 
     auto* content = new QWidget(scroll);
-    QVBoxLayout* layout = column(content, 20);
-    layout->setContentsMargins(24, 24, 24, 24);
-    layout->addWidget(label(QStringLiteral("Preferences"), ScreenStyle::font(22, QFont::Bold)));
+    // Cards keep room around their panels for the shadow; margins and gaps are trimmed by it
+    // so that the panels sit 24 from the sides and 20 apart.
+    const QMargins shadow = GlassCard::shadowMargins();
+    QVBoxLayout* layout = column(content, 20 - shadow.top() - shadow.bottom());
+    layout->setContentsMargins(24 - shadow.left(), 24, 24 - shadow.right(), 24 - shadow.bottom());
+    QLabel* title = label(QStringLiteral("Preferences"), ScreenStyle::font(22, QFont::Bold));
+    title->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
+    layout->addWidget(title);
+    layout->addSpacing(shadow.bottom());
     layout->addWidget(buildDefaultsCard());
     layout->addWidget(buildToolsCard());
     layout->addWidget(buildAboutCard());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "services/Services.h"
+
 #include <QWidget>
 
 class ActivitySpinner;
@@ -9,7 +11,6 @@ class QComboBox;
 class QLabel;
 class QPushButton;
 class ToolStatusRow;
-struct Services;
 
 // The settings screen: the engine's saved defaults, edited and saved at every change, and the
 // state of the two tools with re-check and install actions. It keeps no state of its own.
@@ -18,7 +19,7 @@ class SettingsView : public QWidget
     Q_OBJECT
 
 public:
-    explicit SettingsView(Services& services, QWidget* parent = nullptr);
+    explicit SettingsView(const Services& services, QWidget* parent = nullptr);
     ~SettingsView() override;
 
 private:
@@ -30,7 +31,7 @@ private:
     void updateDefaults();
     void updateTools();
 
-    Services& m_services;
+    Services m_services;
 
     ElidedLabel* m_folderPath = nullptr;
     QComboBox* m_formatPicker = nullptr;
