@@ -14,6 +14,7 @@
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QApplication>
+#include <QImage>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -340,10 +341,21 @@ private slots:
         QVERIFY(!m_player->currentTrack());
         QVERIFY(!stripShown(view));
 
-        // Loading another track brings the same strip back.
-        m_player->play(track(QStringLiteral("Second")));
+        // Loading another track brings the same strip back, with its artwork once it loads.
+        QImage cover(64, 48, QImage::Format_RGB32);
+        cover.fill(Qt::darkCyan);
+        const QString coverPath = m_dir.filePath(QStringLiteral("cover.png"));
+        QVERIFY(cover.save(coverPath));
+        m_player->play(track(QStringLiteral("Second"), QUrl::fromLocalFile(coverPath).toString()));
         QCOMPARE(view.miniPlayer(), strip);
         QVERIFY(stripShown(view));
+        QTRY_VERIFY(strip->showsArtworkImage());
+
+        // A thumbnail text that is no address leaves the placeholder.
+        m_player->play(track(QStringLiteral("Third"), QStringLiteral("not a link")));
+        QVERIFY(!strip->showsArtworkImage());
+        QTest::qWait(100);
+        QVERIFY(!strip->showsArtworkImage());
     }
 
     void formatTime_data()
