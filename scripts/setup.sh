@@ -9,7 +9,7 @@ packages=(
     qt6-httpserver-dev qt6-websockets-dev libsimdjson-dev
     # run
     qt6-qpa-plugins qt6-image-formats-plugins fonts-material-design-icons-iconfont fonts-dejavu-core
-    yt-dlp ffmpeg unzip xz-utils tar dbus
+    yt-dlp ffmpeg unzip zip xz-utils tar dbus
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-libav
     # test and look
     xvfb xauth xdotool imagemagick pulseaudio python3 procps

@@ -87,6 +87,12 @@ private slots:
             "\"thumbnailUrl\":\"\",\"completedAt\":0,"
             "\"youtubeUrl\":\"https:\\/\\/www.youtube.com\\/watch?v=abc\"}]";
         QCOMPARE(HistoryTrackJson::encode({sampleTrack(), second}).value(), expected);
+
+        // Half a surrogate pair has no UTF-8 form; it is written as U+FFFD, as Qt converts it.
+        HistoryTrack broken = sampleTrack();
+        broken.title = QString(QChar(0xD800)) + u'x' + QChar(0xDC00);
+        QVERIFY(HistoryTrackJson::encode({broken})->contains(
+            "\"title\":\"\xef\xbf\xbdx\xef\xbf\xbd\""));
     }
 
     void encodesShortestNumber_data()

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -88,11 +89,19 @@ private:
         return steps;
     }
 
-    QByteArray makeArchive(const QString& kind, const QString& ffmpegAt)
+    // An archive of a build folder; padding makes the stand-in large and incompressible, so a
+    // cut-off archive still yields part of it.
+    QByteArray makeArchive(const QString& kind, const QString& ffmpegAt, int paddingBytes = 0)
     {
         const QString stage = path(QStringLiteral("stage-") + kind);
+        QByteArray padding;
+        for (int i = 0; i < paddingBytes / 64; ++i) {
+            QByteArray noise(48, Qt::Uninitialized);
+            QRandomGenerator::global()->fillRange(reinterpret_cast<quint32*>(noise.data()), 12);
+            padding += "# " + noise.toBase64() + '\n';
+        }
         if (!ffmpegAt.isEmpty())
-            writeScript(stage + u'/' + ffmpegAt, kFfmpegStandIn);
+            writeScript(stage + u'/' + ffmpegAt, kFfmpegStandIn + padding);
         TestSupport::writeFile(stage + QStringLiteral("/ffmpeg-7.0.2-static/readme.txt"), "hi");
         const QString archive = path(QStringLiteral("archive.") + kind);
         QProcess packer;
@@ -274,7 +283,7 @@ private slots:
     {
         QTest::addColumn<QString>("body");
         QTest::addColumn<Mode>("mode");
-        QTest::newRow("truncated archive") << QStringLiteral("half") << Mode::Normal;
+        QTest::newRow("cut-off archive") << QStringLiteral("cut") << Mode::Normal;
         QTest::newRow("not an archive") << QStringLiteral("text") << Mode::Normal;
         QTest::newRow("archive without ffmpeg") << QStringLiteral("empty") << Mode::Normal;
         QTest::newRow("transfer broken off") << QStringLiteral("whole") << Mode::Truncate;
@@ -285,12 +294,14 @@ private slots:
     {
         QFETCH(QString, body);
         QFETCH(Mode, mode);
-        const QByteArray archive = makeArchive(QStringLiteral("tar.xz"),
+        const QByteArray archive = makeArchive(QStringLiteral("tar.gz"),
                                                body == QLatin1String("empty")
                                                    ? QString()
-                                                   : QStringLiteral("ffmpeg-7.0.2-static/ffmpeg"));
+                                                   : QStringLiteral("ffmpeg-7.0.2-static/ffmpeg"),
+                                               1 << 20);
         QVERIFY(!archive.isEmpty());
-        const QByteArray served = body == QLatin1String("half")   ? archive.left(archive.size() / 2)
+        const QByteArray served = body == QLatin1String("cut")
+                                      ? archive.left(archive.size() * 9 / 10)
                                   : body == QLatin1String("text") ? QByteArray("not an archive\n")
                                                                   : archive;
         m_server->serve(kFfmpegPath, served, 200, mode);

@@ -11,7 +11,6 @@
 #include <QApplication>
 #include <QIcon>
 #include <QStyleFactory>
-#include <QTimer>
 
 int main(int argc, char** argv)
 {
@@ -47,10 +46,6 @@ int main(int argc, char** argv)
     window.show();
     window.raise();
     window.activateWindow();
-
-    // Startup measurement: leave once the first frame is on screen.
-    if (qEnvironmentVariableIsSet("VELDTONE_QUIT_AFTER_SHOWN"))
-        QTimer::singleShot(0, &app, &QApplication::quit);
 
     return app.exec();
 }

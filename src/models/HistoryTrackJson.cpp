@@ -12,53 +12,78 @@ namespace {
 constexpr char kHexUpper[] = "0123456789ABCDEF";
 
 // Writes a JSON string the way the library file always has: "/" as "\/", control characters
-// escaped, everything else (including characters beyond ASCII) as plain UTF-8.
-void appendString(QByteArray& out, const QString& text)
+// escaped, everything else (including characters beyond ASCII) as plain UTF-8. Converts
+// straight from UTF-16 into out, since a save of a large library is mostly this loop.
+void appendString(QByteArray& out, QStringView text)
 {
-    const QByteArray utf8 = text.toUtf8();
-    out.append('"');
-    const char* run = utf8.constData();
-    const char* const end = run + utf8.size();
-    for (const char* p = run; p != end; ++p) {
-        const auto c = static_cast<unsigned char>(*p);
-        if (c >= 0x20 && c != '"' && c != '\\' && c != '/')
+    const qsizetype start = out.size();
+    // At most six bytes per UTF-16 unit ("\u001f"), plus the quotes.
+    out.resize(start + 2 + text.size() * 6);
+    char* p = out.data() + start;
+    *p++ = '"';
+    const char16_t* s = text.utf16();
+    const char16_t* const end = s + text.size();
+    while (s != end) {
+        const char16_t c = *s++;
+        if (c < 0x80) {
+            if (c >= 0x20 && c != '"' && c != '\\' && c != '/') {
+                *p++ = static_cast<char>(c);
+                continue;
+            }
+            *p++ = '\\';
+            switch (c) {
+            case '"':
+                *p++ = '"';
+                break;
+            case '\\':
+                *p++ = '\\';
+                break;
+            case '/':
+                *p++ = '/';
+                break;
+            case '\b':
+                *p++ = 'b';
+                break;
+            case '\f':
+                *p++ = 'f';
+                break;
+            case '\n':
+                *p++ = 'n';
+                break;
+            case '\r':
+                *p++ = 'r';
+                break;
+            case '\t':
+                *p++ = 't';
+                break;
+            default:
+                *p++ = 'u';
+                *p++ = '0';
+                *p++ = '0';
+                *p++ = "0123456789abcdef"[c >> 4];
+                *p++ = "0123456789abcdef"[c & 0xF];
+            }
             continue;
-        out.append(run, p - run);
-        run = p + 1;
-        switch (c) {
-        case '"':
-            out.append("\\\"", 2);
-            break;
-        case '\\':
-            out.append("\\\\", 2);
-            break;
-        case '/':
-            out.append("\\/", 2);
-            break;
-        case '\b':
-            out.append("\\b", 2);
-            break;
-        case '\f':
-            out.append("\\f", 2);
-            break;
-        case '\n':
-            out.append("\\n", 2);
-            break;
-        case '\r':
-            out.append("\\r", 2);
-            break;
-        case '\t':
-            out.append("\\t", 2);
-            break;
-        default: {
-            const char escape[] = {
-                '\\', 'u', '0', '0', "0123456789abcdef"[c >> 4], "0123456789abcdef"[c & 0xF]};
-            out.append(escape, sizeof escape);
         }
+        char32_t code = c;
+        if (QChar::isHighSurrogate(c) && s != end && QChar::isLowSurrogate(*s))
+            code = QChar::surrogateToUcs4(c, *s++);
+        else if (QChar::isSurrogate(c))
+            code = 0xFFFD; // A lone half of a pair has no UTF-8 form.
+        if (code < 0x800) {
+            *p++ = static_cast<char>(0xC0 | (code >> 6));
+        } else if (code < 0x10000) {
+            *p++ = static_cast<char>(0xE0 | (code >> 12));
+            *p++ = static_cast<char>(0x80 | ((code >> 6) & 0x3F));
+        } else {
+            *p++ = static_cast<char>(0xF0 | (code >> 18));
+            *p++ = static_cast<char>(0x80 | ((code >> 12) & 0x3F));
+            *p++ = static_cast<char>(0x80 | ((code >> 6) & 0x3F));
         }
+        *p++ = static_cast<char>(0x80 | (code & 0x3F));
     }
-    out.append(run, end - run);
-    out.append('"');
+    *p++ = '"';
+    out.truncate(p - out.constData());
 }
 
 void appendUuid(QByteArray& out, const QUuid& id)

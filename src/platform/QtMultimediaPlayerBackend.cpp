@@ -7,6 +7,7 @@
 #include <QUrl>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 QtMultimediaPlayerBackend::QtMultimediaPlayerBackend(QObject* parent)
     : PlayerBackend(parent)
@@ -29,9 +30,21 @@ QtMultimediaPlayerBackend::QtMultimediaPlayerBackend(QObject* parent)
             });
     connect(m_player, &QMediaPlayer::mediaStatusChanged, this,
             [this](QMediaPlayer::MediaStatus status) {
-                if (status == QMediaPlayer::EndOfMedia) {
+                switch (status) {
+                // Earlier, while the pipeline is still starting, Qt drops a new position.
+                case QMediaPlayer::BufferedMedia:
+                    if (!m_loaded && !m_player->source().isEmpty()) {
+                        m_loaded = true;
+                        if (m_pendingSeekMs)
+                            m_player->setPosition(*std::exchange(m_pendingSeekMs, std::nullopt));
+                    }
+                    break;
+                case QMediaPlayer::EndOfMedia:
                     m_atEnd = true;
                     post([this] { emit ended(); });
+                    break;
+                default:
+                    break;
                 }
             });
 }
@@ -63,7 +76,9 @@ QString QtMultimediaPlayerBackend::open(const QString& path)
     probe.close();
 
     ++m_loadId;
+    m_loaded = false;
     m_atEnd = false;
+    m_pendingSeekMs.reset();
     m_player->setSource(QUrl::fromLocalFile(path));
     return {};
 }
@@ -82,7 +97,9 @@ void QtMultimediaPlayerBackend::pause()
 void QtMultimediaPlayerBackend::stop()
 {
     ++m_loadId;
+    m_loaded = false;
     m_atEnd = false;
+    m_pendingSeekMs.reset();
     m_player->stop();
     m_player->setSource(QUrl());
 }
@@ -94,7 +111,10 @@ void QtMultimediaPlayerBackend::seek(double seconds)
     // Whole days are far beyond any file; the bound keeps the conversion defined.
     const double ms = std::clamp(seconds * 1000.0, 0.0, 1e12);
     m_atEnd = false;
-    m_player->setPosition(static_cast<qint64>(ms));
+    if (m_loaded)
+        m_player->setPosition(static_cast<qint64>(ms));
+    else
+        m_pendingSeekMs = static_cast<qint64>(ms);
 }
 
 void QtMultimediaPlayerBackend::setVolume(float volume)
@@ -104,7 +124,8 @@ void QtMultimediaPlayerBackend::setVolume(float volume)
 
 double QtMultimediaPlayerBackend::position() const
 {
-    const double seconds = static_cast<double>(m_player->position()) / 1000.0;
+    const double seconds =
+        static_cast<double>(m_pendingSeekMs.value_or(m_player->position())) / 1000.0;
     // The pipeline's last reported position can trail the end by a buffer or two.
     return m_atEnd ? std::max(seconds, duration()) : seconds;
 }

@@ -3,6 +3,7 @@
 #include "platform/PlayerBackend.h"
 
 #include <functional>
+#include <optional>
 
 class QAudioOutput;
 class QMediaPlayer;
@@ -34,5 +35,8 @@ private:
     QMediaPlayer* m_player = nullptr;
     QAudioOutput* m_output = nullptr;
     quint64 m_loadId = 0;
+    bool m_loaded = false;
     bool m_atEnd = false;
+    // A seek made before the file finished loading, which Qt Multimedia would drop.
+    std::optional<qint64> m_pendingSeekMs;
 };

@@ -55,7 +55,8 @@ bool isNewline(QChar c)
 
 // Runs a child process with its own process group, so a timeout can end it and anything it
 // started. Returns its standard output, or nullopt when it could not start or did not end.
-std::optional<QByteArray> runBounded(const QString& program, const QStringList& args, int timeoutMs)
+std::optional<QByteArray> runBounded(const QString& program, const QStringList& args, int timeoutMs,
+                                     int* exitCode = nullptr)
 {
     QProcess process;
     process.setProgram(program);
@@ -74,6 +75,8 @@ std::optional<QByteArray> runBounded(const QString& program, const QStringList& 
         process.waitForFinished(2000);
         return std::nullopt;
     }
+    if (exitCode)
+        *exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     return process.readAllStandardOutput();
 }
 
@@ -100,16 +103,19 @@ bool unpackFfmpeg(const QString& archivePath, const QString& folder, int timeout
     if (!scratch.isValid())
         return false;
     const bool isZip = magic.startsWith("PK");
+    int exitCode = -1;
     const std::optional<QByteArray> unpacked =
         isZip
             ? runBounded(systemTool(QStringLiteral("unzip")),
                          {QStringLiteral("-o"), QStringLiteral("-qq"), archivePath,
                           QStringLiteral("-d"), scratch.path()},
-                         timeoutMs)
+                         timeoutMs, &exitCode)
             : runBounded(systemTool(QStringLiteral("tar")),
                          {QStringLiteral("-xf"), archivePath, QStringLiteral("-C"), scratch.path()},
-                         timeoutMs);
-    if (!unpacked)
+                         timeoutMs, &exitCode);
+    // A damaged archive can leave a cut-off ffmpeg behind; only a clean unpack counts (unzip
+    // reports mere warnings with 1).
+    if (!unpacked || !(exitCode == 0 || (isZip && exitCode == 1)))
         return false;
 
     // Take the shallowest "ffmpeg"; links are not followed out of the scratch folder.

@@ -10,6 +10,7 @@
 #include <QStandardPaths>
 #include <QThread>
 #include <condition_variable>
+#include <cstring>
 #include <mutex>
 #include <optional>
 
@@ -160,7 +161,8 @@ void HistoryStore::load()
         return;
     }
     // Read straight into a buffer with the decoder's spare bytes so it parses in place.
-    QByteArray data(size + HistoryTrackJson::kReadPadding, '\0');
+    QByteArray data(size + HistoryTrackJson::kReadPadding, Qt::Uninitialized);
+    std::memset(data.data() + size, 0, HistoryTrackJson::kReadPadding);
     const qint64 read = file.read(data.data(), size);
     if (read != size) {
         m_saves->mustKeepAside = true;

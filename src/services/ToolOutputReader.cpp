@@ -3,7 +3,9 @@
 #include <QVarLengthArray>
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
+#include <string_view>
 
 using namespace Qt::StringLiterals;
 
@@ -30,24 +32,51 @@ bool isLineEnd(QChar c)
     return (u >= 0x000A && u <= 0x000D) || isWideLineEnd(c);
 }
 
-QString textOrDash(QStringView piece)
+// Speed, ETA and size repeat from line to line; handing out the previous string again saves
+// an allocation per text.
+QString textOrDash(QStringView piece, QString& previous)
 {
     const QStringView trimmed = piece.trimmed();
-    return trimmed.isEmpty() ? kEmptyText : trimmed.toString();
+    if (trimmed.isEmpty())
+        return kEmptyText;
+    if (trimmed != previous)
+        previous = trimmed.toString();
+    return previous;
 }
 
 // "42.7%" -> 0.427; anything that is not a number as a whole counts as no progress.
 double progressFromPercent(QStringView piece)
 {
-    QVarLengthArray<QChar, 64> digits;
+    QVarLengthArray<QChar, 32> kept;
     for (const QChar c : piece) {
         if (c != u'%')
-            digits.append(c);
+            kept.append(c);
     }
-    bool ok = false;
-    const double percent = QStringView(digits.constData(), digits.size()).trimmed().toDouble(&ok);
-    if (!ok || std::isnan(percent))
+    const QStringView number = QStringView(kept.constData(), kept.size()).trimmed();
+    // Parsed by hand rather than through the locale, which is both slow and may expect a
+    // decimal comma.
+    QVarLengthArray<char, 32> ascii;
+    for (const QChar c : number) {
+        if (c.unicode() >= 0x80)
+            return 0;
+        ascii.append(static_cast<char>(c.unicode()));
+    }
+    const char* first = ascii.constData();
+    const char* const last = first + ascii.size();
+    if (first != last && *first == '+' && last - first > 1 && first[1] != '-')
+        ++first;
+    double percent = 0;
+    const auto [end, error] = std::from_chars(first, last, percent);
+    if (end != last || first == last)
         return 0;
+    if (error == std::errc::result_out_of_range) {
+        // Out of range: a tiny or negative number is no progress, a huge one is complete.
+        const std::string_view text(first, static_cast<std::size_t>(last - first));
+        const bool tiny = text.find("e-") != text.npos || text.find("E-") != text.npos;
+        percent = (tiny || text.front() == '-') ? 0 : 100;
+    } else if (error != std::errc() || std::isnan(percent)) {
+        return 0;
+    }
     return std::clamp(percent / 100, 0.0, 1.0);
 }
 
@@ -70,7 +99,6 @@ QString withoutPathExtension(QString path)
 ToolOutputReader::ToolOutputReader(AudioFormat format, AudioQuality quality,
                                    std::shared_ptr<FilePathTracker> tracker)
     : m_format(format)
-    , m_quality(quality)
     , m_tracker(std::move(tracker))
     , m_conversionText(conversionText(format, quality))
 {}
@@ -84,6 +112,8 @@ QString ToolOutputReader::conversionText(AudioFormat format, AudioQuality qualit
 QList<DownloadStatus> ToolOutputReader::feed(QByteArrayView chunk)
 {
     QList<DownloadStatus> changes;
+    // At most one status per line; growing the list as it fills costs more than the count.
+    changes.reserve(std::count_if(chunk.begin(), chunk.end(), isLineEndByte));
     const char* cursor = chunk.data();
     const char* const end = cursor + chunk.size();
     while (cursor != end) {
@@ -129,7 +159,21 @@ QList<DownloadStatus> ToolOutputReader::finish()
 
 void ToolOutputReader::interpretBytes(QByteArrayView line, QList<DownloadStatus>& changes)
 {
-    if (line.isEmpty() || !line.isValidUtf8())
+    if (line.isEmpty())
+        return;
+    const bool ascii = std::all_of(line.begin(), line.end(),
+                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    if (ascii) {
+        // Nearly every line; widened into a reused buffer instead of a new string.
+        m_lineBuffer.resize(line.size());
+        QChar* out = m_lineBuffer.data();
+        for (const char c : line)
+            *out++ = QLatin1Char(c);
+        if (auto status = interpretLine(m_lineBuffer))
+            changes.append(std::move(*status));
+        return;
+    }
+    if (!line.isValidUtf8())
         return;
     const QString text = QString::fromUtf8(line);
     // Line ends beyond ASCII still separate lines.
@@ -174,26 +218,36 @@ std::optional<DownloadStatus> ToolOutputReader::interpretLine(QStringView line)
     return std::nullopt;
 }
 
-std::optional<DownloadStatus> ToolOutputReader::interpretProgress(QStringView line) const
+std::optional<DownloadStatus> ToolOutputReader::interpretProgress(QStringView line)
 {
     // PROGRESS::percent::speed::eta::total; pieces after the fifth are ignored.
     std::array<QStringView, 5> pieces;
+    // Scanned by hand: a general substring search costs more than the rest of the line.
     std::size_t count = 0;
     qsizetype from = 0;
-    while (count < pieces.size()) {
-        const qsizetype at = line.indexOf(u"::", from);
-        if (at < 0) {
-            pieces[count++] = line.sliced(from);
+    const qsizetype size = line.size();
+    for (qsizetype i = 0; i + 1 < size && count + 1 < pieces.size(); ++i) {
+        if (line[i] == u':' && line[i + 1] == u':') {
+            pieces[count++] = line.sliced(from, i - from);
+            from = i + 2;
+            ++i;
+        }
+    }
+    if (count + 1 < pieces.size())
+        return std::nullopt;
+    // The fifth piece ends where a further separator begins.
+    QStringView last = line.sliced(from);
+    for (qsizetype i = 0; i + 1 < last.size(); ++i) {
+        if (last[i] == u':' && last[i + 1] == u':') {
+            last.truncate(i);
             break;
         }
-        pieces[count++] = line.sliced(from, at - from);
-        from = at + 2;
     }
-    if (count < pieces.size())
-        return std::nullopt;
+    pieces[count] = last;
 
-    return DownloadStatus::downloading(progressFromPercent(pieces[1]), textOrDash(pieces[2]),
-                                       textOrDash(pieces[3]), textOrDash(pieces[4]));
+    return DownloadStatus::downloading(
+        progressFromPercent(pieces[1]), textOrDash(pieces[2], m_previousTexts[0]),
+        textOrDash(pieces[3], m_previousTexts[1]), textOrDash(pieces[4], m_previousTexts[2]));
 }
 
 void ToolOutputReader::predictDestination(QStringView line)

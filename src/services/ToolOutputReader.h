@@ -10,6 +10,7 @@
 #include <QList>
 #include <QString>
 #include <QStringView>
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -38,14 +39,15 @@ public:
 
 private:
     void interpretBytes(QByteArrayView line, QList<DownloadStatus>& changes);
-    std::optional<DownloadStatus> interpretProgress(QStringView line) const;
+    std::optional<DownloadStatus> interpretProgress(QStringView line);
     void predictDestination(QStringView line);
 
     AudioFormat m_format;
-    AudioQuality m_quality;
     std::shared_ptr<FilePathTracker> m_tracker;
     QString m_conversionText;
     QByteArray m_pending;
+    QString m_lineBuffer;
+    std::array<QString, 3> m_previousTexts; // speed, ETA, size
     bool m_skippingLongLine = false;
 };
 

@@ -1,6 +1,7 @@
 #include "views/AppBadge.h"
 
 #include "views/components/Symbols.h"
+#include "views/components/Theme.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -23,25 +24,18 @@ void AppBadge::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF circle(kMargin, kMargin, kDiameter, kDiameter);
 
-    // A soft shadow: concentric rings of fading red below the circle.
-    painter.setPen(Qt::NoPen);
-    for (int ring = 6; ring >= 1; --ring) {
-        QColor shade(255, 59, 48);
-        shade.setAlphaF(0.35f / 6.0f);
-        painter.setBrush(shade);
-        painter.drawEllipse(circle.translated(0, 3).adjusted(-ring, -ring, ring, ring));
-    }
+    QPainterPath disc;
+    disc.addEllipse(circle);
+    Theme::paintShadow(painter, disc, Theme::withOpacity(QColor(255, 59, 48), 0.35), 6,
+                       QPointF(0, 3));
 
     QLinearGradient fill(circle.topLeft(), circle.bottomRight());
-    fill.setColorAt(0, QColor(255, 59, 48));
-    fill.setColorAt(1, QColor(255, 149, 0));
-    painter.setBrush(fill);
-    painter.drawEllipse(circle);
+    fill.setColorAt(0, Theme::red(palette()));
+    fill.setColorAt(1, Theme::orange(palette()));
+    painter.fillPath(disc, fill);
 
-    QFont glyphFont = Symbols::font(22);
-    glyphFont.setBold(true);
-    painter.setFont(glyphFont);
-    painter.setPen(Qt::white);
-    painter.drawText(circle, Qt::AlignCenter,
-                     Symbols::glyphName(QStringLiteral("waveform.badge.magnifyingglass")));
+    // The symbol at 18 points, bold: the glyph font has no weights, so it is drawn a little
+    // larger instead.
+    Symbols::paint(painter, circle.adjusted(10, 10, -10, -10),
+                   QStringLiteral("waveform.badge.magnifyingglass"), Qt::white);
 }

@@ -17,6 +17,7 @@
 #include "views/components/GlassCard.h"
 #include "views/components/GradientButton.h"
 #include "views/components/Symbols.h"
+#include "views/components/Theme.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -61,7 +62,9 @@ QVBoxLayout* column(QWidget* owner, int spacing)
 QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget* parent,
                          int pixelSize = 11)
 {
-    auto* button = new QPushButton(text, parent);
+    auto* button =
+        new QPushButton(QString(text).replace(QLatin1Char('&'), QStringLiteral("&&")), parent);
+    button->setAccessibleName(text);
     button->setFont(ScreenStyle::font(pixelSize));
     if (!symbolName.isEmpty()) {
         button->setIcon(Symbols::icon(symbolName, parent->palette().color(QPalette::ButtonText),
@@ -71,24 +74,21 @@ QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget
     return button;
 }
 
-// A symbol followed by a text, as one label group; returns the text part.
+// A symbol followed by a text, added to a row; returns the text part.
 QLabel* symbolText(const QString& symbolName, const QColor& color, int pixelSize, QWidget* owner,
-                   QWidget** group = nullptr)
+                   QHBoxLayout* layout)
 {
-    auto* box = new QWidget(owner);
-    QHBoxLayout* layout = row(box, 3);
-    layout->addWidget(symbol(symbolName, color, pixelSize, box));
-    QLabel* text = label(QString(), ScreenStyle::font(pixelSize), box);
+    layout->addWidget(symbol(symbolName, color, pixelSize, owner));
+    layout->addSpacing(3);
+    QLabel* text = label(QString(), ScreenStyle::font(pixelSize), owner);
     setTextColor(text, color);
     layout->addWidget(text);
-    if (group)
-        *group = box;
     return text;
 }
 
 } // namespace
 
-ConverterView::ConverterView(Services& services, DesktopServices* desktop, QWidget* parent)
+ConverterView::ConverterView(const Services& services, DesktopServices* desktop, QWidget* parent)
     : QWidget(parent)
     , m_services(services)
     , m_desktop(desktop ? *desktop : DesktopServices::system())
@@ -106,10 +106,16 @@ ConverterView::ConverterView(Services& services, DesktopServices* desktop, QWidg
 
     auto* content = new QWidget(scroll);
     content->setAutoFillBackground(false);
+    // Cards keep room around their panels for the shadow; the margins and gaps here are
+    // trimmed by that room so the panels sit 20 from the sides and 16 apart.
+    const QMargins shadow = GlassCard::shadowMargins();
     auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(20, 16, 20, 16);
-    layout->setSpacing(16);
-    layout->addWidget(buildHeader());
+    layout->setContentsMargins(20 - shadow.left(), 16, 20 - shadow.right(), 16 - shadow.bottom());
+    layout->setSpacing(0);
+    QWidget* header = buildHeader();
+    header->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
+    layout->addWidget(header);
+    layout->addSpacing(16 - shadow.top());
     layout->addWidget(buildMissingToolsCard());
     layout->addWidget(buildLinkCard());
     layout->addWidget(buildConfigurationCard());
@@ -176,11 +182,9 @@ void ConverterView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     QLinearGradient background(0, 0, 0, height());
-    background.setColorAt(0, palette().color(QPalette::Window));
-    QColor bottom = palette().color(QPalette::Base);
-    bottom.setAlphaF(0.85f);
-    background.setColorAt(1, bottom);
-    painter.fillRect(rect(), palette().color(QPalette::Window));
+    background.setColorAt(0, Theme::windowBackground(palette()));
+    background.setColorAt(1, Theme::withOpacity(Theme::controlBackground(palette()), 0.85));
+    painter.fillRect(rect(), Theme::windowBackground(palette()));
     painter.fillRect(rect(), background);
 }
 
@@ -240,7 +244,7 @@ QWidget* ConverterView::buildLinkCard()
     QVBoxLayout* layout = column(content, 8);
     layout->addWidget(caption(QStringLiteral("YouTube Video Link"), this));
 
-    auto* input = new RoundedPanel(QPalette::Base, 0.8, 8, content);
+    auto* input = new RoundedPanel(RoundedPanel::Fill::textBackground, 0.8, 8, content);
     QHBoxLayout* inputRow = row(input, 8);
     inputRow->setContentsMargins(8, 8, 8, 8);
     inputRow->addWidget(symbol(QStringLiteral("link"), secondaryText(this), 13, input));
@@ -290,7 +294,7 @@ QWidget* ConverterView::buildConfigurationCard()
     auto* destination = new QWidget(content);
     QVBoxLayout* destinationColumn = column(destination, 6);
     destinationColumn->addWidget(caption(QStringLiteral("Destination Folder"), this));
-    auto* folderRow = new RoundedPanel(QPalette::Base, 0.6, 6, destination);
+    auto* folderRow = new RoundedPanel(RoundedPanel::Fill::controlBackground, 0.6, 6, destination);
     QHBoxLayout* folderLayout = row(folderRow, 10);
     folderLayout->setContentsMargins(7, 7, 7, 7);
     folderLayout->addWidget(symbol(QStringLiteral("folder.fill"), accent(this), 16, folderRow));
@@ -305,8 +309,8 @@ QWidget* ConverterView::buildConfigurationCard()
     m_openFolderButton->setAutoRaise(true);
     m_openFolderButton->setIcon(
         Symbols::icon(QStringLiteral("arrow.up.forward.square"), accent(this), 16));
-    m_openFolderButton->setToolTip(DesktopTexts::openFolder());
-    m_openFolderButton->setAccessibleName(DesktopTexts::openFolder());
+    m_openFolderButton->setToolTip(DesktopTexts::kOpenFolder);
+    m_openFolderButton->setAccessibleName(DesktopTexts::kOpenFolder);
     connect(m_openFolderButton, &QToolButton::clicked, this, &ConverterView::openTargetFolder);
     folderLayout->addWidget(m_openFolderButton);
     destinationColumn->addWidget(folderRow);
@@ -380,7 +384,8 @@ QWidget* ConverterView::buildConfigurationCard()
 QWidget* ConverterView::buildStatusGroup()
 {
     auto* group = new QWidget(this);
-    QVBoxLayout* layout = column(group, 12);
+    // The cards' shadow room already keeps them apart from the action row.
+    QVBoxLayout* layout = column(group, 0);
 
     // Progress card: the downloading form or the converting form, then "Cancel Download".
     auto* progress = new QWidget;
@@ -416,18 +421,15 @@ QWidget* ConverterView::buildStatusGroup()
     auto* details = new QWidget(m_downloadingForm);
     QHBoxLayout* detailRow = row(details, 0);
     const QColor dim = secondaryText(this);
-    m_speedLabel = symbolText(QStringLiteral("arrow.down.circle"), dim, 10, details);
-    detailRow->addWidget(m_speedLabel->parentWidget());
+    m_speedLabel = symbolText(QStringLiteral("arrow.down.circle"), dim, 10, details, detailRow);
     detailRow->addStretch(1);
     // The ETA label carries its own trailing space, so hiding it leaves one gap, not two.
     m_etaGroup = new QWidget(details);
     QHBoxLayout* etaRow = row(m_etaGroup, 0);
-    m_etaLabel = symbolText(QStringLiteral("clock"), dim, 10, m_etaGroup);
-    etaRow->addWidget(m_etaLabel->parentWidget());
+    m_etaLabel = symbolText(QStringLiteral("clock"), dim, 10, m_etaGroup, etaRow);
     etaRow->addStretch(1);
     detailRow->addWidget(m_etaGroup, 1);
-    m_sizeLabel = symbolText(QStringLiteral("internaldrive"), dim, 10, details);
-    detailRow->addWidget(m_sizeLabel->parentWidget());
+    m_sizeLabel = symbolText(QStringLiteral("internaldrive"), dim, 10, details, detailRow);
     downloading->addWidget(details);
     progressLayout->addWidget(m_downloadingForm);
 
@@ -471,7 +473,7 @@ QWidget* ConverterView::buildStatusGroup()
     m_playButton->setStyleSheet(prominentButtonSheet(green(this)));
     connect(m_playButton, &QPushButton::clicked, this, &ConverterView::playFinishedTrack);
     successRow->addWidget(m_playButton);
-    m_showFileButton = smallButton(DesktopTexts::showInFolder(), QStringLiteral("folder"), success);
+    m_showFileButton = smallButton(DesktopTexts::kShowInFolder, QStringLiteral("folder"), success);
     connect(m_showFileButton, &QPushButton::clicked, this, &ConverterView::showFinishedFile);
     successRow->addWidget(m_showFileButton);
     m_successCard = new GlassCard(success, 12, 12, group);

@@ -3,6 +3,7 @@
 #include "models/AudioFormat.h"
 #include "models/AudioQuality.h"
 #include "models/HistoryTrack.h"
+#include "services/Services.h"
 
 #include <QWidget>
 #include <optional>
@@ -21,7 +22,6 @@ class QPushButton;
 class QStackedWidget;
 class QToolButton;
 class StatusPill;
-struct Services;
 
 // The converter screen: one link in, one extraction started, followed and acted on.
 // It owns only the text of the link field; everything else is drawn from the services.
@@ -31,7 +31,7 @@ class ConverterView : public QWidget
 
 public:
     // desktop reveals the finished file and opens the folder (nullptr: the system's).
-    explicit ConverterView(Services& services, DesktopServices* desktop = nullptr,
+    explicit ConverterView(const Services& services, DesktopServices* desktop = nullptr,
                            QWidget* parent = nullptr);
     ~ConverterView() override;
 
@@ -69,7 +69,7 @@ private:
     void updateStartButton();
     std::optional<HistoryTrack> matchingRecord() const;
 
-    Services& m_services;
+    Services m_services;
     DesktopServices& m_desktop;
 
     StatusPill* m_pill = nullptr;

@@ -14,6 +14,19 @@ inline const QString kOpenFolder = QStringLiteral("Open Folder");
 // Opens a track with the desktop's default audio player.
 inline const QString kOpenInDefaultPlayer = QStringLiteral("Open in Default Player");
 
+inline QString showInFolder()
+{
+    return kShowInFolder;
+}
+inline QString openFolder()
+{
+    return kOpenFolder;
+}
+inline QString openInDefaultPlayer()
+{
+    return kOpenInDefaultPlayer;
+}
+
 // The about card's title, naming the system the program runs on.
 inline QString aboutTitle()
 {

@@ -1,9 +1,9 @@
 #include "HistoryView.h"
 
 #include "ArtworkCache.h"
+#include "DesktopTexts.h"
 #include "FilledPanel.h"
 #include "LibraryListModel.h"
-#include "LibraryTexts.h"
 #include "PaintHelpers.h"
 #include "TrackDelegate.h"
 #include "TrackListView.h"
@@ -328,9 +328,9 @@ QMenu* HistoryView::contextMenuFor(int row, QWidget* parent)
     auto* menu = new QMenu(parent);
     connect(menu->addAction(QStringLiteral("Play Track")), &QAction::triggered, this,
             [this, track] { m_player.play(track); });
-    connect(menu->addAction(LibraryTexts::showInFolder), &QAction::triggered, this,
+    connect(menu->addAction(DesktopTexts::kShowInFolder), &QAction::triggered, this,
             [this, track] { m_history.showInFinder(track); });
-    connect(menu->addAction(LibraryTexts::openInDefaultPlayer), &QAction::triggered, this,
+    connect(menu->addAction(DesktopTexts::kOpenInDefaultPlayer), &QAction::triggered, this,
             [this, track] { m_history.openFile(track); });
     menu->addSeparator();
     connect(menu->addAction(QStringLiteral("Copy File Path")), &QAction::triggered, this,

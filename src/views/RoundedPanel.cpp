@@ -1,11 +1,12 @@
 #include "views/RoundedPanel.h"
 
+#include "views/components/Theme.h"
+
 #include <QPainter>
 
-RoundedPanel::RoundedPanel(QPalette::ColorRole role, qreal opacity, qreal cornerRadius,
-                           QWidget* parent)
+RoundedPanel::RoundedPanel(Fill fill, qreal opacity, qreal cornerRadius, QWidget* parent)
     : QWidget(parent)
-    , m_role(role)
+    , m_fill(fill)
     , m_opacity(opacity)
     , m_cornerRadius(cornerRadius)
 {}
@@ -14,9 +15,8 @@ void RoundedPanel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    QColor fill = palette().color(m_role);
-    fill.setAlphaF(static_cast<float>(m_opacity));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(fill);
-    painter.drawRoundedRect(QRectF(rect()), m_cornerRadius, m_cornerRadius);
+    const QColor base = m_fill == Fill::controlBackground ? Theme::controlBackground(palette())
+                                                          : Theme::textBackground(palette());
+    painter.fillPath(Theme::continuousRoundedRect(QRectF(rect()), m_cornerRadius),
+                     Theme::withOpacity(base, m_opacity));
 }

@@ -1,8 +1,8 @@
 #include "views/ScreenStyle.h"
 
 #include "views/components/Symbols.h"
+#include "views/components/Theme.h"
 
-#include <QFontDatabase>
 #include <QFrame>
 #include <QLabel>
 #include <QPalette>
@@ -12,46 +12,44 @@ namespace ScreenStyle {
 
 bool isDark(const QWidget* widget)
 {
-    return widget->palette().color(QPalette::Window).lightness() < 128;
+    return Theme::isDark(widget->palette());
 }
 
-// The desktop's system colours, in their light and dark variants.
 QColor orange(const QWidget* widget)
 {
-    return isDark(widget) ? QColor(255, 159, 10) : QColor(242, 132, 0);
+    return Theme::orange(widget->palette());
 }
 
 QColor red(const QWidget* widget)
 {
-    return isDark(widget) ? QColor(255, 69, 58) : QColor(235, 52, 42);
+    return Theme::red(widget->palette());
 }
 
 QColor green(const QWidget* widget)
 {
-    return isDark(widget) ? QColor(48, 209, 88) : QColor(30, 170, 70);
+    return Theme::green(widget->palette());
 }
 
 QColor accent(const QWidget* widget)
 {
-    return widget->palette().color(QPalette::Highlight);
+    return Theme::accent(widget->palette());
 }
 
 QColor secondaryText(const QWidget* widget)
 {
-    QColor color = widget->palette().color(QPalette::WindowText);
-    color.setAlphaF(isDark(widget) ? 0.6f : 0.55f);
-    return color;
+    return Theme::secondaryText(widget->palette());
 }
 
 QFont font(int pixelSize, QFont::Weight weight, Face face)
 {
-    QFont result =
-        face == Face::monospaced ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QFont();
-    if (face == Face::rounded)
-        result.setFamilies({QStringLiteral("Nunito"), QStringLiteral("Ubuntu"),
-                            QStringLiteral("Cantarell"), result.family()});
-    result.setPixelSize(pixelSize);
-    result.setWeight(weight);
+    if (face == Face::monospaced)
+        return Theme::monospacedFont(pixelSize, weight);
+    QFont result = Theme::font(pixelSize, weight);
+    if (face == Face::rounded) {
+        // The nearest rounded faces a desktop may carry, then the system font.
+        result.setFamilies({QStringLiteral("Nunito"), QStringLiteral("Varela Round"),
+                            QStringLiteral("Ubuntu"), result.family()});
+    }
     return result;
 }
 

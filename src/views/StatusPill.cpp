@@ -1,6 +1,7 @@
 #include "views/StatusPill.h"
 
 #include "views/ScreenStyle.h"
+#include "views/components/Theme.h"
 
 #include <QPainter>
 
@@ -42,7 +43,7 @@ void StatusPill::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF capsule = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(QPalette::Base));
+    painter.setBrush(Theme::controlBackground(palette()));
     painter.drawRoundedRect(capsule, capsule.height() / 2, capsule.height() / 2);
 
     painter.setBrush(m_dotColor);

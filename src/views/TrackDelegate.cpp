@@ -1,9 +1,10 @@
 #include "TrackDelegate.h"
 
 #include "ArtworkCache.h"
+#include "DesktopTexts.h"
 #include "LibraryListModel.h"
-#include "LibraryTexts.h"
 #include "PaintHelpers.h"
+#include "views/components/Theme.h"
 
 #include <QAbstractItemView>
 #include <QFontMetrics>
@@ -26,6 +27,8 @@ constexpr int kPlayCircle = 28;
 constexpr int kSizeColumn = 75;
 constexpr int kActionButton = 18;
 constexpr int kActionSpacing = 8;
+
+const QString kRemoveTip = QStringLiteral("Remove from library");
 
 QRect badgeRect(const QString& text, const QFont& font, int left, int centreY)
 {
@@ -187,9 +190,9 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     if (!g.qualityBadge.isNull()) {
         QPainterPath qualityShape;
         qualityShape.addRoundedRect(g.qualityBadge, 4, 4);
-        painter->fillPath(qualityShape, palette.color(QPalette::Button));
+        painter->fillPath(qualityShape, Theme::controlBackground(palette));
         painter->setFont(qualityBadgeFont());
-        painter->setPen(palette.color(QPalette::ButtonText));
+        painter->setPen(Theme::primaryText(palette));
         painter->drawText(g.qualityBadge, Qt::AlignCenter, track.quality.shortName());
     }
 
@@ -252,9 +255,9 @@ bool TrackDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
         const Geometry g = geometry(option.rect, track);
         QString tip;
         if (g.folderButton.contains(event->pos()))
-            tip = LibraryTexts::showInFolder;
+            tip = DesktopTexts::kShowInFolder;
         else if (g.trashButton.contains(event->pos()))
-            tip = LibraryTexts::removeFromLibraryTip;
+            tip = kRemoveTip;
         if (!tip.isEmpty()) {
             QToolTip::showText(event->globalPos(), tip, view);
             return true;

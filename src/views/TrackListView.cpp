@@ -1,7 +1,7 @@
 #include "TrackListView.h"
 
+#include "DesktopTexts.h"
 #include "LibraryListModel.h"
-#include "LibraryTexts.h"
 
 TrackListView::TrackListView(QWidget* parent)
     : AccessibleListView(parent)
@@ -11,7 +11,7 @@ QStringList TrackListView::rowActionNames(int row) const
 {
     const QModelIndex index = model()->index(row, 0);
     const bool playing = index.data(LibraryListModel::IsPlayingRole).toBool();
-    return {playing ? pauseAction() : playAction(), LibraryTexts::showInFolder, removeAction()};
+    return {playing ? pauseAction() : playAction(), DesktopTexts::kShowInFolder, removeAction()};
 }
 
 void TrackListView::triggerRowAction(int row, const QString& name)
@@ -20,7 +20,7 @@ void TrackListView::triggerRowAction(int row, const QString& name)
         model()->index(row, 0).data(LibraryListModel::TrackRole).value<HistoryTrack>();
     if (name == playAction() || name == pauseAction())
         emit playRequested(track);
-    else if (name == LibraryTexts::showInFolder)
+    else if (name == DesktopTexts::kShowInFolder)
         emit showInFolderRequested(track);
     else if (name == removeAction())
         emit removeRequested(track);

@@ -92,7 +92,7 @@ bool Environment::checkTools()
 {
     QSignalSpy finished(m_dependencies.get(), &DependencyManager::checkFinished);
     m_dependencies->checkDependencies();
-    return finished.wait(20000);
+    return !finished.isEmpty() || finished.wait(20000);
 }
 
 void Environment::pointInstallerAtSilentServer()

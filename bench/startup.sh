@@ -1,0 +1,84 @@
+#!/usr/bin/env bash
+# Start-up time and idle memory of the program against a bare Qt Widgets window.
+# Usage: bench/startup.sh PATH_TO_VELDTONE [RUNS]
+# Starts each program under a virtual X server with an empty home, alternately, RUNS times
+# (default 5), and takes the time until its window is viewable (polled with xdotool) and its
+# resident memory 2 s later. Prints "name value unit" lines with the medians.
+set -euo pipefail
+app=$(realpath "${1:?usage: startup.sh PATH_TO_VELDTONE [RUNS]}")
+runs=${2:-5}
+here=$(cd "$(dirname "$0")" && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+# The bare window is built here with the same compiler and Qt, in Release.
+mkdir -p "$scratch/bare"
+cat >"$scratch/bare/main.cpp" <<'CPP'
+#include <QApplication>
+#include <QWidget>
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QWidget window;
+    window.setWindowTitle(QStringLiteral("Bare"));
+    window.resize(880, 660);
+    window.show();
+    return app.exec();
+}
+CPP
+cat >"$scratch/bare/CMakeLists.txt" <<'CMAKE'
+cmake_minimum_required(VERSION 3.25)
+project(bare LANGUAGES CXX)
+set(CMAKE_CXX_STANDARD 20)
+find_package(Qt6 REQUIRED COMPONENTS Widgets)
+add_executable(bare main.cpp)
+target_link_libraries(bare PRIVATE Qt6::Widgets)
+CMAKE
+cmake -S "$scratch/bare" -B "$scratch/bare/build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
+cmake --build "$scratch/bare/build" >/dev/null
+bare="$scratch/bare/build/bare"
+
+# One measurement inside the X server: "milliseconds kilobytes".
+cat >"$scratch/measure.sh" <<'SH'
+#!/usr/bin/env bash
+set -u
+program=$1
+start=$(date +%s%N)
+"$program" >/dev/null 2>&1 &
+pid=$!
+until xdotool search --onlyvisible --pid "$pid" >/dev/null 2>&1; do
+    kill -0 "$pid" 2>/dev/null || { echo "failed 0"; exit 0; }
+done
+end=$(date +%s%N)
+sleep 2
+rss=$(awk '/^VmRSS:/ {print $2}' "/proc/$pid/status")
+kill "$pid"
+wait "$pid" 2>/dev/null
+echo "$(( (end - start) / 1000000 )) $rss"
+SH
+chmod +x "$scratch/measure.sh"
+
+measure() {
+    local home="$scratch/home-$RANDOM$RANDOM"
+    mkdir -p "$home"
+    HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share" \
+    XDG_CACHE_HOME="$home/.cache" XDG_RUNTIME_DIR="$home/runtime" \
+        xvfb-run -a -s "-screen 0 1280x900x24" "$scratch/measure.sh" "$1"
+}
+
+app_ms=() app_kb=() bare_ms=()
+for _ in $(seq 1 "$runs"); do
+    read -r ms kb < <(measure "$app")
+    app_ms+=("$ms") app_kb+=("$kb")
+    read -r ms _ < <(measure "$bare")
+    bare_ms+=("$ms")
+done
+
+median() { printf '%s\n' "$@" | sort -n | awk '{v[NR]=$1} END {print (NR % 2) ? v[(NR+1)/2] : (v[NR/2] + v[NR/2+1]) / 2}'; }
+app_median=$(median "${app_ms[@]}")
+bare_median=$(median "${bare_ms[@]}")
+rss_median=$(median "${app_kb[@]}")
+echo "startup_window_ms $app_median ms"
+echo "startup_bare_qt_window_ms $bare_median ms"
+awk -v a="$app_median" -v b="$bare_median" 'BEGIN {printf "startup_ratio_vs_bare_qt %.2f ratio\n", (b > 0 ? a / b : 0)}'
+awk -v k="$rss_median" 'BEGIN {printf "idle_rss_mb %.1f MB\n", k / 1024}'

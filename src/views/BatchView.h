@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QWidget>
+
+class BatchQueueModel;
+class BatchRunner;
+class DownloadEngine;
+class QLabel;
+class QListView;
+class QPlainTextEdit;
+class QPushButton;
+class QStackedWidget;
+
+// The batch screen: many pasted links become a queue that is ripped one item after another.
+// The queue and its sequencing live in a BatchRunner owned by this screen, so leaving the screen
+// discards them.
+class BatchView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit BatchView(DownloadEngine& engine, QWidget* parent = nullptr);
+    ~BatchView() override;
+
+    enum class State
+    {
+        composing,
+        queued,
+        processing
+    };
+    State state() const;
+
+    BatchRunner& runner() const { return *m_runner; }
+    BatchQueueModel* model() const { return m_model; }
+
+    // Parts, for tests and accessibility checks.
+    QPlainTextEdit* editor() const { return m_editor; }
+    QPushButton* pasteButton() const { return m_paste; }
+    QPushButton* addButton() const { return m_add; }
+    QPushButton* clearQueueButton() const { return m_clearQueue; }
+    QListView* queueList() const { return m_list; }
+    QLabel* countLabel() const { return m_count; }
+    QPushButton* stopButton() const { return m_stop; }
+    QPushButton* addMoreButton() const { return m_addMore; }
+    QPushButton* ripAllButton() const { return m_ripAll; }
+
+private:
+    QWidget* buildHeader();
+    QWidget* buildEditor();
+    QWidget* buildFooter();
+    void updateState();
+    void pasteClipboard();
+    void addUrlsToQueue();
+
+    BatchRunner* m_runner;
+    BatchQueueModel* m_model;
+
+    QPushButton* m_clearQueue = nullptr;
+    QStackedWidget* m_stack = nullptr;
+    QPlainTextEdit* m_editor = nullptr;
+    QPushButton* m_paste = nullptr;
+    QPushButton* m_add = nullptr;
+    QListView* m_list = nullptr;
+    QWidget* m_footer = nullptr;
+    QLabel* m_count = nullptr;
+    QPushButton* m_stop = nullptr;
+    QPushButton* m_addMore = nullptr;
+    QPushButton* m_ripAll = nullptr;
+};

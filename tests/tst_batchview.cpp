@@ -1,0 +1,315 @@
+#include "services/BatchRunner.h"
+#include "services/DependencyManager.h"
+#include "services/DownloadEngine.h"
+#include "services/HistoryStore.h"
+#include "support/TestSupport.h"
+#include "views/BatchQueueModel.h"
+#include "views/BatchView.h"
+
+#include <QAbstractItemModelTester>
+#include <QAccessible>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QListView>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+// A stand-in yt-dlp that behaves by the last part of the link: "ok…" rips, "fail…" fails like a
+// missing page, "once…" fails on its first try only, "slow…" reports 10 % and then hangs.
+const QByteArray kYtDlp = R"(#!/bin/sh
+case "$1" in --version) echo 2023.03.04; exit 0;; esac
+link=""
+for a in "$@"; do case "$a" in *youtu*) link="$a";; esac; done
+echo "$link" >> "$BATCH_LOG"
+name=${link##*/}
+case "$name" in
+  fail*) echo "ERROR: [generic] $name: Unable to download webpage: HTTP Error 404: Not Found" >&2; exit 1;;
+  once*) if [ ! -e "$BATCH_OUT/.$name" ]; then : > "$BATCH_OUT/.$name"; echo "ERROR: first try of $name" >&2; exit 1; fi;;
+  slow*) echo "PROGRESS::  10.0%::1.00MiB/s::00:09::2.00MiB"; exec sleep 30;;
+esac
+echo "PROGRESS::  50.0%::1.00MiB/s::00:01::2.00MiB"
+echo "[ExtractAudio] Destination: $BATCH_OUT/$name.mp3"
+printf 'ID3' > "$BATCH_OUT/$name.mp3"
+exit 0
+)";
+const QByteArray kFfmpeg = "#!/bin/sh\necho 'ffmpeg version 5.1.4'\n";
+
+QString link(const QString& name)
+{
+    return u"https://youtu.be/" + name;
+}
+} // namespace
+
+class TestBatchView : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<DependencyManager> m_dependencies;
+    std::unique_ptr<HistoryStore> m_history;
+    std::unique_ptr<DownloadEngine> m_engine;
+    std::unique_ptr<BatchView> m_view;
+
+    QStringList ripped() const
+    {
+        return QString::fromUtf8(TestSupport::readFile(m_dir->filePath(u"rips.log"_s)))
+            .split(u'\n', Qt::SkipEmptyParts);
+    }
+    BatchRunner& runner() const { return m_view->runner(); }
+    DownloadStatus::Kind kindAt(int row) const { return runner().queue().at(row).status.kind(); }
+    void queue(const QStringList& names)
+    {
+        QStringList links;
+        for (const QString& name : names)
+            links << link(name);
+        m_view->editor()->setPlainText(links.join(u'\n'));
+        QTest::mouseClick(m_view->addButton(), Qt::LeftButton);
+    }
+
+private slots:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        const QString bin = m_dir->filePath(u"bin"_s);
+        const QString out = m_dir->filePath(u"out"_s);
+        QDir().mkpath(out);
+        TestSupport::writeScript(bin + u"/yt-dlp", kYtDlp);
+        TestSupport::writeScript(bin + u"/ffmpeg", kFfmpeg);
+        qputenv("BATCH_OUT", out.toUtf8());
+        qputenv("BATCH_LOG", m_dir->filePath(u"rips.log"_s).toUtf8());
+
+        DependencyManager::Options options;
+        options.resourceBinFolder = bin;
+        options.installFolder = m_dir->filePath(u"install"_s);
+        options.systemFolders = {};
+        options.environment = QProcessEnvironment();
+        options.checkOnStart = false;
+        m_dependencies = std::make_unique<DependencyManager>(options);
+        QSignalSpy checked(m_dependencies.get(), &DependencyManager::checkFinished);
+        m_dependencies->checkDependencies();
+        QVERIFY(checked.wait(10000));
+        QVERIFY(m_dependencies->ytDlpPath());
+
+        m_history = std::make_unique<HistoryStore>(m_dir->filePath(u"library"_s));
+        m_engine = std::make_unique<DownloadEngine>(
+            *m_dependencies, *m_history,
+            std::make_unique<QSettings>(m_dir->filePath(u"settings.ini"_s), QSettings::IniFormat));
+        m_engine->setTargetFolder(QUrl::fromLocalFile(out));
+        m_view = std::make_unique<BatchView>(*m_engine);
+        m_view->resize(880, 600);
+        m_view->show();
+    }
+
+    void cleanup()
+    {
+        m_view.reset();
+        if (m_engine->currentStatus().isBusy()) {
+            m_engine->cancel();
+            QTRY_VERIFY(!m_engine->currentStatus().isBusy());
+        }
+        m_engine.reset();
+        m_history->waitForSaves();
+        m_history.reset();
+        m_dependencies.reset();
+        m_dir.reset();
+    }
+
+    void lineFilter_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("queued");
+        QTest::newRow("link, blank, word") << u"https://www.youtube.com/watch?v=abc\n\nhello"_s
+                                           << QStringList{u"https://www.youtube.com/watch?v=abc"_s};
+        QTest::newRow("trimmed, twice")
+            << u"   https://youtu.be/x  \nhttps://youtu.be/x"_s
+            << QStringList{u"https://youtu.be/x"_s, u"https://youtu.be/x"_s};
+        QTest::newRow("capitals") << u"https://YOUTUBE.COM/watch?v=a\nhttps://YouTu.be/b"_s
+                                  << QStringList();
+        QTest::newRow("any text with the domain")
+            << u"see youtube.com for more\nnotes about youtu.be"_s
+            << QStringList{u"see youtube.com for more"_s, u"notes about youtu.be"_s};
+        QTest::newRow("windows line ends")
+            << u"https://youtu.be/a\r\nhttps://youtu.be/b\r\n"_s
+            << QStringList{u"https://youtu.be/a"_s, u"https://youtu.be/b"_s};
+        QTest::newRow("unicode line separator")
+            << u"https://youtu.be/a\u2028https://youtu.be/b"_s
+            << QStringList{u"https://youtu.be/a"_s, u"https://youtu.be/b"_s};
+        QTest::newRow("nothing") << u"hello\nworld"_s << QStringList();
+    }
+    void lineFilter()
+    {
+        QFETCH(QString, text);
+        QFETCH(QStringList, queued);
+        QAbstractItemModelTester tester(m_view->model());
+        m_view->editor()->setPlainText(text);
+        QVERIFY(m_view->addButton()->isEnabled());
+        QTest::mouseClick(m_view->addButton(), Qt::LeftButton);
+        QStringList urls;
+        for (const BatchItem& item : runner().queue()) {
+            urls << item.url;
+            QCOMPARE(item.status, DownloadStatus::idle());
+            QVERIFY(!item.metadata && !item.targetPath);
+        }
+        QCOMPARE(urls, queued);
+        QCOMPARE(m_view->editor()->toPlainText(), QString());
+        QCOMPARE(m_view->state(),
+                 queued.isEmpty() ? BatchView::State::composing : BatchView::State::queued);
+    }
+
+    void pasteAndAddRules()
+    {
+        QVERIFY(!m_view->addButton()->isEnabled());
+        m_view->editor()->setPlainText(u"  \n\t\n "_s);
+        QVERIFY(!m_view->addButton()->isEnabled());
+        m_view->editor()->clear();
+
+        QGuiApplication::clipboard()->setText(u"  https://youtu.be/a  "_s);
+        QTest::mouseClick(m_view->pasteButton(), Qt::LeftButton);
+        QCOMPARE(m_view->editor()->toPlainText(), u"  https://youtu.be/a  "_s);
+        QGuiApplication::clipboard()->setText(u"https://youtu.be/b"_s);
+        QTest::mouseClick(m_view->pasteButton(), Qt::LeftButton);
+        QCOMPARE(m_view->editor()->toPlainText(), u"  https://youtu.be/a  \nhttps://youtu.be/b"_s);
+        QVERIFY(m_view->addButton()->isEnabled());
+
+        // A clipboard without text changes nothing.
+        auto* image = new QMimeData;
+        image->setData(u"image/png"_s, QByteArray("x"));
+        QGuiApplication::clipboard()->setMimeData(image);
+        QTest::mouseClick(m_view->pasteButton(), Qt::LeftButton);
+        QCOMPARE(m_view->editor()->toPlainText(), u"  https://youtu.be/a  \nhttps://youtu.be/b"_s);
+    }
+
+    void countsAndStates()
+    {
+        QVERIFY(!m_view->clearQueueButton()->isVisible());
+        QVERIFY(!m_view->countLabel()->isVisible());
+        queue({u"ok1"_s});
+        QCOMPARE(m_view->ripAllButton()->text(), u"Rip All (1 Tracks)"_s);
+        queue({u"ok2"_s, u"ok3"_s});
+        QCOMPARE(m_view->ripAllButton()->text(), u"Rip All (3 Tracks)"_s);
+        QCOMPARE(m_view->countLabel()->text(), u"0 of 3 completed"_s);
+        QVERIFY(m_view->clearQueueButton()->isVisible());
+        QVERIFY(m_view->addMoreButton()->isVisible());
+        QVERIFY(!m_view->stopButton()->isVisible());
+
+        QTest::mouseClick(m_view->addMoreButton(), Qt::LeftButton);
+        QCOMPARE(m_view->state(), BatchView::State::composing);
+        QCOMPARE(m_view->editor()->toPlainText(), QString());
+        queue({u"ok1"_s});
+        QTest::mouseClick(m_view->clearQueueButton(), Qt::LeftButton);
+        QCOMPARE(m_view->state(), BatchView::State::composing);
+    }
+
+    void runSkipsCompletedAndMovesOnAfterFailure()
+    {
+        queue({u"ok1"_s, u"ok2"_s, u"once3"_s, u"once4"_s, u"fail5"_s});
+        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
+        QCOMPARE(m_view->state(), BatchView::State::processing);
+        QVERIFY(m_view->stopButton()->isVisible());
+        QVERIFY(!m_view->clearQueueButton()->isVisible());
+        QVERIFY(!m_view->ripAllButton()->isVisible());
+        QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
+        QCOMPARE(ripped().size(), 5);
+        QCOMPARE(m_view->countLabel()->text(), u"2 of 5 completed"_s);
+        QCOMPARE(kindAt(2), DownloadStatus::Kind::failed);
+        const QModelIndex failed = m_view->model()->index(4);
+        QVERIFY(failed.data(Qt::ToolTipRole).toString().contains(u"HTTP Error 404"));
+        QCOMPARE(runner().queue().at(0).status.filePath(), m_dir->filePath(u"out/ok1.mp3"_s));
+        QCOMPARE(m_history->tracks().size(), 2);
+
+        // Only the three unfinished items run again; the count rises as they complete.
+        QStringList counts;
+        connect(&runner(), &BatchRunner::countsChanged, this,
+                [&] { counts << runner().countText(); });
+        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
+        QCOMPARE(ripped().mid(5),
+                 (QStringList{link(u"once3"_s), link(u"once4"_s), link(u"fail5"_s)}));
+        QCOMPARE(counts, (QStringList{u"3 of 5 completed"_s, u"4 of 5 completed"_s}));
+
+        // A failed item is not idle, so it offers no trash button.
+        QCOMPARE(kindAt(4), DownloadStatus::Kind::failed);
+        QVERIFY(!m_view->model()->index(4).data(BatchQueueModel::ShowsTrashRole).toBool());
+    }
+
+    void allCompletedEndsAtOnce()
+    {
+        queue({u"ok1"_s, u"ok2"_s});
+        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
+        QCOMPARE(m_view->countLabel()->text(), u"2 of 2 completed"_s);
+        QSignalSpy processing(&runner(), &BatchRunner::isProcessingChanged);
+        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
+        QCOMPARE(m_view->state(), BatchView::State::queued);
+        QCOMPARE(processing.size(), 2);
+        QCOMPARE(ripped().size(), 2);
+    }
+
+    void stopMidRun()
+    {
+        queue({u"slow1"_s, u"ok2"_s});
+        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
+        // The running item follows the engine live.
+        QTRY_COMPARE_WITH_TIMEOUT(runner().queue().at(0).status.progress(), 0.1, 10000);
+        QVERIFY(!m_view->model()->index(1).data(BatchQueueModel::ShowsTrashRole).toBool());
+        QTest::mouseClick(m_view->stopButton(), Qt::LeftButton);
+        QCOMPARE(m_view->state(), BatchView::State::queued);
+        QTRY_VERIFY(!m_engine->currentStatus().isBusy());
+        QTest::qWait(200);
+        QCOMPARE(ripped().size(), 1);
+        QCOMPARE(kindAt(0), DownloadStatus::Kind::downloading);
+        QCOMPARE(kindAt(1), DownloadStatus::Kind::idle);
+
+        // Trash only on idle items, only while nothing runs.
+        QVERIFY(!m_view->model()->index(0).data(BatchQueueModel::ShowsTrashRole).toBool());
+        QVERIFY(m_view->model()->index(1).data(BatchQueueModel::ShowsTrashRole).toBool());
+        QAccessibleInterface* list = QAccessible::queryAccessibleInterface(m_view->queueList());
+        QAccessibleInterface* row = list->child(1);
+        QCOMPARE(row->text(QAccessible::Name), u"2. https://youtu.be/ok2"_s);
+        QCOMPARE(row->text(QAccessible::Description), u"Waiting"_s);
+        QCOMPARE(list->child(0)->actionInterface()->actionNames(), QStringList());
+        QCOMPARE(row->actionInterface()->actionNames(), QStringList{u"Remove"_s});
+        row->actionInterface()->doAction(u"Remove"_s);
+        QCOMPARE(runner().queue().size(), 1);
+    }
+
+    void leavingTheScreenMidJob()
+    {
+        queue({u"ok1"_s, u"ok2"_s});
+        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
+        QVERIFY(m_engine->currentStatus().isBusy());
+        m_view.reset();
+        // The engine finishes its job and records it; nothing reaches the discarded screen.
+        QTRY_COMPARE_WITH_TIMEOUT(m_engine->currentStatus().kind(), DownloadStatus::Kind::completed,
+                                  10000);
+        QTest::qWait(100);
+        QCOMPARE(ripped(), QStringList{link(u"ok1"_s)});
+        QCOMPARE(m_history->tracks().size(), 1);
+    }
+
+    void refusedWhileEngineBusy()
+    {
+        m_engine->startExtraction(link(u"slow0"_s));
+        QVERIFY(m_engine->currentStatus().isBusy());
+        queue({u"ok1"_s});
+        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
+        QCOMPARE(m_view->state(), BatchView::State::queued);
+        QCOMPARE(kindAt(0), DownloadStatus::Kind::failed);
+        QVERIFY(m_engine->currentStatus().isBusy());
+    }
+};
+
+QTEST_MAIN(TestBatchView)
+#include "tst_batchview.moc"
