@@ -15,6 +15,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -59,31 +60,9 @@ SettingsView::SettingsView(const Services& services, QWidget* parent)
     setAccessibleName(QStringLiteral("Settings"));
     setAutoFillBackground(true);
 
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->viewport()->setAutoFillBackground(false);
-
-    auto* content = new QWidget(scroll);
-    // Cards keep room around their panels for the shadow; margins and gaps are trimmed by it
-    // so that the panels sit 24 from the sides and 20 apart.
-    const QMargins shadow = GlassCard::shadowMargins();
-    QVBoxLayout* layout = column(content, 20 - shadow.top() - shadow.bottom());
-    layout->setContentsMargins(24 - shadow.left(), 24, 24 - shadow.right(), 24 - shadow.bottom());
-    QLabel* title = label(QStringLiteral("Preferences"), ScreenStyle::font(22, QFont::Bold));
-    title->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
-    layout->addWidget(title);
-    layout->addSpacing(shadow.bottom());
-    layout->addWidget(buildDefaultsCard());
-    layout->addWidget(buildToolsCard());
-    layout->addWidget(buildAboutCard());
-    layout->addStretch(1);
-    scroll->setWidget(content);
-
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
-    outer->addWidget(scroll);
+    buildContent();
 
     DownloadEngine& engine = m_services.engine;
     for (auto signal :
@@ -105,6 +84,55 @@ SettingsView::SettingsView(const Services& services, QWidget* parent)
 }
 
 SettingsView::~SettingsView() = default;
+
+void SettingsView::buildContent()
+{
+    delete m_scroll;
+    m_builtDark = Theme::isDark(palette());
+
+    m_scroll = new QScrollArea(this);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->viewport()->setAutoFillBackground(false);
+
+    auto* content = new QWidget(m_scroll);
+    // Cards keep room around their panels for the shadow; margins and gaps are trimmed by it
+    // so that the panels sit 24 from the sides and 20 apart.
+    const QMargins shadow = GlassCard::shadowMargins();
+    QVBoxLayout* layout = column(content, 20 - shadow.top() - shadow.bottom());
+    layout->setContentsMargins(24 - shadow.left(), 24, 24 - shadow.right(), 24 - shadow.bottom());
+    QLabel* title = label(QStringLiteral("Preferences"), ScreenStyle::font(22, QFont::Bold));
+    title->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
+    layout->addWidget(title);
+    layout->addSpacing(shadow.bottom());
+    layout->addWidget(buildDefaultsCard());
+    layout->addWidget(buildToolsCard());
+    layout->addWidget(buildAboutCard());
+    layout->addStretch(1);
+    m_scroll->setWidget(content);
+
+    this->layout()->addWidget(m_scroll);
+}
+
+void SettingsView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    // Colours are fixed when the parts are made: make them again for a new appearance, once
+    // the palette has reached every widget of the application.
+    if (event->type() == QEvent::PaletteChange && Theme::isDark(palette()) != m_builtDark) {
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (Theme::isDark(palette()) == m_builtDark)
+                    return;
+                buildContent();
+                updateDefaults();
+                updateTools();
+            },
+            Qt::QueuedConnection);
+    }
+}
 
 QWidget* SettingsView::buildDefaultsCard()
 {
