@@ -493,9 +493,10 @@ QWidget* ConverterView::buildStatusGroup()
     QVBoxLayout* successColumn = column(successTexts, 1);
     successColumn->addWidget(
         label(QStringLiteral("Extraction Complete!"), ScreenStyle::font(13, QFont::Bold)));
-    m_fileNameLabel = label(QString(), ScreenStyle::font(11), successTexts);
+    // One line; a long name is shortened in the middle so its extension stays in view.
+    m_fileNameLabel = new ElidedLabel(successTexts);
+    m_fileNameLabel->setFont(ScreenStyle::font(11));
     setTextColor(m_fileNameLabel, secondaryText(this));
-    m_fileNameLabel->setMinimumWidth(60);
     successColumn->addWidget(m_fileNameLabel);
     successRow->addWidget(successTexts, 1);
     m_playButton = new QPushButton(QStringLiteral("Play"), success);

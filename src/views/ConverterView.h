@@ -110,7 +110,7 @@ private:
     QPushButton* m_cancelButton = nullptr;
 
     GlassCard* m_successCard = nullptr;
-    QLabel* m_fileNameLabel = nullptr;
+    ElidedLabel* m_fileNameLabel = nullptr;
     QPushButton* m_playButton = nullptr;
     QPushButton* m_showFileButton = nullptr;
 
