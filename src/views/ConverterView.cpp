@@ -119,10 +119,6 @@ ConverterView::ConverterView(const Services& services, DesktopServices* desktop,
             &ConverterView::updatePlayButton);
     connect(&m_services.player, &AudioPlayerService::currentTrackChanged, this,
             &ConverterView::updatePlayButton);
-
-    updateTools();
-    updateSelections();
-    updateStatus();
 }
 
 ConverterView::~ConverterView() = default;
@@ -159,9 +155,14 @@ void ConverterView::buildContent()
     layout->addWidget(buildConfigurationCard());
     layout->addWidget(buildStatusGroup());
     layout->addStretch(1);
+    m_linkField->setText(link);
+    // Show the parts for the current state before the scroll area measures them: hiding a
+    // part of a layout that has never been laid out does not reach the measures it caches.
+    updateTools();
+    updateSelections();
+    updateStatus();
     m_scroll->setWidget(content);
     this->layout()->addWidget(m_scroll);
-    m_linkField->setText(link);
 }
 
 void ConverterView::changeEvent(QEvent* event)
@@ -177,9 +178,6 @@ void ConverterView::changeEvent(QEvent* event)
                 if (Theme::isDark(palette()) == m_builtDark)
                     return;
                 buildContent();
-                updateTools();
-                updateSelections();
-                updateStatus();
             },
             Qt::QueuedConnection);
     }

@@ -51,6 +51,14 @@ QPushButton* smallButton(const QString& text, QWidget* parent)
     return button;
 }
 
+// A card that keeps to its own height; the screen's spare height goes below the last card.
+GlassCard* card(QWidget* content, QWidget* parent)
+{
+    auto* result = new GlassCard(content, 14, 16, parent);
+    result->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    return result;
+}
+
 } // namespace
 
 SettingsView::SettingsView(const Services& services, QWidget* parent)
@@ -79,8 +87,6 @@ SettingsView::SettingsView(const Services& services, QWidget* parent)
           &DependencyManager::installProgressChanged}) {
         connect(&tools, signal, this, &SettingsView::updateTools);
     }
-    updateDefaults();
-    updateTools();
 }
 
 SettingsView::~SettingsView() = default;
@@ -110,8 +116,11 @@ void SettingsView::buildContent()
     layout->addWidget(buildToolsCard());
     layout->addWidget(buildAboutCard());
     layout->addStretch(1);
+    // Show the parts for the current state before the scroll area measures them: hiding a
+    // part of a layout that has never been laid out does not reach the measures it caches.
+    updateDefaults();
+    updateTools();
     m_scroll->setWidget(content);
-
     this->layout()->addWidget(m_scroll);
 }
 
@@ -127,8 +136,6 @@ void SettingsView::changeEvent(QEvent* event)
                 if (Theme::isDark(palette()) == m_builtDark)
                     return;
                 buildContent();
-                updateDefaults();
-                updateTools();
             },
             Qt::QueuedConnection);
     }
@@ -225,7 +232,7 @@ QWidget* SettingsView::buildDefaultsCard()
         engine.savePreferences();
     });
 
-    return new GlassCard(content, 14, 16, this);
+    return card(content, this);
 }
 
 QWidget* SettingsView::buildToolsCard()
@@ -267,7 +274,7 @@ QWidget* SettingsView::buildToolsCard()
     installLayout->addStretch(1);
     layout->addWidget(m_installRow);
 
-    return new GlassCard(content, 14, 16, this);
+    return card(content, this);
 }
 
 QWidget* SettingsView::buildAboutCard()
@@ -287,7 +294,7 @@ QWidget* SettingsView::buildAboutCard()
     setTextColor(version, secondaryText(this));
     textColumn->addWidget(version);
     row->addWidget(texts, 1);
-    return new GlassCard(content, 14, 16, this);
+    return card(content, this);
 }
 
 void SettingsView::chooseFolder()
