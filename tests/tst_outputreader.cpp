@@ -176,12 +176,6 @@ private slots:
             << u"x PROGRESS::50%::a::b::c"_s << mp3 << k320 << false << none << QString();
         QTest::newRow("progress marker case")
             << u"progress::50%::a::b::c"_s << mp3 << k320 << false << none << QString();
-        QTest::newRow("real progress unknown speed")
-            << u"PROGRESS::  3.6%:: Unknown B/s::Unknown::       N/A"_s << mp3 << k320 << true
-            << downloading(3.6, u"Unknown B/s", u"Unknown", u"N/A") << QString();
-        QTest::newRow("real progress last")
-            << u"PROGRESS::100.0%::6.26MiB/s::NA::NA"_s << mp3 << k320 << true
-            << downloading(100, u"6.26MiB/s", u"NA", u"NA") << QString();
 
         // Conversion, with the destination the converter announces.
         QTest::newRow("extract audio destination")
@@ -453,32 +447,6 @@ private slots:
         QVERIFY(reader.finish().isEmpty());
     }
 
-    void conversionText_data()
-    {
-        QTest::addColumn<AudioFormat>("format");
-        QTest::addColumn<AudioQuality>("quality");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("mp3 320") << AudioFormat(AudioFormat::mp3)
-                                 << AudioQuality(AudioQuality::k320)
-                                 << u"Converting audio to MP3 (320 kbps)..."_s;
-        QTest::newRow("flac best")
-            << AudioFormat(AudioFormat::flac) << AudioQuality(AudioQuality::best)
-            << u"Converting audio to FLAC (Best (Auto))..."_s;
-        QTest::newRow("wav 128") << AudioFormat(AudioFormat::wav)
-                                 << AudioQuality(AudioQuality::k128)
-                                 << u"Converting audio to WAV (128 kbps)..."_s;
-        QTest::newRow("m4a 256") << AudioFormat(AudioFormat::m4a)
-                                 << AudioQuality(AudioQuality::k256)
-                                 << u"Converting audio to M4A (256 kbps)..."_s;
-    }
-    void conversionText()
-    {
-        QFETCH(AudioFormat, format);
-        QFETCH(AudioQuality, quality);
-        QFETCH(QString, text);
-        QCOMPARE(ToolOutputReader::conversionText(format, quality), text);
-    }
-
     void meaningfulError_data()
     {
         QTest::addColumn<QString>("errorText");
@@ -511,8 +479,6 @@ private slots:
         QTest::newRow("no marker several lines")
             << u"  Traceback:\n  boom  "_s << u"  Traceback:\n  boom  "_s;
         QTest::newRow("marker case") << u"error: x\n"_s << u"error: x\n"_s;
-        QTest::newRow("exit code text")
-            << u"Download failed with exit code 2"_s << u"Download failed with exit code 2"_s;
     }
     void meaningfulError()
     {

@@ -1,6 +1,9 @@
 #include "views/ScreenFactory.h"
 
+#include "views/ArtworkCache.h"
+#include "views/BatchView.h"
 #include "views/ConverterView.h"
+#include "views/HistoryView.h"
 #include "views/SettingsView.h"
 
 #include <QLabel>
@@ -43,12 +46,12 @@ QWidget* ScreenFactory::converter(QWidget* parent) const
 
 QWidget* ScreenFactory::batch(QWidget* parent) const
 {
-    return placeholder(NavigationItem::batch, parent);
+    return new BatchView(m_services.engine, parent);
 }
 
 QWidget* ScreenFactory::library(QWidget* parent) const
 {
-    return placeholder(NavigationItem::history, parent);
+    return new HistoryView(m_services.history, m_services.player, ArtworkCache::shared(), parent);
 }
 
 QWidget* ScreenFactory::settings(QWidget* parent) const

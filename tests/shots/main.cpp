@@ -19,6 +19,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
@@ -300,6 +301,20 @@ int main(int argc, char** argv)
     if (gallery.grab().save(galleryPath))
         ++saved;
     QTextStream(stdout) << galleryPath << '\n';
+
+    // The application icon at a launcher's and a title bar's size.
+    QImage icons(256 + 48 + 24 + 16, 256, QImage::Format_ARGB32_Premultiplied);
+    icons.fill(Qt::transparent);
+    {
+        const QIcon appIcon(QStringLiteral(VELDTONE_ICON_SVG));
+        QPainter painter(&icons);
+        appIcon.paint(&painter, QRect(0, 0, 256, 256));
+        appIcon.paint(&painter, QRect(256 + 8, 104, 48, 48));
+        appIcon.paint(&painter, QRect(256 + 8 + 48 + 8, 120, 16, 16));
+    }
+    const QString iconPath = out + QStringLiteral("/app-icon.png");
+    if (icons.save(iconPath))
+        ++saved;
 
     history.waitForSaves();
     return saved > 0 ? 0 : 1;
