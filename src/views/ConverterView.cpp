@@ -74,18 +74,15 @@ QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget
     return button;
 }
 
-// A symbol followed by a text, as one label group; returns the text part.
+// A symbol followed by a text, added to a row; returns the text part.
 QLabel* symbolText(const QString& symbolName, const QColor& color, int pixelSize, QWidget* owner,
-                   QWidget** group = nullptr)
+                   QHBoxLayout* layout)
 {
-    auto* box = new QWidget(owner);
-    QHBoxLayout* layout = row(box, 3);
-    layout->addWidget(symbol(symbolName, color, pixelSize, box));
-    QLabel* text = label(QString(), ScreenStyle::font(pixelSize), box);
+    layout->addWidget(symbol(symbolName, color, pixelSize, owner));
+    layout->addSpacing(3);
+    QLabel* text = label(QString(), ScreenStyle::font(pixelSize), owner);
     setTextColor(text, color);
     layout->addWidget(text);
-    if (group)
-        *group = box;
     return text;
 }
 
@@ -424,18 +421,15 @@ QWidget* ConverterView::buildStatusGroup()
     auto* details = new QWidget(m_downloadingForm);
     QHBoxLayout* detailRow = row(details, 0);
     const QColor dim = secondaryText(this);
-    m_speedLabel = symbolText(QStringLiteral("arrow.down.circle"), dim, 10, details);
-    detailRow->addWidget(m_speedLabel->parentWidget());
+    m_speedLabel = symbolText(QStringLiteral("arrow.down.circle"), dim, 10, details, detailRow);
     detailRow->addStretch(1);
     // The ETA label carries its own trailing space, so hiding it leaves one gap, not two.
     m_etaGroup = new QWidget(details);
     QHBoxLayout* etaRow = row(m_etaGroup, 0);
-    m_etaLabel = symbolText(QStringLiteral("clock"), dim, 10, m_etaGroup);
-    etaRow->addWidget(m_etaLabel->parentWidget());
+    m_etaLabel = symbolText(QStringLiteral("clock"), dim, 10, m_etaGroup, etaRow);
     etaRow->addStretch(1);
     detailRow->addWidget(m_etaGroup, 1);
-    m_sizeLabel = symbolText(QStringLiteral("internaldrive"), dim, 10, details);
-    detailRow->addWidget(m_sizeLabel->parentWidget());
+    m_sizeLabel = symbolText(QStringLiteral("internaldrive"), dim, 10, details, detailRow);
     downloading->addWidget(details);
     progressLayout->addWidget(m_downloadingForm);
 
