@@ -22,6 +22,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -94,38 +95,9 @@ ConverterView::ConverterView(const Services& services, DesktopServices* desktop,
     , m_desktop(desktop ? *desktop : DesktopServices::system())
 {
     setAccessibleName(QStringLiteral("Converter"));
-
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // The gradient behind the screen shows through the scroll area.
-    scroll->setAutoFillBackground(false);
-    scroll->viewport()->setAutoFillBackground(false);
-
-    auto* content = new QWidget(scroll);
-    content->setAutoFillBackground(false);
-    // Cards keep room around their panels for the shadow; the margins and gaps here are
-    // trimmed by that room so the panels sit 20 from the sides and 16 apart.
-    const QMargins shadow = GlassCard::shadowMargins();
-    auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(20 - shadow.left(), 16, 20 - shadow.right(), 16 - shadow.bottom());
-    layout->setSpacing(0);
-    QWidget* header = buildHeader();
-    header->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
-    layout->addWidget(header);
-    layout->addSpacing(16 - shadow.top());
-    layout->addWidget(buildMissingToolsCard());
-    layout->addWidget(buildLinkCard());
-    layout->addWidget(buildConfigurationCard());
-    layout->addWidget(buildStatusGroup());
-    layout->addStretch(1);
-    scroll->setWidget(content);
-
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
-    outer->addWidget(scroll);
+    buildContent();
 
     DownloadEngine& engine = m_services.engine;
     DependencyManager& tools = m_services.dependencies;
@@ -147,13 +119,69 @@ ConverterView::ConverterView(const Services& services, DesktopServices* desktop,
             &ConverterView::updatePlayButton);
     connect(&m_services.player, &AudioPlayerService::currentTrackChanged, this,
             &ConverterView::updatePlayButton);
-
-    updateTools();
-    updateSelections();
-    updateStatus();
 }
 
 ConverterView::~ConverterView() = default;
+
+void ConverterView::buildContent()
+{
+    const QString link = m_linkField ? m_linkField->text() : QString();
+    delete m_scroll;
+    m_builtDark = Theme::isDark(palette());
+
+    m_scroll = new QScrollArea(this);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // The gradient behind the screen shows through the scroll area.
+    m_scroll->setAutoFillBackground(false);
+    m_scroll->viewport()->setAutoFillBackground(false);
+
+    auto* content = new QWidget(m_scroll);
+    content->setAutoFillBackground(false);
+    // Cards keep room around their panels for the shadow; the margins and gaps here are
+    // trimmed by that room so the panels sit 20 from the sides and 16 apart.
+    const QMargins shadow = GlassCard::shadowMargins();
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(20 - shadow.left(), 16, 20 - shadow.right(), 16 - shadow.bottom());
+    layout->setSpacing(0);
+    QWidget* header = buildHeader();
+    header->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
+    layout->addWidget(header);
+    layout->addSpacing(16 - shadow.top());
+    layout->addWidget(buildMissingToolsCard());
+    layout->addWidget(buildLinkCard());
+    layout->addWidget(buildConfigurationCard());
+    layout->addWidget(buildStatusGroup());
+    layout->addStretch(1);
+    m_linkField->setText(link);
+    // Show the parts for the current state before the scroll area measures them: hiding a
+    // part of a layout that has never been laid out does not reach the measures it caches.
+    updateTools();
+    updateSelections();
+    updateStatus();
+    m_scroll->setWidget(content);
+    this->layout()->addWidget(m_scroll);
+}
+
+void ConverterView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    // The screen's colours are fixed when its parts are made: when the appearance turns light
+    // or dark, make them again. Later, because the palette is still being handed to every
+    // widget of the application.
+    if (event->type() == QEvent::PaletteChange && Theme::isDark(palette()) != m_builtDark) {
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (Theme::isDark(palette()) == m_builtDark)
+                    return;
+                buildContent();
+            },
+            Qt::QueuedConnection);
+    }
+}
 
 QString ConverterView::inputUrl() const
 {
@@ -463,9 +491,10 @@ QWidget* ConverterView::buildStatusGroup()
     QVBoxLayout* successColumn = column(successTexts, 1);
     successColumn->addWidget(
         label(QStringLiteral("Extraction Complete!"), ScreenStyle::font(13, QFont::Bold)));
-    m_fileNameLabel = label(QString(), ScreenStyle::font(11), successTexts);
+    // One line; a long name is shortened in the middle so its extension stays in view.
+    m_fileNameLabel = new ElidedLabel(successTexts);
+    m_fileNameLabel->setFont(ScreenStyle::font(11));
     setTextColor(m_fileNameLabel, secondaryText(this));
-    m_fileNameLabel->setMinimumWidth(60);
     successColumn->addWidget(m_fileNameLabel);
     successRow->addWidget(successTexts, 1);
     m_playButton = new QPushButton(QStringLiteral("Play"), success);

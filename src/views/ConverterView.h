@@ -19,6 +19,7 @@ class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
+class QScrollArea;
 class QStackedWidget;
 class QToolButton;
 class StatusPill;
@@ -45,8 +46,10 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void buildContent();
     QWidget* buildHeader();
     QWidget* buildMissingToolsCard();
     QWidget* buildLinkCard();
@@ -71,6 +74,9 @@ private:
 
     Services m_services;
     DesktopServices& m_desktop;
+    bool m_builtDark = false;
+
+    QScrollArea* m_scroll = nullptr;
 
     StatusPill* m_pill = nullptr;
     GlassCard* m_missingToolsCard = nullptr;
@@ -104,7 +110,7 @@ private:
     QPushButton* m_cancelButton = nullptr;
 
     GlassCard* m_successCard = nullptr;
-    QLabel* m_fileNameLabel = nullptr;
+    ElidedLabel* m_fileNameLabel = nullptr;
     QPushButton* m_playButton = nullptr;
     QPushButton* m_showFileButton = nullptr;
 

@@ -10,6 +10,7 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 class ToolStatusRow;
 
 // The settings screen: the engine's saved defaults, edited and saved at every change, and the
@@ -22,7 +23,11 @@ public:
     explicit SettingsView(const Services& services, QWidget* parent = nullptr);
     ~SettingsView() override;
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void buildContent();
     QWidget* buildDefaultsCard();
     QWidget* buildToolsCard();
     QWidget* buildAboutCard();
@@ -32,6 +37,9 @@ private:
     void updateTools();
 
     Services m_services;
+    bool m_builtDark = false;
+
+    QScrollArea* m_scroll = nullptr;
 
     ElidedLabel* m_folderPath = nullptr;
     QComboBox* m_formatPicker = nullptr;
