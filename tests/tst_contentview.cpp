@@ -14,6 +14,7 @@
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QApplication>
+#include <QImage>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -31,6 +32,11 @@
 #include <memory>
 
 namespace {
+
+bool stripShown(const ContentView& view)
+{
+    return view.miniPlayer() && view.miniPlayer()->isVisible();
+}
 
 // One second of 8 kHz mono 16-bit silence, a file any audio backend can open.
 QByteArray silentWav()
@@ -235,25 +241,32 @@ private slots:
         MainWindow window(*m_services, factory);
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        MiniPlayerView* strip = window.contentView()->miniPlayer();
+        const ContentView& view = *window.contentView();
 
         // Nothing loaded: both commands leave the player stopped and the strip hidden.
         window.contentView()->setFocus();
         QTest::keyClick(&window, Qt::Key_Space);
         QTest::keyClick(&window, Qt::Key_Period, Qt::ControlModifier);
         QVERIFY(!m_player->currentTrack());
-        QVERIFY(!strip->isVisible());
+        QVERIFY(!stripShown(view));
 
         m_player->play(track(QStringLiteral("song")));
         QVERIFY(m_player->currentTrack());
         QVERIFY(m_player->isPlaying());
-        QVERIFY(strip->isVisible());
+        QVERIFY(stripShown(view));
 
         auto* field = window.findChild<QLineEdit*>(QStringLiteral("field"));
         QVERIFY(field);
         field->setFocus();
         QTest::keyClicks(field, QStringLiteral("a b"));
         QCOMPARE(field->text(), QStringLiteral("a b"));
+        QVERIFY(m_player->isPlaying());
+
+        // A focused button takes Space as its own press, as keyboard users expect.
+        SidebarRow* batch = window.contentView()->sidebar()->row(NavigationItem::batch);
+        batch->setFocus();
+        QTest::keyClick(batch, Qt::Key_Space);
+        QCOMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
         QVERIFY(m_player->isPlaying());
 
         window.contentView()->setFocus();
@@ -264,7 +277,7 @@ private slots:
 
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Period, Qt::ControlModifier);
         QVERIFY(!m_player->currentTrack());
-        QVERIFY(!strip->isVisible());
+        QVERIFY(!stripShown(view));
     }
 
     void miniPlayerStrip()
@@ -273,11 +286,11 @@ private slots:
         ContentView view(*m_services, factory);
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
-        MiniPlayerView* strip = view.miniPlayer();
-        QVERIFY(!strip->isVisible());
+        QVERIFY(!stripShown(view));
 
         m_player->play(track(QStringLiteral("Night Drive")));
-        QVERIFY(strip->isVisible());
+        QVERIFY(stripShown(view));
+        MiniPlayerView* strip = view.miniPlayer();
         QVERIFY(!strip->showsArtworkImage());
         QCOMPARE(strip->shownPlaySymbol(), QStringLiteral("pause.fill"));
 
@@ -322,9 +335,27 @@ private slots:
         for (QToolButton* button : strip->findChildren<QToolButton*>())
             if (button->toolTip() == u"Close Player")
                 close = button;
+        // The strip is laid out under the screen before it can be clicked.
+        QTRY_VERIFY(close->mapTo(&view, QPoint(0, 0)).y() > view.height() / 2);
         QTest::mouseClick(close, Qt::LeftButton);
         QVERIFY(!m_player->currentTrack());
-        QVERIFY(!strip->isVisible());
+        QVERIFY(!stripShown(view));
+
+        // Loading another track brings the same strip back, with its artwork once it loads.
+        QImage cover(64, 48, QImage::Format_RGB32);
+        cover.fill(Qt::darkCyan);
+        const QString coverPath = m_dir.filePath(QStringLiteral("cover.png"));
+        QVERIFY(cover.save(coverPath));
+        m_player->play(track(QStringLiteral("Second"), QUrl::fromLocalFile(coverPath).toString()));
+        QCOMPARE(view.miniPlayer(), strip);
+        QVERIFY(stripShown(view));
+        QTRY_VERIFY(strip->showsArtworkImage());
+
+        // A thumbnail text that is no address leaves the placeholder.
+        m_player->play(track(QStringLiteral("Third"), QStringLiteral("not a link")));
+        QVERIFY(!strip->showsArtworkImage());
+        QTest::qWait(100);
+        QVERIFY(!strip->showsArtworkImage());
     }
 
     void formatTime_data()

@@ -126,9 +126,9 @@ private slots:
                              << QStringLiteral("pcm_s16le") << 0.0
                              << QStringLiteral("Converting audio to WAV (Best (Auto))...");
         QTest::newRow("opus 256") << AudioFormat(AudioFormat::opus)
-                                 << AudioQuality(AudioQuality::k256) << QStringLiteral("opus")
-                                 << 256.0
-                                 << QStringLiteral("Converting audio to OPUS (256 kbps)...");
+                                  << AudioQuality(AudioQuality::k256) << QStringLiteral("opus")
+                                  << 256.0
+                                  << QStringLiteral("Converting audio to OPUS (256 kbps)...");
     }
     // One rip per format with artwork and tags on: the right codec and bitrate, tags and
     // picture where the format carries them, the live status, the record and the callback.

@@ -205,8 +205,7 @@ private slots:
         QVERIFY(env.checkTools());
         Screen screen(env);
         QTest::mouseClick(screen.button(kInstall), Qt::LeftButton);
-        if (!env.dependencies().isInstalling())
-            QSKIP("this build has no tool installer");
+        QVERIFY(env.dependencies().isInstalling());
         QVERIFY(!screen.button(kInstall));
         QVERIFY(findNamed(&screen.view, QStringLiteral("In progress")));
         QTRY_VERIFY(!env.dependencies().installProgress().isEmpty());

@@ -5,6 +5,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QFileInfo>
 
 namespace {
 const QString kPortalService = QStringLiteral("org.freedesktop.portal.Desktop");
@@ -22,12 +23,20 @@ std::optional<Theme::Scheme> forcedScheme()
         return Theme::Scheme::light;
     return std::nullopt;
 }
+// Without a running session bus, asking for one could make D-Bus start a daemon of its own.
+bool sessionBusAvailable()
+{
+    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
+        return true;
+    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    return !runtime.isEmpty() && QFileInfo(runtime + QStringLiteral("/bus")).exists();
+}
 } // namespace
 
 ColorSchemeWatcher::ColorSchemeWatcher(QObject* parent)
     : QObject(parent)
 {
-    if (forcedScheme())
+    if (forcedScheme() || !sessionBusAvailable())
         return;
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())

@@ -3,10 +3,50 @@
 #include "models/LibraryFilter.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 
 namespace {
 // Cannot come from a search field; a hit across it is discarded anyway.
 constexpr QChar kSeparator = QChar(0);
+
+// Boyer-Moore-Horspool over UTF-16, with the skip table keyed by a unit's low byte (units that
+// share it take the smaller skip, which is still safe). A short word skips nearly its own
+// length per step, several times faster than a hit test at every position.
+class Searcher
+{
+public:
+    explicit Searcher(QStringView needle)
+        : m_needle(needle)
+    {
+        const qsizetype m = needle.size();
+        m_skip.fill(m);
+        for (qsizetype i = 0; i + 1 < m; ++i)
+            m_skip[needle[i].unicode() & 0xFF] = m - 1 - i;
+    }
+
+    qsizetype find(QStringView text, qsizetype from) const
+    {
+        const qsizetype m = m_needle.size();
+        if (m == 1)
+            return text.indexOf(m_needle.front(), from);
+        const char16_t* const data = text.utf16();
+        const char16_t* const needle = m_needle.utf16();
+        const char16_t last = needle[m - 1];
+        for (qsizetype pos = from; pos + m <= text.size();) {
+            const char16_t unit = data[pos + m - 1];
+            if (unit == last &&
+                std::memcmp(data + pos, needle, static_cast<size_t>(m - 1) * 2) == 0)
+                return pos;
+            pos += m_skip[unit & 0xFF];
+        }
+        return -1;
+    }
+
+private:
+    QStringView m_needle;
+    std::array<qsizetype, 256> m_skip;
+};
 } // namespace
 
 void LibrarySearchIndex::rebuild(const QList<HistoryTrack>& tracks)
@@ -58,9 +98,10 @@ QList<qsizetype> LibrarySearchIndex::matches(const QString& searchText,
     }
 
     const QStringView text(m_text);
+    const Searcher searcher(needle);
     qsizetype from = 0;
     for (;;) {
-        const qsizetype hit = text.indexOf(needle, from);
+        const qsizetype hit = searcher.find(text, from);
         if (hit < 0)
             break;
         // The record holding the hit: the last one starting at or before it.

@@ -303,8 +303,11 @@ qint64 jsonDuration(simdjson::dom::object& object)
     return std::max<qint64>(seconds, 0);
 }
 
-// Reads the handful of keys the program uses from yt-dlp's JSON dump.
-std::optional<VideoMetadata> parseMetadata(const QByteArray& json, const QString& link)
+} // namespace
+
+// Only a handful of keys are read; a key of another type counts as missing.
+std::optional<VideoMetadata> DownloadEngine::metadataFromJson(const QByteArray& json,
+                                                              const QString& link)
 {
     simdjson::dom::parser parser;
     simdjson::dom::element document;
@@ -328,8 +331,6 @@ std::optional<VideoMetadata> parseMetadata(const QByteArray& json, const QString
     metadata.webpageUrl = jsonString(object, "webpage_url").value_or(link);
     return metadata;
 }
-
-} // namespace
 
 // One accepted extraction request and everything its process produces.
 struct DownloadEngine::Job
@@ -840,7 +841,7 @@ void DownloadEngine::fetchMetadata(const QString& url, MetadataHandler done)
                 QByteArray output = std::move(fetch->output);
                 fetch->output.clear();
                 watcher->setFuture(QtConcurrent::run(
-                    [output, link = fetch->link] { return parseMetadata(output, link); }));
+                    [output, link = fetch->link] { return metadataFromJson(output, link); }));
             });
     process->start();
 }

@@ -8,6 +8,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QProcess>
 #include <QString>
 #include <QUrl>
 #include <functional>
@@ -16,7 +17,6 @@
 
 class DependencyManager;
 class HistoryStore;
-class QProcess;
 class QSettings;
 
 // Runs one yt-dlp extraction at a time with live status, fetches metadata, and holds the
@@ -93,6 +93,10 @@ public:
                                            AudioQuality quality, const QString& destinationPath,
                                            const std::optional<QString>& ffmpegPath,
                                            bool embedArtwork, bool embedMetadata);
+
+    // Reads yt-dlp's JSON dump of a link; nullopt unless the top level is an object.
+    static std::optional<VideoMetadata> metadataFromJson(const QByteArray& json,
+                                                         const QString& link);
 
 signals:
     void isFetchingMetadataChanged();

@@ -99,7 +99,6 @@ QString withoutPathExtension(QString path)
 ToolOutputReader::ToolOutputReader(AudioFormat format, AudioQuality quality,
                                    std::shared_ptr<FilePathTracker> tracker)
     : m_format(format)
-    , m_quality(quality)
     , m_tracker(std::move(tracker))
     , m_conversionText(conversionText(format, quality))
 {}

@@ -43,7 +43,6 @@ private:
     void predictDestination(QStringView line);
 
     AudioFormat m_format;
-    AudioQuality m_quality;
     std::shared_ptr<FilePathTracker> m_tracker;
     QString m_conversionText;
     QByteArray m_pending;

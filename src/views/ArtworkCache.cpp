@@ -63,7 +63,8 @@ ArtworkCache& ArtworkCache::shared()
 
 QString ArtworkCache::defaultFolder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + u"/artwork";
+    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+           u"/Veldtone/artwork";
 }
 
 bool ArtworkCache::hasNoArtwork(const QString& address) const

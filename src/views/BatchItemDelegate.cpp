@@ -2,6 +2,7 @@
 
 #include "BatchQueueModel.h"
 #include "PaintHelpers.h"
+#include "views/components/Theme.h"
 
 #include <QAbstractItemView>
 #include <QFontDatabase>
@@ -39,7 +40,9 @@ QRect indicatorRect(const QRect& column, const DownloadStatus& status)
         width = QFontMetrics(font(11)).horizontalAdvance(QStringLiteral("Waiting"));
         break;
     case DownloadStatus::Kind::downloading:
-        width = column.width();
+        // Room for "100%", so the bar does not move as the number grows.
+        width =
+            kBarWidth + 6 + QFontMetrics(monospaced(10)).horizontalAdvance(QStringLiteral("100%"));
         break;
     case DownloadStatus::Kind::converting:
         width = QFontMetrics(font(11, QFont::Medium))
@@ -125,7 +128,7 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
             QPainterPath done;
             done.addRoundedRect(QRectF(bar.left(), bar.top(), bar.width() * progress, bar.height()),
                                 2.5, 2.5);
-            painter->fillPath(done, palette.color(QPalette::Highlight));
+            painter->fillPath(done, Theme::accent(palette));
         }
         painter->setFont(monospaced(10));
         painter->setPen(palette.color(QPalette::Text));
@@ -138,17 +141,17 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     }
     case DownloadStatus::Kind::converting:
         painter->setFont(font(11, QFont::Medium));
-        painter->setPen(QColor(255, 149, 0));
+        painter->setPen(Theme::orange(palette));
         painter->drawText(indicator, Qt::AlignRight | Qt::AlignVCenter,
                           QStringLiteral("Converting..."));
         break;
     case DownloadStatus::Kind::completed:
         drawSymbol(painter, indicator, QStringLiteral("checkmark.circle.fill"), 15,
-                   QColor(52, 199, 89));
+                   Theme::green(palette));
         break;
     case DownloadStatus::Kind::failed:
         drawSymbol(painter, indicator, QStringLiteral("exclamationmark.circle.fill"), 15,
-                   QColor(255, 59, 48));
+                   Theme::red(palette));
         break;
     }
 

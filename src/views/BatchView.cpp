@@ -7,6 +7,7 @@
 #include "PaintHelpers.h"
 #include "services/BatchRunner.h"
 #include "views/components/Symbols.h"
+#include "views/components/Theme.h"
 
 #include <QClipboard>
 #include <QFontDatabase>
@@ -174,7 +175,7 @@ QWidget* BatchView::buildEditor()
     actions->addWidget(m_paste);
     actions->addStretch(1);
     m_add = button(QStringLiteral("Add to Queue"), QStringLiteral("plus.circle.fill"));
-    makeProminent(m_add, palette().color(QPalette::Highlight));
+    makeProminent(m_add, Theme::accent(palette()));
     connect(m_add, &QPushButton::clicked, this, &BatchView::addUrlsToQueue);
     actions->addWidget(m_add);
     column->addLayout(actions);
@@ -196,14 +197,14 @@ QWidget* BatchView::buildFooter()
     row->addWidget(m_count);
     row->addStretch(1);
     m_stop = button(QStringLiteral("Stop Batch"));
-    m_stop->setStyleSheet(QStringLiteral("QPushButton { color: #e0382f; }"));
+    m_stop->setStyleSheet(u"QPushButton { color: " + Theme::red(palette()).name() + u"; }");
     connect(m_stop, &QPushButton::clicked, m_runner, &BatchRunner::stopBatch);
     row->addWidget(m_stop);
     m_addMore = button(QStringLiteral("Add More URLs"));
     connect(m_addMore, &QPushButton::clicked, m_runner, &BatchRunner::clearQueue);
     row->addWidget(m_addMore);
     m_ripAll = button(QString(), QStringLiteral("arrow.down.circle.fill"));
-    makeProminent(m_ripAll, QColor(255, 149, 0));
+    makeProminent(m_ripAll, Theme::orange(palette()));
     connect(m_ripAll, &QPushButton::clicked, m_runner, &BatchRunner::startBatchProcessing);
     row->addWidget(m_ripAll);
     return m_footer;

@@ -1,5 +1,6 @@
 #include "views/ContentView.h"
 
+#include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
 #include "views/MiniPlayerView.h"
 #include "views/ScreenFactory.h"
@@ -20,7 +21,6 @@ ContentView::ContentView(const Services& services, const ScreenFactory& factory,
     , m_services(services)
     , m_factory(factory)
     , m_sidebar(new Sidebar)
-    , m_miniPlayer(new MiniPlayerView(services.player, services.history))
 {
     setMinimumSize(820, 600);
 
@@ -28,7 +28,6 @@ ContentView::ContentView(const Services& services, const ScreenFactory& factory,
     m_detail = new QVBoxLayout(detail);
     m_detail->setContentsMargins(0, 0, 0, 0);
     m_detail->setSpacing(0);
-    m_detail->addWidget(m_miniPlayer);
 
     m_sidebar->setMinimumWidth(kSidebarMinimumWidth);
     m_sidebar->setMaximumWidth(kSidebarMaximumWidth);
@@ -53,6 +52,11 @@ ContentView::ContentView(const Services& services, const ScreenFactory& factory,
     connect(&history, &HistoryStore::tracksChanged, this, updateBadge);
     updateBadge();
 
+    // The strip is built when the first track loads; an app that never plays never pays for it.
+    connect(&m_services.player, &AudioPlayerService::currentTrackChanged, this,
+            &ContentView::ensureMiniPlayer);
+    ensureMiniPlayer();
+
     showScreen();
 }
 
@@ -76,6 +80,15 @@ void ContentView::showScreen()
     m_screen = m_factory.create(m_selectedTab, nullptr);
     m_screen->setProperty("navigationItem", Navigation::rawValue(m_selectedTab));
     m_detail->insertWidget(0, m_screen, 1);
+}
+
+void ContentView::ensureMiniPlayer()
+{
+    if (m_miniPlayer || !m_services.player.currentTrack())
+        return;
+    m_miniPlayer =
+        new MiniPlayerView(m_services.player, m_services.history, m_detail->parentWidget());
+    m_detail->addWidget(m_miniPlayer);
 }
 
 QString ContentView::formatTime(double seconds)

@@ -26,6 +26,7 @@ public:
     void setSelectedTab(NavigationItem item);
     QWidget* currentScreen() const { return m_screen; }
     Sidebar* sidebar() const { return m_sidebar; }
+    // The mini player strip; nullptr until the player first loads a track.
     MiniPlayerView* miniPlayer() const { return m_miniPlayer; }
 
     QSize sizeHint() const override { return {880, 660}; }
@@ -35,6 +36,7 @@ public:
 
 private:
     void showScreen();
+    void ensureMiniPlayer();
 
     Services m_services;
     const ScreenFactory& m_factory;
@@ -42,5 +44,5 @@ private:
     Sidebar* m_sidebar;
     QVBoxLayout* m_detail;
     QPointer<QWidget> m_screen;
-    MiniPlayerView* m_miniPlayer;
+    MiniPlayerView* m_miniPlayer = nullptr;
 };

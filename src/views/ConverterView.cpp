@@ -22,6 +22,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -62,7 +63,9 @@ QVBoxLayout* column(QWidget* owner, int spacing)
 QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget* parent,
                          int pixelSize = 11)
 {
-    auto* button = new QPushButton(text, parent);
+    auto* button =
+        new QPushButton(QString(text).replace(QLatin1Char('&'), QStringLiteral("&&")), parent);
+    button->setAccessibleName(text);
     button->setFont(ScreenStyle::font(pixelSize));
     if (!symbolName.isEmpty()) {
         button->setIcon(Symbols::icon(symbolName, parent->palette().color(QPalette::ButtonText),
@@ -72,55 +75,29 @@ QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget
     return button;
 }
 
-// A symbol followed by a text, as one label group; returns the text part.
+// A symbol followed by a text, added to a row; returns the text part.
 QLabel* symbolText(const QString& symbolName, const QColor& color, int pixelSize, QWidget* owner,
-                   QWidget** group = nullptr)
+                   QHBoxLayout* layout)
 {
-    auto* box = new QWidget(owner);
-    QHBoxLayout* layout = row(box, 3);
-    layout->addWidget(symbol(symbolName, color, pixelSize, box));
-    QLabel* text = label(QString(), ScreenStyle::font(pixelSize), box);
+    layout->addWidget(symbol(symbolName, color, pixelSize, owner));
+    layout->addSpacing(3);
+    QLabel* text = label(QString(), ScreenStyle::font(pixelSize), owner);
     setTextColor(text, color);
     layout->addWidget(text);
-    if (group)
-        *group = box;
     return text;
 }
 
 } // namespace
 
-ConverterView::ConverterView(Services& services, DesktopServices* desktop, QWidget* parent)
+ConverterView::ConverterView(const Services& services, DesktopServices* desktop, QWidget* parent)
     : QWidget(parent)
     , m_services(services)
     , m_desktop(desktop ? *desktop : DesktopServices::system())
 {
     setAccessibleName(QStringLiteral("Converter"));
-
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // The gradient behind the screen shows through the scroll area.
-    scroll->setAutoFillBackground(false);
-    scroll->viewport()->setAutoFillBackground(false);
-
-    auto* content = new QWidget(scroll);
-    content->setAutoFillBackground(false);
-    auto* layout = new QVBoxLayout(content);
-    layout->setContentsMargins(20, 16, 20, 16);
-    layout->setSpacing(16);
-    layout->addWidget(buildHeader());
-    layout->addWidget(buildMissingToolsCard());
-    layout->addWidget(buildLinkCard());
-    layout->addWidget(buildConfigurationCard());
-    layout->addWidget(buildStatusGroup());
-    layout->addStretch(1);
-    scroll->setWidget(content);
-
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
-    outer->addWidget(scroll);
+    buildContent();
 
     DownloadEngine& engine = m_services.engine;
     DependencyManager& tools = m_services.dependencies;
@@ -142,13 +119,69 @@ ConverterView::ConverterView(Services& services, DesktopServices* desktop, QWidg
             &ConverterView::updatePlayButton);
     connect(&m_services.player, &AudioPlayerService::currentTrackChanged, this,
             &ConverterView::updatePlayButton);
-
-    updateTools();
-    updateSelections();
-    updateStatus();
 }
 
 ConverterView::~ConverterView() = default;
+
+void ConverterView::buildContent()
+{
+    const QString link = m_linkField ? m_linkField->text() : QString();
+    delete m_scroll;
+    m_builtDark = Theme::isDark(palette());
+
+    m_scroll = new QScrollArea(this);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // The gradient behind the screen shows through the scroll area.
+    m_scroll->setAutoFillBackground(false);
+    m_scroll->viewport()->setAutoFillBackground(false);
+
+    auto* content = new QWidget(m_scroll);
+    content->setAutoFillBackground(false);
+    // Cards keep room around their panels for the shadow; the margins and gaps here are
+    // trimmed by that room so the panels sit 20 from the sides and 16 apart.
+    const QMargins shadow = GlassCard::shadowMargins();
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(20 - shadow.left(), 16, 20 - shadow.right(), 16 - shadow.bottom());
+    layout->setSpacing(0);
+    QWidget* header = buildHeader();
+    header->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
+    layout->addWidget(header);
+    layout->addSpacing(16 - shadow.top());
+    layout->addWidget(buildMissingToolsCard());
+    layout->addWidget(buildLinkCard());
+    layout->addWidget(buildConfigurationCard());
+    layout->addWidget(buildStatusGroup());
+    layout->addStretch(1);
+    m_linkField->setText(link);
+    // Show the parts for the current state before the scroll area measures them: hiding a
+    // part of a layout that has never been laid out does not reach the measures it caches.
+    updateTools();
+    updateSelections();
+    updateStatus();
+    m_scroll->setWidget(content);
+    this->layout()->addWidget(m_scroll);
+}
+
+void ConverterView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    // The screen's colours are fixed when its parts are made: when the appearance turns light
+    // or dark, make them again. Later, because the palette is still being handed to every
+    // widget of the application.
+    if (event->type() == QEvent::PaletteChange && Theme::isDark(palette()) != m_builtDark) {
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (Theme::isDark(palette()) == m_builtDark)
+                    return;
+                buildContent();
+            },
+            Qt::QueuedConnection);
+    }
+}
 
 QString ConverterView::inputUrl() const
 {
@@ -379,7 +412,8 @@ QWidget* ConverterView::buildConfigurationCard()
 QWidget* ConverterView::buildStatusGroup()
 {
     auto* group = new QWidget(this);
-    QVBoxLayout* layout = column(group, 12);
+    // The cards' shadow room already keeps them apart from the action row.
+    QVBoxLayout* layout = column(group, 0);
 
     // Progress card: the downloading form or the converting form, then "Cancel Download".
     auto* progress = new QWidget;
@@ -415,18 +449,15 @@ QWidget* ConverterView::buildStatusGroup()
     auto* details = new QWidget(m_downloadingForm);
     QHBoxLayout* detailRow = row(details, 0);
     const QColor dim = secondaryText(this);
-    m_speedLabel = symbolText(QStringLiteral("arrow.down.circle"), dim, 10, details);
-    detailRow->addWidget(m_speedLabel->parentWidget());
+    m_speedLabel = symbolText(QStringLiteral("arrow.down.circle"), dim, 10, details, detailRow);
     detailRow->addStretch(1);
     // The ETA label carries its own trailing space, so hiding it leaves one gap, not two.
     m_etaGroup = new QWidget(details);
     QHBoxLayout* etaRow = row(m_etaGroup, 0);
-    m_etaLabel = symbolText(QStringLiteral("clock"), dim, 10, m_etaGroup);
-    etaRow->addWidget(m_etaLabel->parentWidget());
+    m_etaLabel = symbolText(QStringLiteral("clock"), dim, 10, m_etaGroup, etaRow);
     etaRow->addStretch(1);
     detailRow->addWidget(m_etaGroup, 1);
-    m_sizeLabel = symbolText(QStringLiteral("internaldrive"), dim, 10, details);
-    detailRow->addWidget(m_sizeLabel->parentWidget());
+    m_sizeLabel = symbolText(QStringLiteral("internaldrive"), dim, 10, details, detailRow);
     downloading->addWidget(details);
     progressLayout->addWidget(m_downloadingForm);
 
@@ -460,9 +491,10 @@ QWidget* ConverterView::buildStatusGroup()
     QVBoxLayout* successColumn = column(successTexts, 1);
     successColumn->addWidget(
         label(QStringLiteral("Extraction Complete!"), ScreenStyle::font(13, QFont::Bold)));
-    m_fileNameLabel = label(QString(), ScreenStyle::font(11), successTexts);
+    // One line; a long name is shortened in the middle so its extension stays in view.
+    m_fileNameLabel = new ElidedLabel(successTexts);
+    m_fileNameLabel->setFont(ScreenStyle::font(11));
     setTextColor(m_fileNameLabel, secondaryText(this));
-    m_fileNameLabel->setMinimumWidth(60);
     successColumn->addWidget(m_fileNameLabel);
     successRow->addWidget(successTexts, 1);
     m_playButton = new QPushButton(QStringLiteral("Play"), success);

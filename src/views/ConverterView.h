@@ -3,6 +3,7 @@
 #include "models/AudioFormat.h"
 #include "models/AudioQuality.h"
 #include "models/HistoryTrack.h"
+#include "services/Services.h"
 
 #include <QWidget>
 #include <optional>
@@ -18,10 +19,10 @@ class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
+class QScrollArea;
 class QStackedWidget;
 class QToolButton;
 class StatusPill;
-struct Services;
 
 // The converter screen: one link in, one extraction started, followed and acted on.
 // It owns only the text of the link field; everything else is drawn from the services.
@@ -31,7 +32,7 @@ class ConverterView : public QWidget
 
 public:
     // desktop reveals the finished file and opens the folder (nullptr: the system's).
-    explicit ConverterView(Services& services, DesktopServices* desktop = nullptr,
+    explicit ConverterView(const Services& services, DesktopServices* desktop = nullptr,
                            QWidget* parent = nullptr);
     ~ConverterView() override;
 
@@ -45,8 +46,10 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void buildContent();
     QWidget* buildHeader();
     QWidget* buildMissingToolsCard();
     QWidget* buildLinkCard();
@@ -69,8 +72,11 @@ private:
     void updateStartButton();
     std::optional<HistoryTrack> matchingRecord() const;
 
-    Services& m_services;
+    Services m_services;
     DesktopServices& m_desktop;
+    bool m_builtDark = false;
+
+    QScrollArea* m_scroll = nullptr;
 
     StatusPill* m_pill = nullptr;
     GlassCard* m_missingToolsCard = nullptr;
@@ -104,7 +110,7 @@ private:
     QPushButton* m_cancelButton = nullptr;
 
     GlassCard* m_successCard = nullptr;
-    QLabel* m_fileNameLabel = nullptr;
+    ElidedLabel* m_fileNameLabel = nullptr;
     QPushButton* m_playButton = nullptr;
     QPushButton* m_showFileButton = nullptr;
 

@@ -4,23 +4,7 @@
 #include "services/HistoryStore.h"
 
 #include <QtConcurrent>
-
-namespace {
-constexpr int kAnyFormat = -1;
-constexpr int kNoFormat = -2;
-
-// The format a filter name selects, kAnyFormat for "All", kNoFormat for an unknown name.
-int filterFormat(const QString& filter)
-{
-    if (filter == u"All")
-        return kAnyFormat;
-    for (const AudioFormat format : AudioFormat::allCases()) {
-        if (format.rawValue().toUpper() == filter)
-            return format.value();
-    }
-    return kNoFormat;
-}
-} // namespace
+#include <numeric>
 
 LibraryListModel::LibraryListModel(HistoryStore& history, AudioPlayerService& player,
                                    QObject* parent)
@@ -36,7 +20,7 @@ LibraryListModel::LibraryListModel(HistoryStore& history, AudioPlayerService& pl
     });
     // Only the painted rows ask again, so announcing every row is cheap.
     const auto playingChanged = [this] {
-        if (!m_rows.empty())
+        if (!m_rows.isEmpty())
             emit dataChanged(index(0), index(rowCount() - 1), {IsPlayingRole});
     };
     connect(&m_player, &AudioPlayerService::isPlayingChanged, this, playingChanged);
@@ -54,22 +38,17 @@ void LibraryListModel::reloadTracks()
     if (m_pendingIndex.isValid())
         m_pendingIndex.waitForFinished();
     m_tracks = m_history.tracks();
-    m_index.clear();
+    m_index = LibrarySearchIndex();
     m_indexReady = false;
     m_pendingIndex = {};
     if (!m_tracks.isEmpty()) {
-        m_pendingIndex = QtConcurrent::run([tracks = m_tracks] {
-            SearchIndex keys;
-            keys.reserve(tracks.size());
-            for (const HistoryTrack& track : tracks)
-                keys.push_back({track.title.toCaseFolded(), track.channel.toCaseFolded()});
-            return keys;
-        });
+        m_pendingIndex =
+            QtConcurrent::run([tracks = m_tracks] { return LibrarySearchIndex(tracks); });
     }
-    refilter(false);
+    refilter();
 }
 
-const LibraryListModel::SearchIndex& LibraryListModel::searchIndex()
+const LibrarySearchIndex& LibraryListModel::searchIndex()
 {
     if (!m_indexReady) {
         if (m_pendingIndex.isValid())
@@ -80,53 +59,24 @@ const LibraryListModel::SearchIndex& LibraryListModel::searchIndex()
     return m_index;
 }
 
-bool LibraryListModel::passes(int position, const QString& foldedSearch, int format) const
+void LibraryListModel::refilter()
 {
-    const HistoryTrack& track = m_tracks.at(position);
-    if (format != kAnyFormat && track.format.value() != format)
-        return false;
-    if (foldedSearch.isEmpty())
-        return true;
-    const SearchKeys& keys = m_index[size_t(position)];
-    return keys.title.contains(foldedSearch) || keys.channel.contains(foldedSearch);
-}
-
-void LibraryListModel::refilter(bool narrowOnly)
-{
-    const int format = filterFormat(m_selectedFilter);
-    if (!m_foldedSearch.isEmpty())
-        searchIndex();
-    std::vector<int> rows;
-    if (format == kNoFormat) {
-        // Nothing has an unknown format.
-    } else if (narrowOnly) {
-        rows.reserve(m_rows.size());
-        for (const int position : m_rows) {
-            if (passes(position, m_foldedSearch, format))
-                rows.push_back(position);
-        }
-    } else {
-        rows.reserve(size_t(m_tracks.size()));
-        const int count = int(m_tracks.size());
-        for (int position = 0; position < count; ++position) {
-            if (passes(position, m_foldedSearch, format))
-                rows.push_back(position);
-        }
+    if (m_searchText.isEmpty() && m_selectedFilter == u"All") {
+        // The whole library: no need to wait for the index.
+        m_rows.resize(m_tracks.size());
+        std::iota(m_rows.begin(), m_rows.end(), qsizetype(0));
+        return;
     }
-    m_rows = std::move(rows);
+    m_rows = searchIndex().matches(m_searchText, m_selectedFilter);
 }
 
 void LibraryListModel::setSearchText(const QString& text)
 {
     if (text == m_searchText)
         return;
-    const QString folded = text.toCaseFolded();
-    // Typing one more letter can only drop rows: test the shown rows, not the whole library.
-    const bool narrowOnly = !m_foldedSearch.isEmpty() && folded.contains(m_foldedSearch);
     beginResetModel();
     m_searchText = text;
-    m_foldedSearch = folded;
-    refilter(narrowOnly);
+    refilter();
     endResetModel();
     emit searchTextChanged();
 }
@@ -137,7 +87,7 @@ void LibraryListModel::setSelectedFilter(const QString& filter)
         return;
     beginResetModel();
     m_selectedFilter = filter;
-    refilter(false);
+    refilter();
     endResetModel();
     emit selectedFilterChanged();
 }
@@ -149,7 +99,7 @@ int LibraryListModel::rowCount(const QModelIndex& parent) const
 
 const HistoryTrack& LibraryListModel::trackAt(int row) const
 {
-    return m_tracks.at(m_rows.at(size_t(row)));
+    return m_tracks.at(m_rows.at(row));
 }
 
 bool LibraryListModel::isPlaying(const HistoryTrack& track) const

@@ -1,19 +1,19 @@
 #pragma once
 
 #include "models/HistoryTrack.h"
+#include "models/LibrarySearchIndex.h"
 
 #include <QAbstractListModel>
 #include <QFuture>
 #include <QList>
 #include <QString>
-#include <vector>
 
 class AudioPlayerService;
 class HistoryStore;
 
 // The library screen's rows: the records that pass the search text and the format filter, in
 // library order, each with its playing state. Rows index into the store's list, so a library of
-// 100,000 records costs one integer per shown row.
+// 100,000 records costs one integer per shown row, and a keystroke is one scan of the index.
 class LibraryListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -52,27 +52,19 @@ signals:
     void selectedFilterChanged();
 
 private:
-    struct SearchKeys
-    {
-        QString title;
-        QString channel;
-    };
-    using SearchIndex = std::vector<SearchKeys>;
-
     void reloadTracks();
-    void refilter(bool narrowOnly);
-    bool passes(int position, const QString& foldedSearch, int format) const;
-    const SearchIndex& searchIndex();
+    void refilter();
+    const LibrarySearchIndex& searchIndex();
 
     HistoryStore& m_history;
     AudioPlayerService& m_player;
     QList<HistoryTrack> m_tracks;
-    std::vector<int> m_rows;
+    // Positions in m_tracks of the shown rows.
+    QList<qsizetype> m_rows;
     QString m_searchText;
-    QString m_foldedSearch;
     QString m_selectedFilter = QStringLiteral("All");
-    // Case-folded title and channel per record, built off the GUI thread when the library loads.
-    QFuture<SearchIndex> m_pendingIndex;
-    SearchIndex m_index;
+    // Built off the GUI thread when the library loads, so opening the screen does not wait.
+    QFuture<LibrarySearchIndex> m_pendingIndex;
+    LibrarySearchIndex m_index;
     bool m_indexReady = false;
 };

@@ -1,6 +1,7 @@
 #include "PaintHelpers.h"
 
 #include "views/components/Symbols.h"
+#include "views/components/Theme.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -23,7 +24,7 @@ QColor withAlpha(QColor color, qreal alpha)
 
 QColor secondary(const QPalette& palette, qreal extraOpacity)
 {
-    return withAlpha(palette.color(QPalette::Text), 0.55 * extraOpacity);
+    return withAlpha(Theme::secondaryText(palette), extraOpacity);
 }
 
 void drawSymbol(QPainter* painter, const QRectF& rect, const QString& symbolName, int pixelSize,

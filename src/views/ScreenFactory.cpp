@@ -1,5 +1,11 @@
 #include "views/ScreenFactory.h"
 
+#include "views/ArtworkCache.h"
+#include "views/BatchView.h"
+#include "views/ConverterView.h"
+#include "views/HistoryView.h"
+#include "views/SettingsView.h"
+
 #include <QLabel>
 
 namespace {
@@ -35,20 +41,20 @@ QWidget* ScreenFactory::create(NavigationItem item, QWidget* parent) const
 
 QWidget* ScreenFactory::converter(QWidget* parent) const
 {
-    return placeholder(NavigationItem::convert, parent);
+    return new ConverterView(m_services, nullptr, parent);
 }
 
 QWidget* ScreenFactory::batch(QWidget* parent) const
 {
-    return placeholder(NavigationItem::batch, parent);
+    return new BatchView(m_services.engine, parent);
 }
 
 QWidget* ScreenFactory::library(QWidget* parent) const
 {
-    return placeholder(NavigationItem::history, parent);
+    return new HistoryView(m_services.history, m_services.player, ArtworkCache::shared(), parent);
 }
 
 QWidget* ScreenFactory::settings(QWidget* parent) const
 {
-    return placeholder(NavigationItem::settings, parent);
+    return new SettingsView(m_services, parent);
 }

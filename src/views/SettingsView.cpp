@@ -15,6 +15,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -43,39 +44,33 @@ QLabel* sectionTitle(const QString& text, QWidget* owner)
 
 QPushButton* smallButton(const QString& text, QWidget* parent)
 {
-    auto* button = new QPushButton(text, parent);
+    auto* button =
+        new QPushButton(QString(text).replace(QLatin1Char('&'), QStringLiteral("&&")), parent);
+    button->setAccessibleName(text);
     button->setFont(ScreenStyle::font(11));
     return button;
 }
 
+// A card that keeps to its own height; the screen's spare height goes below the last card.
+GlassCard* card(QWidget* content, QWidget* parent)
+{
+    auto* result = new GlassCard(content, 14, 16, parent);
+    result->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    return result;
+}
+
 } // namespace
 
-SettingsView::SettingsView(Services& services, QWidget* parent)
+SettingsView::SettingsView(const Services& services, QWidget* parent)
     : QWidget(parent)
     , m_services(services)
 {
     setAccessibleName(QStringLiteral("Settings"));
     setAutoFillBackground(true);
 
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->viewport()->setAutoFillBackground(false);
-
-    auto* content = new QWidget(scroll);
-    QVBoxLayout* layout = column(content, 20);
-    layout->setContentsMargins(24, 24, 24, 24);
-    layout->addWidget(label(QStringLiteral("Preferences"), ScreenStyle::font(22, QFont::Bold)));
-    layout->addWidget(buildDefaultsCard());
-    layout->addWidget(buildToolsCard());
-    layout->addWidget(buildAboutCard());
-    layout->addStretch(1);
-    scroll->setWidget(content);
-
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
-    outer->addWidget(scroll);
+    buildContent();
 
     DownloadEngine& engine = m_services.engine;
     for (auto signal :
@@ -92,11 +87,59 @@ SettingsView::SettingsView(Services& services, QWidget* parent)
           &DependencyManager::installProgressChanged}) {
         connect(&tools, signal, this, &SettingsView::updateTools);
     }
-    updateDefaults();
-    updateTools();
 }
 
 SettingsView::~SettingsView() = default;
+
+void SettingsView::buildContent()
+{
+    delete m_scroll;
+    m_builtDark = Theme::isDark(palette());
+
+    m_scroll = new QScrollArea(this);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->viewport()->setAutoFillBackground(false);
+
+    auto* content = new QWidget(m_scroll);
+    // Cards keep room around their panels for the shadow; margins and gaps are trimmed by it
+    // so that the panels sit 24 from the sides and 20 apart.
+    const QMargins shadow = GlassCard::shadowMargins();
+    QVBoxLayout* layout = column(content, 20 - shadow.top() - shadow.bottom());
+    layout->setContentsMargins(24 - shadow.left(), 24, 24 - shadow.right(), 24 - shadow.bottom());
+    QLabel* title = label(QStringLiteral("Preferences"), ScreenStyle::font(22, QFont::Bold));
+    title->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
+    layout->addWidget(title);
+    layout->addSpacing(shadow.bottom());
+    layout->addWidget(buildDefaultsCard());
+    layout->addWidget(buildToolsCard());
+    layout->addWidget(buildAboutCard());
+    layout->addStretch(1);
+    // Show the parts for the current state before the scroll area measures them: hiding a
+    // part of a layout that has never been laid out does not reach the measures it caches.
+    updateDefaults();
+    updateTools();
+    m_scroll->setWidget(content);
+    this->layout()->addWidget(m_scroll);
+}
+
+void SettingsView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    // Colours are fixed when the parts are made: make them again for a new appearance, once
+    // the palette has reached every widget of the application.
+    if (event->type() == QEvent::PaletteChange && Theme::isDark(palette()) != m_builtDark) {
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (Theme::isDark(palette()) == m_builtDark)
+                    return;
+                buildContent();
+            },
+            Qt::QueuedConnection);
+    }
+}
 
 QWidget* SettingsView::buildDefaultsCard()
 {
@@ -189,7 +232,7 @@ QWidget* SettingsView::buildDefaultsCard()
         engine.savePreferences();
     });
 
-    return new GlassCard(content, 14, 16, this);
+    return card(content, this);
 }
 
 QWidget* SettingsView::buildToolsCard()
@@ -231,7 +274,7 @@ QWidget* SettingsView::buildToolsCard()
     installLayout->addStretch(1);
     layout->addWidget(m_installRow);
 
-    return new GlassCard(content, 14, 16, this);
+    return card(content, this);
 }
 
 QWidget* SettingsView::buildAboutCard()
@@ -251,7 +294,7 @@ QWidget* SettingsView::buildAboutCard()
     setTextColor(version, secondaryText(this));
     textColumn->addWidget(version);
     row->addWidget(texts, 1);
-    return new GlassCard(content, 14, 16, this);
+    return card(content, this);
 }
 
 void SettingsView::chooseFolder()

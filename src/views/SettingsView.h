@@ -1,5 +1,7 @@
 #pragma once
 
+#include "services/Services.h"
+
 #include <QWidget>
 
 class ActivitySpinner;
@@ -8,8 +10,8 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 class ToolStatusRow;
-struct Services;
 
 // The settings screen: the engine's saved defaults, edited and saved at every change, and the
 // state of the two tools with re-check and install actions. It keeps no state of its own.
@@ -18,10 +20,14 @@ class SettingsView : public QWidget
     Q_OBJECT
 
 public:
-    explicit SettingsView(Services& services, QWidget* parent = nullptr);
+    explicit SettingsView(const Services& services, QWidget* parent = nullptr);
     ~SettingsView() override;
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
+    void buildContent();
     QWidget* buildDefaultsCard();
     QWidget* buildToolsCard();
     QWidget* buildAboutCard();
@@ -30,7 +36,10 @@ private:
     void updateDefaults();
     void updateTools();
 
-    Services& m_services;
+    Services m_services;
+    bool m_builtDark = false;
+
+    QScrollArea* m_scroll = nullptr;
 
     ElidedLabel* m_folderPath = nullptr;
     QComboBox* m_formatPicker = nullptr;

@@ -1,5 +1,6 @@
 #include "views/ToolStatusRow.h"
 
+#include "views/ElidedLabel.h"
 #include "views/RoundedPanel.h"
 #include "views/ScreenStyle.h"
 #include "views/components/Theme.h"
@@ -41,8 +42,9 @@ ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
     nameRow->addWidget(m_badge);
     nameRow->addStretch(1);
     column->addLayout(nameRow);
-    m_path = label(QString(), ScreenStyle::font(11, QFont::Normal, Face::monospaced), texts);
-    m_path->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // A long install path is shortened in the middle rather than widening the window.
+    m_path = new ElidedLabel(texts);
+    m_path->setFont(ScreenStyle::font(11, QFont::Normal, Face::monospaced));
     setTextColor(m_path, secondaryText(this));
     column->addWidget(m_path);
     layout->addWidget(texts, 1);

@@ -3,6 +3,7 @@
 #include <QWidget>
 #include <optional>
 
+class ElidedLabel;
 class QLabel;
 
 // One tool's line on the settings screen: a seal for found or missing, the name, a version
@@ -26,5 +27,5 @@ private:
     QString m_sealSymbol;
     QLabel* m_seal;
     QLabel* m_badge;
-    QLabel* m_path;
+    ElidedLabel* m_path;
 };

@@ -4,6 +4,7 @@
 #include "DesktopTexts.h"
 #include "LibraryListModel.h"
 #include "PaintHelpers.h"
+#include "views/components/Theme.h"
 
 #include <QAbstractItemView>
 #include <QFontMetrics>
@@ -189,9 +190,9 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     if (!g.qualityBadge.isNull()) {
         QPainterPath qualityShape;
         qualityShape.addRoundedRect(g.qualityBadge, 4, 4);
-        painter->fillPath(qualityShape, palette.color(QPalette::Button));
+        painter->fillPath(qualityShape, Theme::controlBackground(palette));
         painter->setFont(qualityBadgeFont());
-        painter->setPen(palette.color(QPalette::ButtonText));
+        painter->setPen(Theme::primaryText(palette));
         painter->drawText(g.qualityBadge, Qt::AlignCenter, track.quality.shortName());
     }
 

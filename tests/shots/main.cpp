@@ -19,12 +19,16 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QImage>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPainter>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QStyleFactory>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <QUrl>
@@ -171,6 +175,12 @@ int main(int argc, char** argv)
     ContentView* content = window.contentView();
 
     content->setSelectedTab(NavigationItem::convert);
+    shoot(QStringLiteral("convert-idle-empty"));
+    // The rest of the converter states with a link in the field, as a user would have it.
+    for (QLineEdit* field : window.findChildren<QLineEdit*>()) {
+        if (field->accessibleName() == u"YouTube Video Link")
+            field->setText(QStringLiteral("https://www.youtube.com/watch?v=dQw4w9WgXcQ"));
+    }
     shoot(QStringLiteral("convert-idle"));
     engine.setCurrentStatus(DownloadStatus::downloading(
         0.423, QStringLiteral("2.4MiB/s"), QStringLiteral("00:12"), QStringLiteral("8.1MiB")));
@@ -189,7 +199,7 @@ int main(int argc, char** argv)
     content->setSelectedTab(NavigationItem::history);
     shoot(QStringLiteral("library"));
     content->setSelectedTab(NavigationItem::settings);
-    shoot(QStringLiteral("settings"));
+    shoot(QStringLiteral("settings-tools-found"));
 
     // The mini player with artwork, then without, over the library.
     content->setSelectedTab(NavigationItem::history);
@@ -203,6 +213,56 @@ int main(int argc, char** argv)
     player.setVolume(0.4f);
     shoot(QStringLiteral("miniplayer-placeholder"));
     player.stop();
+
+    // The tool states: a second window whose tool manager finds only a stand-in yt-dlp, and
+    // whose installer talks to a loopback server that never answers, so it stays mid-step.
+    {
+        const QString tools = home.filePath(QStringLiteral("only-yt-dlp"));
+        TestSupport::writeScript(tools + QStringLiteral("/yt-dlp"), "echo 2023.03.04\n");
+        QTcpServer silent;
+        silent.listen(QHostAddress::LocalHost);
+        QObject::connect(&silent, &QTcpServer::newConnection, &silent, [&silent] {
+            while (QTcpSocket* socket = silent.nextPendingConnection())
+                socket->setParent(&silent);
+        });
+        const QUrl base(QStringLiteral("http://127.0.0.1:%1/").arg(silent.serverPort()));
+        DependencyManager::Options missing;
+        missing.resourceBinFolder = tools;
+        missing.installFolder = home.filePath(QStringLiteral("missing-bin"));
+        missing.systemFolders = {};
+        missing.environment.insert(QStringLiteral("PATH"), QString());
+        missing.ytDlpDownloadUrl = base.resolved(QUrl(QStringLiteral("yt-dlp_linux")));
+        missing.ffmpegDownloadUrl = base.resolved(QUrl(QStringLiteral("ffmpeg.tar.xz")));
+        missing.checkOnStart = true;
+        DependencyManager missingTools(missing);
+        DownloadEngine missingEngine(
+            missingTools, history,
+            std::make_unique<QSettings>(home.filePath(QStringLiteral("missing.ini")),
+                                        QSettings::IniFormat));
+        missingEngine.setTargetFolder(QUrl::fromLocalFile(music));
+        missingEngine.setSelectedFormat(AudioFormat::flac);
+        const Services missingServices{missingEngine, missingTools, history, player};
+        ScreenFactory missingFactory(missingServices);
+        MainWindow missingWindow(missingServices, missingFactory);
+        missingWindow.show();
+        settle(1500);
+        auto shootMissing = [&](const QString& name) {
+            settle();
+            const QString path = out + u'/' + scheme + u'-' + name + QStringLiteral(".png");
+            if (missingWindow.grab().save(path))
+                ++saved;
+            QTextStream(stdout) << path << '\n';
+        };
+        missingWindow.contentView()->setSelectedTab(NavigationItem::convert);
+        shootMissing(QStringLiteral("convert-tools-missing"));
+        missingWindow.contentView()->setSelectedTab(NavigationItem::settings);
+        shootMissing(QStringLiteral("settings-tools-missing"));
+        missingTools.installDependenciesAutomatically();
+        settle(300);
+        shootMissing(QStringLiteral("settings-installing"));
+        missingWindow.contentView()->setSelectedTab(NavigationItem::convert);
+        shootMissing(QStringLiteral("convert-installing"));
+    }
 
     // The narrowest window the user can make.
     window.resize(window.minimumSizeHint().expandedTo(QSize(820, 600)));
@@ -241,6 +301,20 @@ int main(int argc, char** argv)
     if (gallery.grab().save(galleryPath))
         ++saved;
     QTextStream(stdout) << galleryPath << '\n';
+
+    // The application icon at a launcher's and a title bar's size.
+    QImage icons(256 + 48 + 24 + 16, 256, QImage::Format_ARGB32_Premultiplied);
+    icons.fill(Qt::transparent);
+    {
+        const QIcon appIcon(QStringLiteral(VELDTONE_ICON_SVG));
+        QPainter painter(&icons);
+        appIcon.paint(&painter, QRect(0, 0, 256, 256));
+        appIcon.paint(&painter, QRect(256 + 8, 104, 48, 48));
+        appIcon.paint(&painter, QRect(256 + 8 + 48 + 8, 120, 16, 16));
+    }
+    const QString iconPath = out + QStringLiteral("/app-icon.png");
+    if (icons.save(iconPath))
+        ++saved;
 
     history.waitForSaves();
     return saved > 0 ? 0 : 1;

@@ -1,6 +1,7 @@
 #include "ScreenFixture.h"
 
 #include "TestSupport.h"
+#include "views/ElidedLabel.h"
 
 #include <QAbstractButton>
 #include <QDir>
@@ -147,6 +148,11 @@ QStringList visibleTexts(QWidget* root)
     QStringList texts;
     const auto labels = root->findChildren<QLabel*>();
     for (QLabel* label : labels) {
+        if (label->isVisibleTo(root) && !label->text().isEmpty())
+            texts << label->text();
+    }
+    const auto elided = root->findChildren<ElidedLabel*>();
+    for (ElidedLabel* label : elided) {
         if (label->isVisibleTo(root) && !label->text().isEmpty())
             texts << label->text();
     }

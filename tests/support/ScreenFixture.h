@@ -90,7 +90,7 @@ template <class T = QWidget> T* findNamed(QWidget* root, const QString& name)
     }
     return nullptr;
 }
-// Every text shown by a visible label under root.
+// Every text shown by a visible label (plain or shortened) under root.
 QStringList visibleTexts(QWidget* root);
 
 } // namespace ScreenFixture

@@ -1,4 +1,260 @@
-int main()
+// veldtone-rip: one extraction through DownloadEngine without the window, for the end-to-end
+// tests, the benchmark and checking a release by hand.
+//
+//   veldtone-rip [--format mp3|m4a|flac|wav|opus] [--quality 320|256|192|128|0] [--dest DIR]
+//                [--no-artwork] [--no-tags] [--library DIR] [--metadata] URL
+//
+// Prints every published status as one JSON line, then the library record of a completed job.
+// Exits 0 on completed, 1 on failed, 2 when refused or cancelled (SIGINT and SIGTERM cancel).
+
+#include "models/HistoryTrackJson.h"
+#include "services/DependencyManager.h"
+#include "services/DownloadEngine.h"
+#include "services/HistoryStore.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QSettings>
+#include <QSocketNotifier>
+#include <QTemporaryDir>
+#include <QThreadPool>
+#include <QTimer>
+#include <csignal>
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kExitCompleted = 0;
+constexpr int kExitFailed = 1;
+constexpr int kExitRefused = 2;
+
+int g_signalPipe[2] = {-1, -1};
+
+void onSignal(int)
 {
-    return 2;
+    const char byte = 1;
+    // Only async-signal-safe work here; the event loop does the rest.
+    [[maybe_unused]] const ssize_t written = ::write(g_signalPipe[1], &byte, 1);
+}
+
+void printLine(const QByteArray& line)
+{
+    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stdout);
+    std::fputc('\n', stdout);
+    std::fflush(stdout);
+}
+
+QByteArray statusLine(const DownloadStatus& status)
+{
+    QJsonObject object;
+    switch (status.kind()) {
+    case DownloadStatus::Kind::idle:
+        object.insert(u"status", QStringLiteral("idle"));
+        break;
+    case DownloadStatus::Kind::downloading:
+        object.insert(u"status", QStringLiteral("downloading"));
+        object.insert(u"progress", status.progress());
+        object.insert(u"speed", status.speed());
+        object.insert(u"eta", status.eta());
+        object.insert(u"totalSize", status.totalSize());
+        break;
+    case DownloadStatus::Kind::converting:
+        object.insert(u"status", QStringLiteral("converting"));
+        object.insert(u"stage", status.stage());
+        break;
+    case DownloadStatus::Kind::completed:
+        object.insert(u"status", QStringLiteral("completed"));
+        object.insert(u"filePath", status.filePath());
+        break;
+    case DownloadStatus::Kind::failed:
+        object.insert(u"status", QStringLiteral("failed"));
+        object.insert(u"error", status.error());
+        break;
+    }
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+void fail(const QString& message)
+{
+    std::fprintf(stderr, "veldtone-rip: %s\n", qPrintable(message));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("veldtone-rip"));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("Rips one link to an audio file."));
+    parser.addHelpOption();
+    const QCommandLineOption formatOption(QStringLiteral("format"),
+                                          QStringLiteral("mp3, m4a, flac, wav or opus."),
+                                          QStringLiteral("format"));
+    const QCommandLineOption qualityOption(QStringLiteral("quality"),
+                                           QStringLiteral("320, 256, 192, 128 or 0 (best)."),
+                                           QStringLiteral("kbps"));
+    const QCommandLineOption destOption(QStringLiteral("dest"),
+                                        QStringLiteral("Folder for the audio file."),
+                                        QStringLiteral("dir"));
+    const QCommandLineOption noArtworkOption(QStringLiteral("no-artwork"),
+                                             QStringLiteral("Do not embed artwork."));
+    const QCommandLineOption noTagsOption(QStringLiteral("no-tags"),
+                                          QStringLiteral("Do not embed tags."));
+    const QCommandLineOption libraryOption(
+        QStringLiteral("library"),
+        QStringLiteral("Folder of the library file history.json (default: a fresh temporary one)."),
+        QStringLiteral("dir"));
+    const QCommandLineOption metadataOption(QStringLiteral("metadata"),
+                                            QStringLiteral("Fetch the link's metadata first."));
+    parser.addOptions({formatOption, qualityOption, destOption, noArtworkOption, noTagsOption,
+                       libraryOption, metadataOption});
+    parser.addPositionalArgument(QStringLiteral("URL"), QStringLiteral("The link to rip."));
+    if (!parser.parse(app.arguments())) {
+        fail(parser.errorText());
+        return kExitRefused;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        std::fputs(qPrintable(parser.helpText()), stdout);
+        return 0;
+    }
+    if (parser.positionalArguments().size() != 1) {
+        fail(QStringLiteral("give exactly one URL"));
+        return kExitRefused;
+    }
+    const QString link = parser.positionalArguments().constFirst();
+    std::optional<AudioFormat> format;
+    if (parser.isSet(formatOption)) {
+        format = AudioFormat::fromRawValue(parser.value(formatOption));
+        if (!format) {
+            fail(QStringLiteral("unknown format ") + parser.value(formatOption));
+            return kExitRefused;
+        }
+    }
+    std::optional<AudioQuality> quality;
+    if (parser.isSet(qualityOption)) {
+        quality = AudioQuality::fromRawValue(parser.value(qualityOption));
+        if (!quality) {
+            fail(QStringLiteral("unknown quality ") + parser.value(qualityOption));
+            return kExitRefused;
+        }
+    }
+
+    // Settings and, unless named, the library live in a scratch folder: a run never touches
+    // the user's own.
+    QTemporaryDir scratch;
+    if (!scratch.isValid()) {
+        fail(QStringLiteral("no temporary folder"));
+        return kExitRefused;
+    }
+    const QString libraryFolder = parser.isSet(libraryOption)
+                                      ? QFileInfo(parser.value(libraryOption)).absoluteFilePath()
+                                      : scratch.filePath(QStringLiteral("library"));
+
+    DependencyManager::Options toolOptions = DependencyManager::Options::defaults();
+    toolOptions.checkOnStart = false;
+    // Only the paths matter here; a version probe would only add to the run's time.
+    toolOptions.probeTimeoutMs = 1;
+    DependencyManager dependencies(toolOptions);
+    HistoryStore history(libraryFolder);
+    DownloadEngine engine(dependencies, history,
+                          std::make_unique<QSettings>(scratch.filePath(QStringLiteral("rip.ini")),
+                                                      QSettings::IniFormat));
+    if (parser.isSet(destOption))
+        engine.setTargetFolder(
+            QUrl::fromLocalFile(QFileInfo(parser.value(destOption)).absoluteFilePath()));
+    engine.setEmbedArtwork(!parser.isSet(noArtworkOption));
+    engine.setEmbedMetadata(!parser.isSet(noTagsOption));
+
+    if (::pipe2(g_signalPipe, O_CLOEXEC) == 0) {
+        struct sigaction action = {};
+        action.sa_handler = onSignal;
+        sigemptyset(&action.sa_mask);
+        action.sa_flags = SA_RESTART;
+        sigaction(SIGINT, &action, nullptr);
+        sigaction(SIGTERM, &action, nullptr);
+    }
+    QSocketNotifier signalNotifier(g_signalPipe[0], QSocketNotifier::Read);
+
+    int exitCode = kExitRefused;
+    bool accepted = false;
+    bool cancelled = false;
+
+    // Leaves once the job's process and its clean-up are gone, so a cancel has taken its
+    // partial files away before the command returns.
+    auto finish = [&](int code) {
+        exitCode = code;
+        auto* poll = new QTimer(&app);
+        QObject::connect(poll, &QTimer::timeout, &app, [&, poll] {
+            if (!engine.findChildren<QProcess*>().isEmpty())
+                return;
+            poll->stop();
+            QThreadPool::globalInstance()->waitForDone();
+            history.waitForSaves();
+            app.exit(exitCode);
+        });
+        poll->start(10);
+    };
+
+    QObject::connect(&engine, &DownloadEngine::currentStatusChanged, &app, [&] {
+        const DownloadStatus status = engine.currentStatus();
+        printLine(statusLine(status));
+        if (status.kind() == DownloadStatus::Kind::downloading)
+            accepted = true;
+        if (!accepted)
+            return;
+        if (status.kind() == DownloadStatus::Kind::failed)
+            finish(kExitFailed);
+        else if (status.kind() == DownloadStatus::Kind::idle && cancelled)
+            finish(kExitRefused);
+    });
+    QObject::connect(&signalNotifier, &QSocketNotifier::activated, &app, [&] {
+        char byte = 0;
+        [[maybe_unused]] const ssize_t got = ::read(g_signalPipe[0], &byte, 1);
+        if (cancelled)
+            return;
+        cancelled = true;
+        if (accepted && engine.currentStatus().isBusy())
+            engine.cancel();
+        else
+            finish(kExitRefused);
+    });
+
+    auto startRip = [&] {
+        if (cancelled)
+            return;
+        engine.startExtraction(link, format, quality, std::nullopt, [&](const HistoryTrack& track) {
+            QByteArray line = "{\"record\":";
+            HistoryTrackJson::appendTrack(line, track);
+            line += '}';
+            printLine(line);
+            finish(kExitCompleted);
+        });
+        if (!accepted) {
+            // Refused by the request checks: the status already says why.
+            finish(kExitRefused);
+        }
+    };
+
+    QObject::connect(
+        &dependencies, &DependencyManager::checkFinished, &app,
+        [&] {
+            if (parser.isSet(metadataOption) && dependencies.ytDlpPath()) {
+                engine.fetchMetadata(link,
+                                     [&](const std::optional<VideoMetadata>&) { startRip(); });
+            } else {
+                startRip();
+            }
+        },
+        Qt::SingleShotConnection);
+    dependencies.checkDependencies();
+    return app.exec();
 }
