@@ -4,6 +4,7 @@
 #include <cmath>
 #include <simdjson.h>
 #include <string_view>
+#include <unordered_map>
 
 static_assert(static_cast<size_t>(HistoryTrackJson::kReadPadding) >= simdjson::SIMDJSON_PADDING);
 
@@ -158,10 +159,47 @@ std::optional<QUuid> parseUuid(std::string_view text)
     return QUuid::fromRfc4122(QByteArrayView(reinterpret_cast<const char*>(bytes), sizeof bytes));
 }
 
+// Format and quality names are short ASCII words; widening them on the stack spares a
+// string allocation per record. Anything longer or wider cannot match and comes back empty.
+template <typename Raw>
+auto fromShortRaw(std::string_view text) -> decltype(Raw::fromRawValue(QStringView()))
+{
+    char16_t wide[16];
+    if (text.size() > std::size(wide))
+        return std::nullopt;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (static_cast<unsigned char>(text[i]) >= 0x80)
+            return std::nullopt;
+        wide[i] = static_cast<char16_t>(text[i]);
+    }
+    return Raw::fromRawValue(QStringView(wide, static_cast<qsizetype>(text.size())));
+}
+
 QString fromUtf8(std::string_view text)
 {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
+
+// Durations, sizes and channels repeat across a library; records that share one text share one
+// string, which spares an allocation per field and keeps a large library smaller. The keys point
+// into the parser's memory, which outlives one decode.
+class StringPool
+{
+public:
+    QString get(std::string_view text)
+    {
+        if (const auto found = m_strings.find(text); found != m_strings.end())
+            return found->second;
+        QString value = fromUtf8(text);
+        if (m_strings.size() < kMaxStrings)
+            m_strings.emplace(text, value);
+        return value;
+    }
+
+private:
+    static constexpr size_t kMaxStrings = 8192;
+    std::unordered_map<std::string_view, QString> m_strings;
+};
 
 enum Key : unsigned
 {
@@ -193,7 +231,7 @@ int keyIndex(std::string_view key)
 }
 
 // Fills track from one JSON object; returns an empty text on success, otherwise the reason.
-QString decodeTrack(simdjson::dom::element element, HistoryTrack& track)
+QString decodeTrack(simdjson::dom::element element, HistoryTrack& track, StringPool& pool)
 {
     simdjson::dom::object object;
     if (element.get_object().get(object))
@@ -235,14 +273,14 @@ QString decodeTrack(simdjson::dom::element element, HistoryTrack& track)
             break;
         }
         case kFormat: {
-            const std::optional<AudioFormat> format = AudioFormat::fromRawValue(fromUtf8(text));
+            const std::optional<AudioFormat> format = fromShortRaw<AudioFormat>(text);
             if (!format)
                 return QStringLiteral("\"format\" is not a known format");
             track.format = *format;
             break;
         }
         case kQuality: {
-            const std::optional<AudioQuality> quality = AudioQuality::fromRawValue(fromUtf8(text));
+            const std::optional<AudioQuality> quality = fromShortRaw<AudioQuality>(text);
             if (!quality)
                 return QStringLiteral("\"quality\" is not a known quality");
             track.quality = *quality;
@@ -252,16 +290,16 @@ QString decodeTrack(simdjson::dom::element element, HistoryTrack& track)
             track.title = fromUtf8(text);
             break;
         case kChannel:
-            track.channel = fromUtf8(text);
+            track.channel = pool.get(text);
             break;
         case kDuration:
-            track.duration = fromUtf8(text);
+            track.duration = pool.get(text);
             break;
         case kFilePath:
             track.filePath = fromUtf8(text);
             break;
         case kFileSize:
-            track.fileSize = fromUtf8(text);
+            track.fileSize = pool.get(text);
             break;
         case kThumbnailUrl:
             track.thumbnailUrl = fromUtf8(text);
@@ -348,13 +386,13 @@ std::optional<QList<HistoryTrack>> decode(QByteArrayView json, QString* error, b
         return fail(QStringLiteral("not a JSON array"));
 
     QList<HistoryTrack> tracks;
+    StringPool pool;
     tracks.reserve(static_cast<qsizetype>(array.size()));
     for (const simdjson::dom::element element : array) {
-        HistoryTrack track;
-        const QString reason = decodeTrack(element, track);
+        // Decoded in place: a record is never moved once built.
+        const QString reason = decodeTrack(element, tracks.emplace_back(), pool);
         if (!reason.isEmpty())
-            return fail(QStringLiteral("record %1: ").arg(tracks.size() + 1) + reason);
-        tracks.append(std::move(track));
+            return fail(QStringLiteral("record %1: ").arg(tracks.size()) + reason);
     }
     return tracks;
 }

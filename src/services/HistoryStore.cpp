@@ -9,10 +9,12 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QThread>
+#include <cmath>
 #include <condition_variable>
 #include <cstring>
 #include <mutex>
 #include <optional>
+#include <unistd.h>
 
 namespace {
 const QString kFileName = QStringLiteral("history.json");
@@ -101,9 +103,11 @@ struct HistoryStore::SaveQueue
     // A failed save is dropped: the change stays in memory and the next save carries it.
     void write(const QList<HistoryTrack>& tracks)
     {
-        const std::optional<QByteArray> json = HistoryTrackJson::encode(tracks);
-        if (!json)
-            return;
+        // Any record that cannot be encoded fails the save before the file is touched.
+        for (const HistoryTrack& track : tracks) {
+            if (!std::isfinite(track.completedAt))
+                return;
+        }
         if (mustKeepAside) {
             // Writing over a file that could not be read would lose it for good.
             if (!keepAside(filePath))
@@ -113,7 +117,28 @@ struct HistoryStore::SaveQueue
         QSaveFile file(filePath);
         if (!file.open(QIODevice::WriteOnly))
             return;
-        if (file.write(*json) != json->size()) {
+        // Encoded and written a slice at a time through one reused buffer: a large library
+        // then never needs its whole text in memory, and the buffer stays in cache.
+        constexpr qsizetype kChunk = 1 << 20;
+        QByteArray chunk;
+        chunk.reserve(kChunk + 64 * 1024);
+        const auto flush = [&file, &chunk] {
+            const bool ok = file.write(chunk) == chunk.size();
+            chunk.resize(0);
+            return ok;
+        };
+        chunk.append('[');
+        for (qsizetype i = 0; i < tracks.size(); ++i) {
+            if (i > 0)
+                chunk.append(',');
+            HistoryTrackJson::appendTrack(chunk, tracks[i]);
+            if (chunk.size() >= kChunk && !flush()) {
+                file.cancelWriting();
+                return;
+            }
+        }
+        chunk.append(']');
+        if (!flush()) {
             file.cancelWriting();
             return;
         }
@@ -155,12 +180,24 @@ void HistoryStore::load()
     QFile file(m_filePath);
     if (!file.exists())
         return;
-    const qint64 size = file.size();
     if (!file.open(QIODevice::ReadOnly)) {
-        m_saves->mustKeepAside = size > 0 || QFileInfo(m_filePath).isDir();
+        m_saves->mustKeepAside = file.size() > 0 || QFileInfo(m_filePath).isDir();
         return;
     }
-    // Read straight into a buffer with the decoder's spare bytes so it parses in place.
+    // Sized once open, so that a file replaced meanwhile is not mapped past its end.
+    const qint64 size = file.size();
+    // A mapped file is parsed where it lies, without copying 46 MB for a large library, when
+    // the last page has room for the decoder's spare bytes (the kernel zero-fills it).
+    const qint64 pageSize = sysconf(_SC_PAGESIZE);
+    const qint64 tail = pageSize > 0 ? size % pageSize : 0;
+    if (size > 0 && tail != 0 && pageSize - tail >= HistoryTrackJson::kReadPadding) {
+        if (uchar* mapped = file.map(0, size)) {
+            decodeLoaded(QByteArrayView(mapped, size));
+            file.unmap(mapped);
+            return;
+        }
+    }
+    // Otherwise read into a buffer with the spare bytes so it still parses in place.
     QByteArray data(size + HistoryTrackJson::kReadPadding, Qt::Uninitialized);
     std::memset(data.data() + size, 0, HistoryTrackJson::kReadPadding);
     const qint64 read = file.read(data.data(), size);
@@ -168,7 +205,11 @@ void HistoryStore::load()
         m_saves->mustKeepAside = true;
         return;
     }
-    const QByteArrayView json(data.constData(), size);
+    decodeLoaded(QByteArrayView(data.constData(), size));
+}
+
+void HistoryStore::decodeLoaded(QByteArrayView json)
+{
     if (json.trimmed().isEmpty())
         return; // An empty file holds nothing worth keeping.
     std::optional<QList<HistoryTrack>> tracks = HistoryTrackJson::decode(json, nullptr, true);

@@ -2,6 +2,7 @@
 
 #include "models/HistoryTrack.h"
 
+#include <QByteArrayView>
 #include <QList>
 #include <QObject>
 #include <QSet>
@@ -52,6 +53,7 @@ signals:
 
 private:
     void load();
+    void decodeLoaded(QByteArrayView json);
     void changed();
 
     QString m_folderPath;
