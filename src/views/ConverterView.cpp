@@ -711,6 +711,9 @@ void ConverterView::updatePlayButton()
         playingThis ? QStringLiteral("pause.fill") : QStringLiteral("play.fill");
     m_playButton->setIcon(Symbols::icon(symbolName, Qt::white, 13));
     m_playButton->setProperty("symbol", symbolName);
+    // The symbol alone tells play from pause; say it in words for a screen reader.
+    m_playButton->setAccessibleDescription(playingThis ? QStringLiteral("Playing; press to pause")
+                                                       : QStringLiteral("Press to play"));
 }
 
 void ConverterView::updateStartButton()
