@@ -178,6 +178,13 @@ private slots:
     void emptyLibraryIgnoresSearch()
     {
         m_view->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
+        // The search box is 220 wide when there is room, and gives way down to 160.
+        QWidget* searchBox = m_view->searchField()->parentWidget();
+        QCOMPARE(searchBox->width(), 220);
+        m_view->resize(300, 600);
+        QTRY_VERIFY(searchBox->width() < 220 && searchBox->width() >= 160);
+        m_view->resize(880, 600);
         m_view->setSearchText(QStringLiteral("anything"));
         QCOMPARE(m_view->content(), HistoryView::Content::empty);
         QVERIFY(!m_view->clearAllButton()->isVisible());

@@ -40,7 +40,9 @@ QRect indicatorRect(const QRect& column, const DownloadStatus& status)
         width = QFontMetrics(font(11)).horizontalAdvance(QStringLiteral("Waiting"));
         break;
     case DownloadStatus::Kind::downloading:
-        width = column.width();
+        // Room for "100%", so the bar does not move as the number grows.
+        width =
+            kBarWidth + 6 + QFontMetrics(monospaced(10)).horizontalAdvance(QStringLiteral("100%"));
         break;
     case DownloadStatus::Kind::converting:
         width = QFontMetrics(font(11, QFont::Medium))

@@ -26,3 +26,11 @@ void FilledPanel::paintEvent(QPaintEvent*)
         painter.drawPath(path);
     }
 }
+
+QSize FilledPanel::sizeHint() const
+{
+    QSize hint = QWidget::sizeHint();
+    if (m_idealWidth > 0)
+        hint.setWidth(m_idealWidth);
+    return hint;
+}

@@ -15,6 +15,10 @@ public:
 
     // An outline drawn on the same shape; none while its alpha is zero.
     void setOutline(const QColor& color) { m_outline = color; }
+    // The width the panel asks for when there is room; 0: what its layout asks for.
+    void setIdealWidth(int width) { m_idealWidth = width; }
+
+    QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -24,4 +28,5 @@ private:
     qreal m_opacity;
     qreal m_cornerRadius;
     QColor m_outline = Qt::transparent;
+    int m_idealWidth = 0;
 };

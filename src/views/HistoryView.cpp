@@ -189,8 +189,8 @@ QWidget* HistoryView::buildTopBar()
     m_clearSearch->setStyleSheet(QStringLiteral("QToolButton { border: none; padding: 0; }"));
     m_clearSearch->setVisible(false);
     searchRow->addWidget(m_clearSearch);
-    // The box is 220 wide unless the window is too narrow for it.
-    searchBox->setFixedWidth(220);
+    // 220 wide when there is room, never narrower than 160.
+    searchBox->setIdealWidth(220);
     row->addWidget(searchBox);
     row->addStretch(1);
 

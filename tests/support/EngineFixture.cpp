@@ -6,10 +6,12 @@
 #include "services/HistoryStore.h"
 
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 EngineFixture::EngineFixture()
     : EngineFixture(Options{})
@@ -96,15 +98,35 @@ QString EngineFixture::toolsPath() const
     return m_root.filePath(QStringLiteral("tools"));
 }
 
+bool EngineFixture::waitForStatus(const std::function<bool(const DownloadStatus&)>& done,
+                                  int timeoutMs)
+{
+    // A plain event loop woken by each status change: it reacts at once, where a polling wait
+    // would sleep between rounds and slow a stream of output down.
+    if (done(m_engine->currentStatus()))
+        return true;
+    QEventLoop loop;
+    QTimer timeout;
+    timeout.setSingleShot(true);
+    QObject::connect(&timeout, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QObject::connect(m_engine.get(), &DownloadEngine::currentStatusChanged, &loop, [&] {
+        if (done(m_engine->currentStatus()))
+            loop.quit();
+    });
+    timeout.start(timeoutMs);
+    loop.exec();
+    return done(m_engine->currentStatus());
+}
+
 bool EngineFixture::waitForEnd(int timeoutMs)
 {
-    return QTest::qWaitFor([this] { return !m_engine->currentStatus().isBusy(); }, timeoutMs);
+    return waitForStatus([](const DownloadStatus& status) { return !status.isBusy(); }, timeoutMs);
 }
 
 bool EngineFixture::waitForKind(DownloadStatus::Kind kind, int timeoutMs)
 {
-    return QTest::qWaitFor([this, kind] { return m_engine->currentStatus().kind() == kind; },
-                           timeoutMs);
+    return waitForStatus([kind](const DownloadStatus& status) { return status.kind() == kind; },
+                         timeoutMs);
 }
 
 std::function<void(const HistoryTrack&)> EngineFixture::completionHandler()

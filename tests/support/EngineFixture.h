@@ -6,6 +6,7 @@
 #include <QList>
 #include <QString>
 #include <QTemporaryDir>
+#include <functional>
 #include <memory>
 
 class DependencyManager;
@@ -66,6 +67,9 @@ public:
     bool waitForEnd(int timeoutMs = 180000);
     // Waits until the published status is of the given kind.
     bool waitForKind(DownloadStatus::Kind kind, int timeoutMs = 60000);
+    // Waits until done() holds for the published status.
+    bool waitForStatus(const std::function<bool(const DownloadStatus&)>& done,
+                       int timeoutMs = 60000);
 
     // A callback for startExtraction that records what it receives.
     std::function<void(const HistoryTrack&)> completionHandler();

@@ -1,0 +1,142 @@
+// Engine figures: how fast tool output becomes published status, and what driving yt-dlp
+// through the engine costs over running the same command line bare.
+#include "Bench.h"
+#include "services/DependencyManager.h"
+#include "services/DownloadEngine.h"
+#include "support/EngineFixture.h"
+#include "support/MediaServer.h"
+#include "support/TestSupport.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <ctime>
+
+namespace {
+
+constexpr int kProgressLines = 400000;
+constexpr int kRipPairs = 7;
+
+// Runs a program to its end while the event loop (and so the loopback server) keeps going.
+// Returns the wall time in seconds, or a negative value when it failed.
+double timedRun(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setStandardOutputFile(QProcess::nullDevice());
+    QEventLoop loop;
+    QObject::connect(&process, &QProcess::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&process, &QProcess::errorOccurred, &loop, &QEventLoop::quit);
+    QElapsedTimer timer;
+    timer.start();
+    process.start(program, arguments);
+    loop.exec();
+    const double seconds = static_cast<double>(timer.nsecsElapsed()) / 1e9;
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        return -1;
+    return seconds;
+}
+
+double processCpuSeconds()
+{
+    timespec now = {};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
+}
+
+std::vector<BenchFigure> statusUpdates()
+{
+    // Every line differs, so every one is a real change of the published status.
+    QByteArray lines;
+    lines.reserve(kProgressLines * 48);
+    for (int i = 0; i < kProgressLines; ++i) {
+        lines += "PROGRESS:: " + QByteArray::number(i * 100.0 / kProgressLines, 'f', 4) +
+                 "%::1.20MiB/s::00:" + QByteArray::number(i % 60) + "::5.31MiB\n";
+    }
+    EngineFixture fixture(
+        {.standInScript = "cat \"$(dirname \"$0\")/lines.txt\"", .withFfmpeg = false});
+    if (!fixture.isReady() ||
+        !TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/lines.txt"), lines))
+        return {};
+    // Only the engine is measured: the fixture's own record of every status goes.
+    QObject::disconnect(&fixture.engine(), &DownloadEngine::currentStatusChanged, &fixture.engine(),
+                        nullptr);
+    qint64 updates = 0;
+    QObject::connect(&fixture.engine(), &DownloadEngine::currentStatusChanged, &fixture.engine(),
+                     [&updates] { ++updates; });
+    QElapsedTimer timer;
+    const double cpuStart = processCpuSeconds();
+    timer.start();
+    fixture.engine().startExtraction(QStringLiteral("https://example.com/bench"));
+    fixture.waitForEnd(600000);
+    const double seconds = static_cast<double>(timer.nsecsElapsed()) / 1e9;
+    const double cpuSeconds = processCpuSeconds() - cpuStart;
+    const auto count = static_cast<double>(updates);
+    // The second figure counts only this process's own CPU time, which a busy machine does
+    // not stretch.
+    return {{QStringLiteral("engine_status_updates_per_s"), count / seconds,
+             QStringLiteral("updates/s")},
+            {QStringLiteral("engine_status_updates_per_cpu_s"), count / cpuSeconds,
+             QStringLiteral("updates/s")}};
+}
+
+std::vector<BenchFigure> ripOverhead()
+{
+    MediaServer::Options options;
+    options.durationSeconds = 60;
+    MediaServer server(options);
+    if (!server.start())
+        return {};
+    DependencyManager::Options toolOptions = DependencyManager::Options::defaults();
+    toolOptions.checkOnStart = false;
+    const DependencyManager tools(toolOptions);
+    const std::optional<QString> ytDlp = tools.findExecutable(QStringLiteral("yt-dlp"));
+    const std::optional<QString> ffmpeg = tools.findExecutable(QStringLiteral("ffmpeg"));
+    if (!ytDlp)
+        return {};
+
+    const QString link = server.pageUrl().toString();
+    QTemporaryDir scratch;
+    std::vector<double> ripTimes;
+    std::vector<double> bareTimes;
+    for (int pair = 0; pair < kRipPairs; ++pair) {
+        const QString ripDest = scratch.filePath(QStringLiteral("rip%1").arg(pair));
+        const QString bareDest = scratch.filePath(QStringLiteral("bare%1").arg(pair));
+        QDir().mkpath(ripDest);
+        QDir().mkpath(bareDest);
+        // Alternate which goes first, so neither always meets a warm cache.
+        auto rip = [&] {
+            ripTimes.push_back(
+                timedRun(QStringLiteral(VELDTONE_RIP_PATH),
+                         {QStringLiteral("--dest"), ripDest, QStringLiteral("--library"),
+                          scratch.filePath(QStringLiteral("library")), link}));
+        };
+        auto bare = [&] {
+            bareTimes.push_back(timedRun(*ytDlp, DownloadEngine::extractionArguments(
+                                                     link, AudioFormat::mp3, AudioQuality::k320,
+                                                     bareDest, ffmpeg, true, true)));
+        };
+        if (pair % 2 == 0) {
+            rip();
+            bare();
+        } else {
+            bare();
+            rip();
+        }
+        if (ripTimes.back() < 0 || bareTimes.back() < 0)
+            return {};
+    }
+    const double ripMedian = benchMedian(ripTimes);
+    const double bareMedian = benchMedian(bareTimes);
+    return {{QStringLiteral("rip_overhead_ratio"), ripMedian / bareMedian, QStringLiteral("x")},
+            {QStringLiteral("rip_60s_mp3_wall_s"), ripMedian, QStringLiteral("s")},
+            {QStringLiteral("ytdlp_60s_mp3_wall_s"), bareMedian, QStringLiteral("s")}};
+}
+
+BenchRegistration statusRegistration("engine", statusUpdates);
+BenchRegistration ripRegistration("rip", ripOverhead);
+
+} // namespace
