@@ -401,6 +401,10 @@ std::optional<QList<HistoryTrack>> decode(QByteArrayView json, QString* error, b
         // The sizes simdjson gives these buffers for an input of this length.
         adviseHugePages(parser.doc.tape.get(), (length + 3 + 64) * sizeof(uint64_t));
         adviseHugePages(parser.doc.string_buf.get(), 5 * length / 3);
+        if (parser.implementation) {
+            adviseHugePages(parser.implementation->structural_indexes.get(),
+                            length * sizeof(uint32_t));
+        }
     }
     simdjson::dom::element root;
     const auto parseError =
