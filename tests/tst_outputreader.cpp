@@ -30,41 +30,40 @@ namespace {
 
 // Standard output of Debian's yt-dlp 2023.03.04 extracting an MP3 with artwork and tags from a
 // page served on loopback.
-const QByteArray kRealRun = QByteArrayLiteral(
-    "[generic] Extracting URL: http://127.0.0.1:44315/page2.html\n"
-    "[generic] page2: Downloading webpage\n"
-    "[info] page2: Downloading 1 format(s): webm\n"
-    "[info] Downloading video thumbnail 0 ...\n"
-    "[info] Writing video thumbnail 0 to: /tmp/reader-cap/out/Café – Night [Live].webp\n"
-    "[download] Destination: /tmp/reader-cap/out/Café – Night [Live].webm\n"
-    "PROGRESS::  3.6%:: Unknown B/s::Unknown::       N/A\n"
-    "PROGRESS:: 53.8%::  12.50MiB/s::00:00::       N/A\n"
-    "PROGRESS::100.0%::  18.24MiB/s::00:00::       N/A\n"
-    "PROGRESS::100.0%::6.26MiB/s::NA::NA\n"
-    "[ExtractAudio] Destination: /tmp/reader-cap/out/Café – Night [Live].mp3\n"
-    "Deleting original file /tmp/reader-cap/out/Café – Night [Live].webm (pass -k to keep)\n"
-    "[Metadata] Adding metadata to \"/tmp/reader-cap/out/Café – Night [Live].mp3\"\n"
-    "[ThumbnailsConvertor] Converting thumbnail \"/tmp/reader-cap/out/Café – Night [Live].webp\" "
-    "to png\n"
-    "[EmbedThumbnail] ffmpeg: Adding thumbnail to \"/tmp/reader-cap/out/Café – Night "
-    "[Live].mp3\"\n");
+const QByteArray kRealRun =
+    QByteArrayLiteral("[generic] Extracting URL: http://127.0.0.1:44315/page2.html\n"
+                      "[generic] page2: Downloading webpage\n"
+                      "[info] page2: Downloading 1 format(s): webm\n"
+                      "[info] Downloading video thumbnail 0 ...\n"
+                      "[info] Writing video thumbnail 0 to: /o/Café – Night [Live].webp\n"
+                      "[download] Destination: /o/Café – Night [Live].webm\n"
+                      "PROGRESS::  3.6%:: Unknown B/s::Unknown::       N/A\n"
+                      "PROGRESS:: 53.8%::  12.50MiB/s::00:00::       N/A\n"
+                      "PROGRESS::100.0%::  18.24MiB/s::00:00::       N/A\n"
+                      "PROGRESS::100.0%::6.26MiB/s::NA::NA\n"
+                      "[ExtractAudio] Destination: /o/Café – Night [Live].mp3\n"
+                      "Deleting original file /o/Café – Night [Live].webm (pass -k to keep)\n"
+                      "[Metadata] Adding metadata to \"/o/Café – Night [Live].mp3\"\n"
+                      "[ThumbnailsConvertor] Converting thumbnail \"/o/Café – Night [Live].webp\" "
+                      "to png\n"
+                      "[EmbedThumbnail] ffmpeg: Adding thumbnail to \"/o/Café – Night "
+                      "[Live].mp3\"\n");
 
 QList<DownloadStatus> realRunStatuses()
 {
-    const QString converting = u"Converting audio to MP3 (320 kbps)..."_s;
     return {
         DownloadStatus::downloading(3.6 / 100, u"Unknown B/s"_s, u"Unknown"_s, u"N/A"_s),
         DownloadStatus::downloading(53.8 / 100, u"12.50MiB/s"_s, u"00:00"_s, u"N/A"_s),
         DownloadStatus::downloading(1, u"18.24MiB/s"_s, u"00:00"_s, u"N/A"_s),
         DownloadStatus::downloading(1, u"6.26MiB/s"_s, u"NA"_s, u"NA"_s),
-        DownloadStatus::converting(converting),
+        DownloadStatus::converting(u"Converting audio to MP3 (320 kbps)..."_s),
         DownloadStatus::converting(u"Embedding audio tags..."_s),
         DownloadStatus::converting(u"Embedding album artwork..."_s),
         DownloadStatus::converting(u"Embedding album artwork..."_s),
     };
 }
 
-const QString kRealRunPath = u"/tmp/reader-cap/out/Café – Night [Live].mp3"_s;
+const QString kRealRunPath = u"/o/Café – Night [Live].mp3"_s;
 
 struct Run
 {
@@ -73,10 +72,10 @@ struct Run
 };
 
 // Feeds the chunks in order to a fresh MP3/320 reader, then ends the stream.
-Run readChunks(const QList<QByteArray>& chunks, AudioFormat format = AudioFormat::mp3)
+Run readChunks(const QList<QByteArray>& chunks)
 {
     auto tracker = std::make_shared<FilePathTracker>();
-    ToolOutputReader reader(format, AudioQuality::k320, tracker);
+    ToolOutputReader reader(AudioFormat::mp3, AudioQuality::k320, tracker);
     Run run;
     for (const QByteArray& chunk : chunks)
         run.statuses += reader.feed(chunk);
