@@ -39,8 +39,11 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         auto* screen = window.findChild<ConverterView*>();
         QVERIFY(screen);
-        auto* miniPlayer = window.findChild<MiniPlayerView*>();
-        QVERIFY(miniPlayer && !miniPlayer->isVisible());
+        auto miniPlayerShown = [&window] {
+            auto* miniPlayer = window.findChild<MiniPlayerView*>();
+            return miniPlayer && miniPlayer->isVisible();
+        };
+        QVERIFY(!miniPlayerShown());
 
         auto* link = findNamed<QLineEdit>(screen, QStringLiteral("YouTube Video Link"));
         QTest::keyClicks(link, server.pageUrl().toString());
@@ -64,7 +67,7 @@ private slots:
         auto* play = findNamed<QAbstractButton>(screen, QStringLiteral("Play"));
         QVERIFY(play);
         QTest::mouseClick(play, Qt::LeftButton);
-        QTRY_VERIFY(miniPlayer->isVisible());
+        QTRY_VERIFY(miniPlayerShown());
         QCOMPARE(env.player().currentTrack()->filePath, file);
         QTRY_COMPARE(play->property("symbol").toString(), QStringLiteral("pause.fill"));
         env.player().stop();

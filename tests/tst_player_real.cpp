@@ -1,6 +1,7 @@
 #include "services/AudioPlayerService.h"
 #include "support/TestSupport.h"
 
+#include <QDir>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -199,6 +200,17 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(trackChanged.count() == 2, 10000);
         QCOMPARE(player.currentTrack(), std::nullopt);
         QCOMPARE(player.isPlaying(), false);
+
+        // A folder is refused at once.
+        QVERIFY(QDir(m_dir.path()).mkdir(u"folder.mp3"_qs));
+        player.play(track(u"folder.mp3"_qs));
+        QCOMPARE(trackChanged.count(), 2);
+
+        // The same player still plays a good file afterwards.
+        player.play(track(u"clip.m4a"_qs));
+        QTRY_VERIFY_WITH_TIMEOUT(player.currentTime() > 0, 10000);
+        QVERIFY(player.isPlaying());
+        QVERIFY(qAbs(player.duration() - kClipSeconds) < 0.1);
     }
 };
 

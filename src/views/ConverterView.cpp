@@ -22,6 +22,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDir>
 #include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -40,6 +41,13 @@
 using namespace ScreenStyle;
 
 namespace {
+
+// The folder's file-system path; a saved plain path (a URL without scheme) counts too.
+QString folderPath(const QUrl& folder)
+{
+    const QString path = folder.isLocalFile() ? folder.toLocalFile() : folder.path();
+    return path.isEmpty() ? path : QDir::cleanPath(path);
+}
 
 const QList<QColor> kStartGradient = {QColor(255, 59, 48), QColor(255, 149, 0)};
 
@@ -569,7 +577,7 @@ void ConverterView::selectTargetFolder()
 {
     DownloadEngine& engine = m_services.engine;
     const QString chosen = QFileDialog::getExistingDirectory(
-        this, QStringLiteral("Select Download Folder"), engine.targetFolder().toLocalFile());
+        this, QStringLiteral("Select Download Folder"), folderPath(engine.targetFolder()));
     if (chosen.isEmpty())
         return;
     engine.setTargetFolder(QUrl::fromLocalFile(chosen));
@@ -578,7 +586,7 @@ void ConverterView::selectTargetFolder()
 
 void ConverterView::openTargetFolder()
 {
-    m_desktop.openPath(m_services.engine.targetFolder().toLocalFile());
+    m_desktop.openPath(folderPath(m_services.engine.targetFolder()));
 }
 
 void ConverterView::playFinishedTrack()
@@ -630,7 +638,7 @@ void ConverterView::updateTools()
 void ConverterView::updateSelections()
 {
     const DownloadEngine& engine = m_services.engine;
-    m_folderPath->setText(engine.targetFolder().toLocalFile());
+    m_folderPath->setText(folderPath(engine.targetFolder()));
 
     const AudioFormat format = engine.selectedFormat();
     {
@@ -711,6 +719,9 @@ void ConverterView::updatePlayButton()
         playingThis ? QStringLiteral("pause.fill") : QStringLiteral("play.fill");
     m_playButton->setIcon(Symbols::icon(symbolName, Qt::white, 13));
     m_playButton->setProperty("symbol", symbolName);
+    // The symbol alone tells play from pause; say it in words for a screen reader.
+    m_playButton->setAccessibleDescription(playingThis ? QStringLiteral("Playing; press to pause")
+                                                       : QStringLiteral("Press to play"));
 }
 
 void ConverterView::updateStartButton()

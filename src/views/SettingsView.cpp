@@ -15,6 +15,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QEvent>
 #include <QFileDialog>
 #include <QHBoxLayout>
@@ -26,6 +27,13 @@
 using namespace ScreenStyle;
 
 namespace {
+
+// The folder's file-system path; a saved plain path (a URL without scheme) counts too.
+QString folderPath(const QUrl& folder)
+{
+    const QString path = folder.isLocalFile() ? folder.toLocalFile() : folder.path();
+    return path.isEmpty() ? path : QDir::cleanPath(path);
+}
 
 QVBoxLayout* column(QWidget* owner, int spacing)
 {
@@ -301,7 +309,7 @@ void SettingsView::chooseFolder()
 {
     DownloadEngine& engine = m_services.engine;
     const QString chosen = QFileDialog::getExistingDirectory(
-        this, QStringLiteral("Select Download Folder"), engine.targetFolder().toLocalFile());
+        this, QStringLiteral("Select Download Folder"), folderPath(engine.targetFolder()));
     if (chosen.isEmpty())
         return;
     engine.setTargetFolder(QUrl::fromLocalFile(chosen));
@@ -311,7 +319,7 @@ void SettingsView::chooseFolder()
 void SettingsView::updateDefaults()
 {
     const DownloadEngine& engine = m_services.engine;
-    m_folderPath->setText(engine.targetFolder().toLocalFile());
+    m_folderPath->setText(folderPath(engine.targetFolder()));
     {
         const QSignalBlocker blockFormat(m_formatPicker);
         const QSignalBlocker blockBitrate(m_bitratePicker);

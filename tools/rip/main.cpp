@@ -24,6 +24,7 @@
 #include <QTemporaryDir>
 #include <QThreadPool>
 #include <QTimer>
+#include <cmath>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
@@ -60,7 +61,8 @@ QByteArray statusLine(const DownloadStatus& status)
         break;
     case DownloadStatus::Kind::downloading:
         object.insert(u"status", QStringLiteral("downloading"));
-        object.insert(u"progress", status.progress());
+        // Rounded so that 94.9 % prints as 0.949, not as the nearest binary fraction.
+        object.insert(u"progress", std::round(status.progress() * 1e6) / 1e6);
         object.insert(u"speed", status.speed());
         object.insert(u"eta", status.eta());
         object.insert(u"totalSize", status.totalSize());
