@@ -136,12 +136,6 @@ private slots:
         QVERIFY(m_server->start());
     }
 
-    void cleanup()
-    {
-        m_server.reset();
-        m_dir.reset();
-    }
-
     // ffmpeg builds come as archives of several shapes; the ffmpeg file is taken from wherever
     // it sits, and a yt-dlp that was found is left alone.
     void onlyFfmpegMissingInstallsFromArchive_data()
