@@ -2,6 +2,7 @@
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
+#include "support/ScreenFixture.h"
 #include "support/TestSupport.h"
 #include "views/BatchQueueModel.h"
 #include "views/BatchView.h"
@@ -42,7 +43,6 @@ echo "[ExtractAudio] Destination: $BATCH_OUT/$name.mp3"
 printf 'ID3' > "$BATCH_OUT/$name.mp3"
 exit 0
 )";
-const QByteArray kFfmpeg = "#!/bin/sh\necho 'ffmpeg version 5.1.4'\n";
 
 QString link(const QString& name)
 {
@@ -54,15 +54,14 @@ class TestBatchView : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<DependencyManager> m_dependencies;
-    std::unique_ptr<HistoryStore> m_history;
-    std::unique_ptr<DownloadEngine> m_engine;
+    std::unique_ptr<ScreenFixture::Environment> m_env;
     std::unique_ptr<BatchView> m_view;
+
+    QString file(const QString& name) const { return m_env->path() + u'/' + name; }
 
     QStringList ripped() const
     {
-        return QString::fromUtf8(TestSupport::readFile(m_dir->filePath(u"rips.log"_s)))
+        return QString::fromUtf8(TestSupport::readFile(file(u"rips.log"_s)))
             .split(u'\n', Qt::SkipEmptyParts);
     }
     BatchRunner& runner() const { return m_view->runner(); }
@@ -81,33 +80,15 @@ private slots:
 
     void init()
     {
-        m_dir = std::make_unique<QTemporaryDir>();
-        const QString bin = m_dir->filePath(u"bin"_s);
-        const QString out = m_dir->filePath(u"out"_s);
-        QDir().mkpath(out);
-        TestSupport::writeScript(bin + u"/yt-dlp", kYtDlp);
-        TestSupport::writeScript(bin + u"/ffmpeg", kFfmpeg);
-        qputenv("BATCH_OUT", out.toUtf8());
-        qputenv("BATCH_LOG", m_dir->filePath(u"rips.log"_s).toUtf8());
-
-        DependencyManager::Options options;
-        options.resourceBinFolder = bin;
-        options.installFolder = m_dir->filePath(u"install"_s);
-        options.systemFolders = {};
-        options.environment = QProcessEnvironment();
-        options.checkOnStart = false;
-        m_dependencies = std::make_unique<DependencyManager>(options);
-        QSignalSpy checked(m_dependencies.get(), &DependencyManager::checkFinished);
-        m_dependencies->checkDependencies();
-        QVERIFY(checked.wait(10000));
-        QVERIFY(m_dependencies->ytDlpPath());
-
-        m_history = std::make_unique<HistoryStore>(m_dir->filePath(u"library"_s));
-        m_engine = std::make_unique<DownloadEngine>(
-            *m_dependencies, *m_history,
-            std::make_unique<QSettings>(m_dir->filePath(u"settings.ini"_s), QSettings::IniFormat));
-        m_engine->setTargetFolder(QUrl::fromLocalFile(out));
-        m_view = std::make_unique<BatchView>(*m_engine);
+        m_env = std::make_unique<ScreenFixture::Environment>(ScreenFixture::Tools::both);
+        QVERIFY(QDir().mkpath(file(u"out"_s)));
+        TestSupport::writeScript(file(u"tools/yt-dlp"_s), kYtDlp);
+        qputenv("BATCH_OUT", file(u"out"_s).toUtf8());
+        qputenv("BATCH_LOG", file(u"rips.log"_s).toUtf8());
+        QVERIFY(m_env->checkTools());
+        QVERIFY(m_env->dependencies().isReady());
+        m_env->engine().setTargetFolder(QUrl::fromLocalFile(file(u"out"_s)));
+        m_view = std::make_unique<BatchView>(m_env->engine());
         m_view->resize(880, 600);
         m_view->show();
     }
@@ -115,15 +96,12 @@ private slots:
     void cleanup()
     {
         m_view.reset();
-        if (m_engine->currentStatus().isBusy()) {
-            m_engine->cancel();
-            QTRY_VERIFY(!m_engine->currentStatus().isBusy());
+        if (m_env->engine().currentStatus().isBusy()) {
+            m_env->engine().cancel();
+            QTRY_VERIFY(!m_env->engine().currentStatus().isBusy());
         }
-        m_engine.reset();
-        m_history->waitForSaves();
-        m_history.reset();
-        m_dependencies.reset();
-        m_dir.reset();
+        m_env->history().waitForSaves();
+        m_env.reset();
     }
 
     void lineFilter_data()
@@ -140,13 +118,10 @@ private slots:
         QTest::newRow("any text with the domain")
             << u"see youtube.com for more\nnotes about youtu.be"_s
             << QStringList{u"see youtube.com for more"_s, u"notes about youtu.be"_s};
-        QTest::newRow("windows line ends")
-            << u"https://youtu.be/a\r\nhttps://youtu.be/b\r\n"_s
-            << QStringList{u"https://youtu.be/a"_s, u"https://youtu.be/b"_s};
-        QTest::newRow("unicode line separator")
-            << u"https://youtu.be/a\u2028https://youtu.be/b"_s
-            << QStringList{u"https://youtu.be/a"_s, u"https://youtu.be/b"_s};
-        QTest::newRow("nothing") << u"hello\nworld"_s << QStringList();
+        QTest::newRow("windows line ends, unicode separator")
+            << u"https://youtu.be/a\r\nhttps://youtu.be/b\u2028https://youtu.be/c\r\n"_s
+            << QStringList{u"https://youtu.be/a"_s, u"https://youtu.be/b"_s,
+                           u"https://youtu.be/c"_s};
     }
     void lineFilter()
     {
@@ -226,8 +201,8 @@ private slots:
         QCOMPARE(kindAt(2), DownloadStatus::Kind::failed);
         const QModelIndex failed = m_view->model()->index(4);
         QVERIFY(failed.data(Qt::ToolTipRole).toString().contains(u"HTTP Error 404"));
-        QCOMPARE(runner().queue().at(0).status.filePath(), m_dir->filePath(u"out/ok1.mp3"_s));
-        QCOMPARE(m_history->tracks().size(), 2);
+        QCOMPARE(runner().queue().at(0).status.filePath(), file(u"out/ok1.mp3"_s));
+        QCOMPARE(m_env->history().tracks().size(), 2);
 
         // Only the three unfinished items run again; the count rises as they complete.
         QStringList counts;
@@ -266,7 +241,7 @@ private slots:
         QVERIFY(!m_view->model()->index(1).data(BatchQueueModel::ShowsTrashRole).toBool());
         QTest::mouseClick(m_view->stopButton(), Qt::LeftButton);
         QCOMPARE(m_view->state(), BatchView::State::queued);
-        QTRY_VERIFY(!m_engine->currentStatus().isBusy());
+        QTRY_VERIFY(!m_env->engine().currentStatus().isBusy());
         QTest::qWait(200);
         QCOMPARE(ripped().size(), 1);
         QCOMPARE(kindAt(0), DownloadStatus::Kind::downloading);
@@ -289,25 +264,25 @@ private slots:
     {
         queue({u"ok1"_s, u"ok2"_s});
         QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
-        QVERIFY(m_engine->currentStatus().isBusy());
+        QVERIFY(m_env->engine().currentStatus().isBusy());
         m_view.reset();
         // The engine finishes its job and records it; nothing reaches the discarded screen.
-        QTRY_COMPARE_WITH_TIMEOUT(m_engine->currentStatus().kind(), DownloadStatus::Kind::completed,
-                                  10000);
+        QTRY_COMPARE_WITH_TIMEOUT(m_env->engine().currentStatus().kind(),
+                                  DownloadStatus::Kind::completed, 10000);
         QTest::qWait(100);
         QCOMPARE(ripped(), QStringList{link(u"ok1"_s)});
-        QCOMPARE(m_history->tracks().size(), 1);
+        QCOMPARE(m_env->history().tracks().size(), 1);
     }
 
     void refusedWhileEngineBusy()
     {
-        m_engine->startExtraction(link(u"slow0"_s));
-        QVERIFY(m_engine->currentStatus().isBusy());
+        m_env->engine().startExtraction(link(u"slow0"_s));
+        QVERIFY(m_env->engine().currentStatus().isBusy());
         queue({u"ok1"_s});
         QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
         QCOMPARE(m_view->state(), BatchView::State::queued);
         QCOMPARE(kindAt(0), DownloadStatus::Kind::failed);
-        QVERIFY(m_engine->currentStatus().isBusy());
+        QVERIFY(m_env->engine().currentStatus().isBusy());
     }
 };
 

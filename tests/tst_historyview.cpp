@@ -1,5 +1,6 @@
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
+#include "support/ScreenFixture.h"
 #include "views/ArtworkCache.h"
 #include "views/HistoryView.h"
 #include "views/LibraryListModel.h"
@@ -10,16 +11,14 @@
 #include <QAccessible>
 #include <QBuffer>
 #include <QClipboard>
-#include <QDataStream>
-#include <QFile>
 #include <QHttpServer>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QStandardPaths>
-#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -28,24 +27,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 HistoryTrack makeTrack(const QString& title, const QString& channel, AudioFormat format,
-                       const QString& filePath = {})
+                       QString filePath = {})
 {
     // The store keeps one record per file.
     static int serial = 0;
     if (filePath.isEmpty())
-        return makeTrack(title, channel, format,
-                         u"/music/song" + QString::number(++serial) + u".mp3");
-    return HistoryTrack{QUuid::createUuid(),
-                        title,
-                        channel,
-                        QStringLiteral("3:32"),
-                        format,
-                        AudioQuality::k256,
-                        filePath,
-                        QStringLiteral("4.2 MB"),
-                        QString(),
-                        HistoryTrack::now(),
-                        QStringLiteral("https://youtu.be/abc")};
+        filePath = u"/music/song%1.mp3"_s.arg(++serial);
+    return {QUuid::createUuid(),      title,    channel,     u"3:32"_s, format,
+            AudioQuality::k256,       filePath, u"4.2 MB"_s, QString(), HistoryTrack::now(),
+            u"https://youtu.be/abc"_s};
 }
 
 QStringList shownTitles(const LibraryListModel& model)
@@ -56,11 +46,27 @@ QStringList shownTitles(const LibraryListModel& model)
     return titles;
 }
 
+QStringList menuTexts(QMenu* menu)
+{
+    QStringList items;
+    for (QAction* action : menu->actions())
+        items << (action->isSeparator() ? u"-"_s : action->text());
+    return items;
+}
+
 QAction* actionNamed(QMenu* menu, const QString& text)
 {
-    for (QAction* action : menu->actions()) {
-        if (action->text() == text)
-            return action;
+    const QList<QAction*> actions = menu->actions();
+    const auto it = std::find_if(actions.begin(), actions.end(),
+                                 [&](QAction* action) { return action->text() == text; });
+    return it == actions.end() ? nullptr : *it;
+}
+
+QAbstractButton* buttonNamed(QMessageBox* box, const QString& text)
+{
+    for (QAbstractButton* button : box->buttons()) {
+        if (button->text() == text)
+            return button;
     }
     return nullptr;
 }
@@ -70,44 +76,22 @@ class TestHistoryView : public QObject
 {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<HistoryStore> m_history;
-    std::unique_ptr<AudioPlayerService> m_player;
+    std::unique_ptr<ScreenFixture::Environment> m_env;
     std::unique_ptr<ArtworkCache> m_artwork;
     std::unique_ptr<HistoryView> m_view;
-
-    // One second of silence, so the player has a real file to play.
-    QString writeSilence()
-    {
-        const QString path = m_dir->filePath(QStringLiteral("silence.wav"));
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly))
-            return path;
-        const quint32 rate = 8000;
-        const QByteArray samples(int(rate), char(0x80));
-        QDataStream out(&file);
-        out.setByteOrder(QDataStream::LittleEndian);
-        out.writeRawData("RIFF", 4);
-        out << quint32(36 + samples.size());
-        out.writeRawData("WAVEfmt ", 8);
-        out << quint32(16) << quint16(1) << quint16(1) << rate << rate << quint16(1) << quint16(8);
-        out.writeRawData("data", 4);
-        out << quint32(samples.size());
-        out.writeRawData(samples.constData(), int(samples.size()));
-        return path;
-    }
 
     void addLibrary()
     {
         // Added oldest first; the store keeps the newest on top.
-        m_history->addTrack(makeTrack(QStringLiteral("Only In Path"), QStringLiteral("Someone"),
-                                      AudioFormat::wav, QStringLiteral("/music/beat/only.wav")));
-        m_history->addTrack(makeTrack(QStringLiteral("Quiet Piano"), QStringLiteral("Beatmaker"),
-                                      AudioFormat::flac));
-        m_history->addTrack(
-            makeTrack(QStringLiteral("Upbeat Morning"), QStringLiteral("Radio"), AudioFormat::m4a));
-        m_history->addTrack(makeTrack(QStringLiteral("LOFI BEATS"), QStringLiteral("Chill"),
-                                      AudioFormat::mp3, writeSilence()));
+        m_env->history().addTrack(makeTrack(u"Only In Path"_s, u"Someone"_s, AudioFormat::wav,
+                                            u"/music/beat/only.wav"_s));
+        m_env->history().addTrack(makeTrack(u"Quiet Piano"_s, u"Beatmaker"_s, AudioFormat::flac));
+        m_env->history().addTrack(makeTrack(u"Upbeat Morning"_s, u"Radio"_s, AudioFormat::m4a));
+        // A real file, so the player has something to play.
+        const QString silence = m_env->path() + u"/silence.wav"_s;
+        QVERIFY(ScreenFixture::writeSilentWav(silence, 1));
+        m_env->history().addTrack(
+            makeTrack(u"LOFI BEATS"_s, u"Chill"_s, AudioFormat::mp3, silence));
     }
 
 private slots:
@@ -115,12 +99,9 @@ private slots:
 
     void init()
     {
-        m_dir = std::make_unique<QTemporaryDir>();
-        QVERIFY(m_dir->isValid());
-        m_history = std::make_unique<HistoryStore>(m_dir->filePath(QStringLiteral("lib")));
-        m_player = std::make_unique<AudioPlayerService>();
-        m_artwork = std::make_unique<ArtworkCache>(m_dir->filePath(QStringLiteral("art")));
-        m_view = std::make_unique<HistoryView>(*m_history, *m_player, *m_artwork);
+        m_env = std::make_unique<ScreenFixture::Environment>();
+        m_artwork = std::make_unique<ArtworkCache>(m_env->path() + u"/art"_s);
+        m_view = std::make_unique<HistoryView>(m_env->history(), m_env->player(), *m_artwork);
         m_view->resize(880, 600);
     }
 
@@ -128,10 +109,8 @@ private slots:
     {
         m_view.reset();
         m_artwork.reset();
-        m_player.reset();
-        m_history->waitForSaves();
-        m_history.reset();
-        m_dir.reset();
+        m_env->history().waitForSaves();
+        m_env.reset();
     }
 
     void filterAndSearch_data()
@@ -139,21 +118,14 @@ private slots:
         QTest::addColumn<QString>("search");
         QTest::addColumn<QString>("filter");
         QTest::addColumn<QStringList>("titles");
-        const QStringList all{QStringLiteral("LOFI BEATS"), QStringLiteral("Upbeat Morning"),
-                              QStringLiteral("Quiet Piano"), QStringLiteral("Only In Path")};
-        QTest::newRow("nothing") << QString() << QStringLiteral("All") << all;
+        const QStringList all{u"LOFI BEATS"_s, u"Upbeat Morning"_s, u"Quiet Piano"_s,
+                              u"Only In Path"_s};
         // Lower case finds capitals, a word inside a longer one and a channel; never a path.
-        QTest::newRow("beat") << QStringLiteral("beat") << QStringLiteral("All")
-                              << QStringList{all[0], all[1], all[2]};
-        QTest::newRow("channel only")
-            << QStringLiteral("radio") << QStringLiteral("All") << QStringList{all[1]};
-        QTest::newRow("not trimmed")
-            << QStringLiteral("beat ") << QStringLiteral("All") << QStringList{all[1]};
-        QTest::newRow("M4A") << QString() << QStringLiteral("M4A") << QStringList{all[1]};
-        QTest::newRow("beat FLAC")
-            << QStringLiteral("Beat") << QStringLiteral("FLAC") << QStringList{all[2]};
-        QTest::newRow("path only")
-            << QStringLiteral("only.wav") << QStringLiteral("All") << QStringList();
+        QTest::newRow("beat") << u"beat"_s << u"All"_s << QStringList{all[0], all[1], all[2]};
+        QTest::newRow("channel only") << u"radio"_s << u"All"_s << QStringList{all[1]};
+        QTest::newRow("M4A") << QString() << u"M4A"_s << QStringList{all[1]};
+        QTest::newRow("beat FLAC") << u"Beat"_s << u"FLAC"_s << QStringList{all[2]};
+        QTest::newRow("path only") << u"only.wav"_s << u"All"_s << QStringList();
     }
     void filterAndSearch()
     {
@@ -171,7 +143,7 @@ private slots:
                  titles.isEmpty() ? HistoryView::Content::noMatch : HistoryView::Content::list);
         // Deleting back to a shorter text widens the list again.
         m_view->setSearchText(QString());
-        m_view->setSelectedFilter(QStringLiteral("All"));
+        m_view->setSelectedFilter(u"All"_s);
         QCOMPARE(m_view->model()->rowCount(), 4);
     }
 
@@ -185,12 +157,11 @@ private slots:
         m_view->resize(300, 600);
         QTRY_VERIFY(searchBox->width() < 220 && searchBox->width() >= 160);
         m_view->resize(880, 600);
-        m_view->setSearchText(QStringLiteral("anything"));
+        m_view->setSearchText(u"anything"_s);
         QCOMPARE(m_view->content(), HistoryView::Content::empty);
         QVERIFY(!m_view->clearAllButton()->isVisible());
         QVERIFY(m_view->clearSearchButton()->isVisible());
-        m_history->addTrack(
-            makeTrack(QStringLiteral("New"), QStringLiteral("C"), AudioFormat::mp3));
+        m_env->history().addTrack(makeTrack(u"New"_s, u"C"_s, AudioFormat::mp3));
         QVERIFY(m_view->clearAllButton()->isVisible());
         QCOMPARE(m_view->content(), HistoryView::Content::noMatch);
         QTest::mouseClick(m_view->clearSearchButton(), Qt::LeftButton);
@@ -203,53 +174,40 @@ private slots:
         addLibrary();
         m_view->show();
         QMenu* menu = m_view->formatButton()->menu();
-        QStringList items;
-        for (QAction* action : menu->actions())
-            items << (action->isSeparator() ? QStringLiteral("-") : action->text());
-        QCOMPARE(items, (QStringList{u"All Formats"_s, u"-"_s, u"MP3"_s, u"M4A / AAC"_s,
-                                     u"FLAC (Lossless)"_s, u"WAV"_s, u"OPUS"_s}));
-        QCOMPARE(m_view->formatButton()->text(), QStringLiteral("All Formats"));
-        actionNamed(menu, QStringLiteral("M4A / AAC"))->trigger();
-        QCOMPARE(m_view->formatButton()->text(), QStringLiteral("M4A"));
+        QCOMPARE(menuTexts(menu), (QStringList{u"All Formats"_s, u"-"_s, u"MP3"_s, u"M4A / AAC"_s,
+                                               u"FLAC (Lossless)"_s, u"WAV"_s, u"OPUS"_s}));
+        QCOMPARE(m_view->formatButton()->text(), u"All Formats"_s);
+        actionNamed(menu, u"M4A / AAC"_s)->trigger();
+        QCOMPARE(m_view->formatButton()->text(), u"M4A"_s);
         QCOMPARE(shownTitles(*m_view->model()), QStringList{u"Upbeat Morning"_s});
 
-        actionNamed(menu, QStringLiteral("FLAC (Lossless)"))->trigger();
-        QTest::keyClicks(m_view->searchField(), QStringLiteral("zzz"));
+        actionNamed(menu, u"FLAC (Lossless)"_s)->trigger();
+        QTest::keyClicks(m_view->searchField(), u"zzz"_s);
         QCOMPARE(m_view->content(), HistoryView::Content::noMatch);
         QVERIFY(m_view->resetFiltersButton()->isVisible());
         QTest::mouseClick(m_view->resetFiltersButton(), Qt::LeftButton);
         QCOMPARE(m_view->content(), HistoryView::Content::list);
         QCOMPARE(m_view->model()->rowCount(), 4);
-        QCOMPARE(m_view->formatButton()->text(), QStringLiteral("All Formats"));
+        QCOMPARE(m_view->formatButton()->text(), u"All Formats"_s);
         QCOMPARE(m_view->searchField()->text(), QString());
     }
 
-    void badgesPerFormat_data()
-    {
-        QTest::addColumn<AudioFormat>("format");
-        QTest::addColumn<bool>("qualityBadge");
-        QTest::newRow("mp3") << AudioFormat(AudioFormat::mp3) << true;
-        QTest::newRow("m4a") << AudioFormat(AudioFormat::m4a) << true;
-        QTest::newRow("opus") << AudioFormat(AudioFormat::opus) << true;
-        QTest::newRow("flac") << AudioFormat(AudioFormat::flac) << false;
-        QTest::newRow("wav") << AudioFormat(AudioFormat::wav) << false;
-    }
+    // Lossless formats carry no quality badge; the parts of a row never overlap.
     void badgesPerFormat()
     {
-        QFETCH(AudioFormat, format);
-        QFETCH(bool, qualityBadge);
-        const HistoryTrack track = makeTrack(QStringLiteral("T"), QStringLiteral("C"), format);
-        const auto g = TrackDelegate::geometry(QRect(0, 0, 800, TrackDelegate::kRowHeight), track);
-        QCOMPARE(!g.qualityBadge.isNull(), qualityBadge);
-        // The parts never overlap, left to right.
-        QVERIFY(g.artwork.right() < g.text.left());
-        QVERIFY(g.text.right() < g.formatBadge.left());
-        if (qualityBadge)
-            QVERIFY(g.formatBadge.right() < g.qualityBadge.left());
-        QVERIFY(std::max(g.formatBadge.right(), g.qualityBadge.right()) < g.sizeColumn.left());
-        QVERIFY(g.sizeColumn.right() < g.folderButton.left());
-        QVERIFY(g.folderButton.right() < g.trashButton.left());
-        QVERIFY(g.artwork.contains(g.playButton));
+        for (AudioFormat format : AudioFormat::allCases()) {
+            const bool lossy = format != AudioFormat::flac && format != AudioFormat::wav;
+            const auto g = TrackDelegate::geometry(QRect(0, 0, 800, TrackDelegate::kRowHeight),
+                                                   makeTrack(u"T"_s, u"C"_s, format));
+            QCOMPARE(!g.qualityBadge.isNull(), lossy);
+            QVERIFY(g.artwork.right() < g.text.left());
+            QVERIFY(g.text.right() < g.formatBadge.left());
+            QVERIFY(!lossy || g.formatBadge.right() < g.qualityBadge.left());
+            QVERIFY(std::max(g.formatBadge.right(), g.qualityBadge.right()) < g.sizeColumn.left());
+            QVERIFY(g.sizeColumn.right() < g.folderButton.left());
+            QVERIFY(g.folderButton.right() < g.trashButton.left());
+            QVERIFY(g.artwork.contains(g.playButton));
+        }
     }
 
     void trashAsksFirst()
@@ -263,30 +221,18 @@ private slots:
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, g.trashButton.center());
         QMessageBox* box = m_view->deleteConfirmation();
         QVERIFY(box);
-        QCOMPARE(box->windowTitle(), QStringLiteral("Delete Track from Library?"));
-        QCOMPARE(box->informativeText(),
-                 QStringLiteral("Remove \"Upbeat Morning\" from your library history?"));
-        QCOMPARE(m_view->trackToDelete()->title, QStringLiteral("Upbeat Morning"));
-        QPushButton* cancel = nullptr;
-        QPushButton* remove = nullptr;
-        for (QAbstractButton* button : box->buttons()) {
-            if (button->text() == u"Cancel")
-                cancel = qobject_cast<QPushButton*>(button);
-            if (button->text() == u"Remove")
-                remove = qobject_cast<QPushButton*>(button);
-        }
-        QVERIFY(cancel && remove);
-        QCOMPARE(box->buttonRole(remove), QMessageBox::DestructiveRole);
+        QCOMPARE(box->windowTitle(), u"Delete Track from Library?"_s);
+        QCOMPARE(box->informativeText(), u"Remove \"Upbeat Morning\" from your library history?"_s);
+        QCOMPARE(m_view->trackToDelete()->title, u"Upbeat Morning"_s);
+        QAbstractButton* cancel = buttonNamed(box, u"Cancel"_s);
+        QVERIFY(cancel && buttonNamed(box, u"Remove"_s));
+        QCOMPARE(box->buttonRole(buttonNamed(box, u"Remove"_s)), QMessageBox::DestructiveRole);
         cancel->click();
         QVERIFY(!m_view->trackToDelete());
-        QCOMPARE(m_history->tracks().size(), 4);
+        QCOMPARE(m_env->history().tracks().size(), 4);
 
         m_view->requestRemoval(m_view->model()->trackAt(1));
-        box = m_view->deleteConfirmation();
-        for (QAbstractButton* button : box->buttons()) {
-            if (button->text() == u"Remove")
-                button->click();
-        }
+        buttonNamed(m_view->deleteConfirmation(), u"Remove"_s)->click();
         QVERIFY(!m_view->trackToDelete());
         QCOMPARE(shownTitles(*m_view->model()),
                  (QStringList{u"LOFI BEATS"_s, u"Quiet Piano"_s, u"Only In Path"_s}));
@@ -296,11 +242,10 @@ private slots:
     {
         addLibrary();
         m_view->show();
-        const HistoryTrack playing = m_history->tracks().first();
         QTest::mouseClick(m_view->clearAllButton(), Qt::LeftButton);
         QMessageBox* box = m_view->clearAllConfirmation();
         QVERIFY(box);
-        QCOMPARE(box->windowTitle(), QStringLiteral("Clear Download History?"));
+        QCOMPARE(box->windowTitle(), u"Clear Download History?"_s);
         QCOMPARE(box->informativeText(),
                  QStringLiteral("This will remove all tracks from your library list. Your "
                                 "downloaded audio files will remain in your folders."));
@@ -311,14 +256,11 @@ private slots:
         QCOMPARE(buttons, (QStringList{u"Cancel"_s, u"Clear All"_s}));
         box->reject();
         QVERIFY(!m_view->showClearAllAlert());
-        QCOMPARE(m_history->tracks().size(), 4);
+        QCOMPARE(m_env->history().tracks().size(), 4);
 
         m_view->requestClearAll();
-        for (QAbstractButton* button : m_view->clearAllConfirmation()->buttons()) {
-            if (button->text() == u"Clear All")
-                button->click();
-        }
-        QVERIFY(m_history->tracks().isEmpty());
+        buttonNamed(m_view->clearAllConfirmation(), u"Clear All"_s)->click();
+        QVERIFY(m_env->history().tracks().isEmpty());
         QCOMPARE(m_view->content(), HistoryView::Content::empty);
         QVERIFY(!m_view->clearAllButton()->isVisible());
     }
@@ -327,40 +269,38 @@ private slots:
     {
         addLibrary();
         std::unique_ptr<QMenu> menu(m_view->contextMenuFor(0));
-        QStringList items;
-        for (QAction* action : menu->actions())
-            items << (action->isSeparator() ? QStringLiteral("-") : action->text());
-        QCOMPARE(items, (QStringList{u"Play Track"_s, u"Show in Folder"_s,
-                                     u"Open in Default Player"_s, u"-"_s, u"Copy File Path"_s,
-                                     u"Copy YouTube Link"_s, u"-"_s, u"Remove from Library"_s}));
+        QCOMPARE(menuTexts(menu.get()),
+                 (QStringList{u"Play Track"_s, u"Show in Folder"_s, u"Open in Default Player"_s,
+                              u"-"_s, u"Copy File Path"_s, u"Copy YouTube Link"_s, u"-"_s,
+                              u"Remove from Library"_s}));
 
         // Copying replaces whatever the clipboard held, rich text included.
         auto* rich = new QMimeData;
-        rich->setHtml(QStringLiteral("<b>old</b>"));
-        rich->setText(QStringLiteral("old"));
+        rich->setHtml(u"<b>old</b>"_s);
+        rich->setText(u"old"_s);
         QGuiApplication::clipboard()->setMimeData(rich);
-        actionNamed(menu.get(), QStringLiteral("Copy File Path"))->trigger();
+        actionNamed(menu.get(), u"Copy File Path"_s)->trigger();
         const QMimeData* now = QGuiApplication::clipboard()->mimeData();
         QCOMPARE(now->text(), m_view->model()->trackAt(0).filePath);
         QVERIFY(!now->hasHtml());
-        actionNamed(menu.get(), QStringLiteral("Copy YouTube Link"))->trigger();
-        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("https://youtu.be/abc"));
+        actionNamed(menu.get(), u"Copy YouTube Link"_s)->trigger();
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"https://youtu.be/abc"_s);
 
         // Removing from the menu does not ask.
-        actionNamed(menu.get(), QStringLiteral("Remove from Library"))->trigger();
+        actionNamed(menu.get(), u"Remove from Library"_s)->trigger();
         QVERIFY(!m_view->deleteConfirmation());
         QCOMPARE(m_view->model()->rowCount(), 3);
-        QCOMPARE(m_view->model()->trackAt(0).title, QStringLiteral("Upbeat Morning"));
+        QCOMPARE(m_view->model()->trackAt(0).title, u"Upbeat Morning"_s);
     }
 
     void playingStateAndRemovalKeepPlayback()
     {
         addLibrary();
-        const HistoryTrack first = m_history->tracks().first();
+        const HistoryTrack first = m_env->history().tracks().first();
         QVERIFY(!m_view->model()->index(0).data(LibraryListModel::IsPlayingRole).toBool());
         QSignalSpy changed(m_view->model(), &QAbstractItemModel::dataChanged);
-        m_player->play(first);
-        QVERIFY(m_player->isPlaying());
+        m_env->player().play(first);
+        QVERIFY(m_env->player().isPlaying());
         QVERIFY(!changed.isEmpty());
         QVERIFY(m_view->model()->index(0).data(LibraryListModel::IsPlayingRole).toBool());
         QVERIFY(!m_view->model()->index(1).data(LibraryListModel::IsPlayingRole).toBool());
@@ -369,10 +309,10 @@ private slots:
         // Taking the record out of the library, or clearing it, leaves the player alone.
         std::unique_ptr<QMenu>(m_view->contextMenuFor(0))->actions().constLast()->trigger();
         QCOMPARE(m_view->model()->rowCount(), 3);
-        m_history->clearAll();
-        QVERIFY(m_player->isPlaying());
-        QCOMPARE(m_player->currentTrack()->id, first.id);
-        m_player->stop();
+        m_env->history().clearAll();
+        QVERIFY(m_env->player().isPlaying());
+        QCOMPARE(m_env->player().currentTrack()->id, first.id);
+        m_env->player().stop();
     }
 
     void accessibleRows()
@@ -383,15 +323,15 @@ private slots:
         QVERIFY(list);
         QCOMPARE(list->childCount(), 4);
         QAccessibleInterface* row = list->child(2);
-        QCOMPARE(row->text(QAccessible::Name), QStringLiteral("Quiet Piano"));
+        QCOMPARE(row->text(QAccessible::Name), u"Quiet Piano"_s);
         QVERIFY(row->text(QAccessible::Description).startsWith(u"Beatmaker, 3:32, FLAC"));
         QAccessibleActionInterface* actions = row->actionInterface();
         QVERIFY(actions);
         QCOMPARE(actions->actionNames(),
                  (QStringList{u"Play"_s, u"Show in Folder"_s, u"Remove from Library"_s}));
-        actions->doAction(QStringLiteral("Remove from Library"));
+        actions->doAction(u"Remove from Library"_s);
         QVERIFY(m_view->deleteConfirmation());
-        QCOMPARE(m_view->trackToDelete()->title, QStringLiteral("Quiet Piano"));
+        QCOMPARE(m_view->trackToDelete()->title, u"Quiet Piano"_s);
         m_view->deleteConfirmation()->reject();
 
         const QList<QWidget*> controls{m_view->searchField(), m_view->formatButton(),
@@ -407,8 +347,8 @@ private slots:
         QTemporaryDir cacheDir;
         ArtworkCache cache(cacheDir.path());
         QVERIFY(cache.hasNoArtwork(QString()));
-        QVERIFY(cache.hasNoArtwork(QStringLiteral("not an address")));
-        QVERIFY(cache.artwork(QStringLiteral("ftp://host/a.jpg"), 48).isNull());
+        QVERIFY(cache.hasNoArtwork(u"not an address"_s));
+        QVERIFY(cache.artwork(u"ftp://host/a.jpg"_s, 48).isNull());
 
         QImage image(64, 32, QImage::Format_RGB32);
         image.fill(Qt::red);
@@ -417,13 +357,13 @@ private slots:
         image.save(&buffer, "PNG");
         int fetches = 0;
         QHttpServer server;
-        server.route(QStringLiteral("/art.png"), [&] {
+        server.route(u"/art.png"_s, [&] {
             ++fetches;
             QHttpServerResponse response("image/png", png);
             response.setHeader("Cache-Control", "max-age=3600");
             return response;
         });
-        server.route(QStringLiteral("/missing.png"),
+        server.route(u"/missing.png"_s,
                      [] { return QHttpServerResponse(QHttpServerResponse::StatusCode::NotFound); });
         const quint16 port = server.listen(QHostAddress::LocalHost);
         QVERIFY(port);

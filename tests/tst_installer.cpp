@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using TestSupport::readFile;
 using TestSupport::writeScript;
 using OptionalText = std::optional<QString>;
@@ -18,12 +19,12 @@ using Mode = LoopbackHttpServer::Mode;
 
 namespace {
 
-const QString kPreparing = QStringLiteral("Preparing installation directory...");
-const QString kYtDlpStep = QStringLiteral("Downloading yt-dlp...");
-const QString kFfmpegStep = QStringLiteral("Downloading ffmpeg...");
-const QString kVerifying = QStringLiteral("Verifying installed tools...");
-const QString kYtDlpPath = QStringLiteral("/yt-dlp/yt-dlp/releases/latest/download/yt-dlp_linux");
-const QString kFfmpegPath = QStringLiteral("/ffmpeg/releases/ffmpeg-release-amd64-static.tar.xz");
+const QString kPreparing = u"Preparing installation directory..."_s;
+const QString kYtDlpStep = u"Downloading yt-dlp..."_s;
+const QString kFfmpegStep = u"Downloading ffmpeg..."_s;
+const QString kVerifying = u"Verifying installed tools..."_s;
+const QString kYtDlpPath = u"/yt-dlp/yt-dlp/releases/latest/download/yt-dlp_linux"_s;
+const QString kFfmpegPath = u"/ffmpeg/releases/ffmpeg-release-amd64-static.tar.xz"_s;
 
 const QByteArray kFfmpegStandIn = "echo 'ffmpeg version 7.0.2-static "
                                   "https://johnvansickle.com/ffmpeg/  Copyright (c) 2000-2024'\n"
@@ -41,14 +42,14 @@ private:
 
     QString path(const QString& relative) const { return m_dir->filePath(relative); }
     // Deep under the temporary folder, so the installer has parents to create.
-    QString installFolder() const { return path(QStringLiteral("home/.local/share/Veldtone/bin")); }
+    QString installFolder() const { return path(u"home/.local/share/Veldtone/bin"_s); }
     QString installed(const QString& name) const { return installFolder() + u'/' + name; }
 
     std::unique_ptr<DependencyManager> makeManager(QUrl ytDlpUrl = {}, QUrl ffmpegUrl = {})
     {
         DependencyManager::Options options;
         options.installFolder = installFolder();
-        options.systemFolders = {path(QStringLiteral("sys"))};
+        options.systemFolders = {path(u"sys"_s)};
         options.environment = QProcessEnvironment();
         options.ytDlpDownloadUrl = ytDlpUrl.isEmpty() ? m_server->url(kYtDlpPath) : ytDlpUrl;
         options.ffmpegDownloadUrl = ffmpegUrl.isEmpty() ? m_server->url(kFfmpegPath) : ffmpegUrl;
@@ -81,11 +82,11 @@ private:
         for (int i = 0; i < calls; ++i)
             manager.installDependenciesAutomatically();
         if (!manager.isInstalling() || !finished.wait(20000) || finished.count() != 1)
-            return {QStringLiteral("no single check after the run")};
+            return {u"no single check after the run"_s};
         if (!checkingWhenDone)
-            return {QStringLiteral("run ended without a check under way")};
+            return {u"run ended without a check under way"_s};
         if (manager.isInstalling() || manager.installProgress() != kVerifying)
-            return {QStringLiteral("run not finished")};
+            return {u"run not finished"_s};
         return steps;
     }
 
@@ -93,25 +94,20 @@ private:
     // cut-off archive still yields part of it.
     QByteArray makeArchive(const QString& kind, const QString& ffmpegAt, int paddingBytes = 0)
     {
-        const QString stage = path(QStringLiteral("stage-") + kind);
-        QByteArray padding;
-        for (int i = 0; i < paddingBytes / 64; ++i) {
-            QByteArray noise(48, Qt::Uninitialized);
-            QRandomGenerator::global()->fillRange(reinterpret_cast<quint32*>(noise.data()), 12);
-            padding += "# " + noise.toBase64() + '\n';
-        }
+        const QString stage = path(u"stage-"_s + kind);
+        QByteArray noise(paddingBytes / 4 * 3, Qt::Uninitialized);
+        QRandomGenerator::global()->fillRange(reinterpret_cast<quint32*>(noise.data()),
+                                              noise.size() / 4);
         if (!ffmpegAt.isEmpty())
-            writeScript(stage + u'/' + ffmpegAt, kFfmpegStandIn + padding);
-        TestSupport::writeFile(stage + QStringLiteral("/ffmpeg-7.0.2-static/readme.txt"), "hi");
-        const QString archive = path(QStringLiteral("archive.") + kind);
+            writeScript(stage + u'/' + ffmpegAt, kFfmpegStandIn + "# " + noise.toBase64() + '\n');
+        TestSupport::writeFile(stage + u"/ffmpeg-7.0.2-static/readme.txt"_s, "hi");
+        const QString archive = path(u"archive."_s + kind);
         QProcess packer;
         packer.setWorkingDirectory(stage);
-        if (kind == QLatin1String("zip"))
-            packer.start(QStringLiteral("zip"),
-                         {QStringLiteral("-qr"), archive, QStringLiteral(".")});
+        if (kind == u"zip")
+            packer.start(u"zip"_s, {u"-qr"_s, archive, u"."_s});
         else
-            packer.start(QStringLiteral("tar"),
-                         {QStringLiteral("-caf"), archive, QStringLiteral(".")});
+            packer.start(u"tar"_s, {u"-caf"_s, archive, u"."_s});
         if (!packer.waitForFinished(30000) || packer.exitCode() != 0)
             return {};
         return readFile(archive);
@@ -135,30 +131,9 @@ private slots:
         QStandardPaths::setTestModeEnabled(true);
         m_dir = std::make_unique<QTemporaryDir>();
         QVERIFY(m_dir->isValid());
-        QVERIFY(QDir().mkpath(path(QStringLiteral("sys"))));
+        QVERIFY(QDir().mkpath(path(u"sys"_s)));
         m_server = std::make_unique<LoopbackHttpServer>();
         QVERIFY(m_server->start());
-    }
-
-    void cleanup()
-    {
-        m_server.reset();
-        m_dir.reset();
-    }
-
-    void bothPresentDownloadsNothing()
-    {
-        writeScript(path(QStringLiteral("sys/yt-dlp")), "echo 2024.12.13\n");
-        writeScript(path(QStringLiteral("sys/ffmpeg")), kFfmpegStandIn);
-        auto manager = makeManager();
-        QVERIFY(check(*manager));
-        QVERIFY(manager->isReady());
-
-        QCOMPARE(install(*manager), (QStringList{kPreparing, kVerifying}));
-        QCOMPARE(m_server->totalRequests(), 0);
-        QVERIFY(QFileInfo(installFolder()).isDir());
-        QVERIFY(installFolderEntries().isEmpty());
-        QVERIFY(manager->isReady());
     }
 
     // ffmpeg builds come as archives of several shapes; the ffmpeg file is taken from wherever
@@ -168,14 +143,10 @@ private slots:
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("ffmpegAt");
         QTest::addColumn<bool>("redirected");
-        QTest::newRow("tar.xz, nested")
-            << QStringLiteral("tar.xz") << QStringLiteral("ffmpeg-7.0.2-static/ffmpeg") << false;
-        QTest::newRow("zip, top level")
-            << QStringLiteral("zip") << QStringLiteral("ffmpeg") << false;
-        QTest::newRow("zip, nested")
-            << QStringLiteral("zip") << QStringLiteral("build/bin/ffmpeg") << false;
+        QTest::newRow("tar.xz, nested") << u"tar.xz"_s << u"ffmpeg-7.0.2-static/ffmpeg"_s << false;
+        QTest::newRow("zip, nested") << u"zip"_s << u"build/bin/ffmpeg"_s << false;
         QTest::newRow("tar.gz through a redirect")
-            << QStringLiteral("tar.gz") << QStringLiteral("ffmpeg-7.0.2-static/ffmpeg") << true;
+            << u"tar.gz"_s << u"ffmpeg-7.0.2-static/ffmpeg"_s << true;
     }
 
     void onlyFfmpegMissingInstallsFromArchive()
@@ -187,28 +158,27 @@ private slots:
         QVERIFY(!archive.isEmpty());
         m_server->serve(kFfmpegPath, archive);
         if (redirected)
-            m_server->redirect(QStringLiteral("/ffmpeg/getrelease"), kFfmpegPath);
+            m_server->redirect(u"/ffmpeg/getrelease"_s, kFfmpegPath);
         const QByteArray ytDlp = "#!/bin/sh\necho 2023.03.04\n";
-        writeScript(installed(QStringLiteral("yt-dlp")), ytDlp);
-        const QDateTime ytDlpTime = QFileInfo(installed(QStringLiteral("yt-dlp"))).lastModified();
+        writeScript(installed(u"yt-dlp"_s), ytDlp);
+        const QDateTime ytDlpTime = QFileInfo(installed(u"yt-dlp"_s)).lastModified();
 
-        auto manager = makeManager(
-            {}, redirected ? m_server->url(QStringLiteral("/ffmpeg/getrelease")) : QUrl());
+        auto manager =
+            makeManager({}, redirected ? m_server->url(u"/ffmpeg/getrelease"_s) : QUrl());
         QVERIFY(check(*manager));
         QVERIFY(!manager->ffmpegPath());
 
         QCOMPARE(install(*manager), (QStringList{kPreparing, kFfmpegStep, kVerifying}));
         QCOMPARE(m_server->requestCount(kYtDlpPath), 0);
         QCOMPARE(m_server->requestCount(kFfmpegPath), 1);
-        QCOMPARE(readFile(installed(QStringLiteral("yt-dlp"))), ytDlp);
-        QCOMPARE(QFileInfo(installed(QStringLiteral("yt-dlp"))).lastModified(), ytDlpTime);
-        QCOMPARE(manager->ffmpegPath(), OptionalText(installed(QStringLiteral("ffmpeg"))));
-        QCOMPARE(manager->ffmpegVersion(), OptionalText(QStringLiteral("7.0.2-static")));
-        QVERIFY(isExecutable(installed(QStringLiteral("ffmpeg"))));
+        QCOMPARE(readFile(installed(u"yt-dlp"_s)), ytDlp);
+        QCOMPARE(QFileInfo(installed(u"yt-dlp"_s)).lastModified(), ytDlpTime);
+        QCOMPARE(manager->ffmpegPath(), OptionalText(installed(u"ffmpeg"_s)));
+        QCOMPARE(manager->ffmpegVersion(), OptionalText(u"7.0.2-static"_s));
+        QVERIFY(isExecutable(installed(u"ffmpeg"_s)));
         QVERIFY(manager->isReady());
         // Nothing of the archive or its unpacking is left behind.
-        QTRY_COMPARE(installFolderEntries(),
-                     (QStringList{QStringLiteral("ffmpeg"), QStringLiteral("yt-dlp")}));
+        QTRY_COMPARE(installFolderEntries(), (QStringList{u"ffmpeg"_s, u"yt-dlp"_s}));
     }
 
     void nothingListeningLeavesToolsMissing()
@@ -216,7 +186,7 @@ private slots:
         auto manager = makeManager(LoopbackHttpServer::unusedUrl(kYtDlpPath),
                                    LoopbackHttpServer::unusedUrl(kFfmpegPath));
         QVERIFY(check(*manager));
-        QVERIFY(!QFileInfo::exists(path(QStringLiteral("home"))));
+        QVERIFY(!QFileInfo::exists(path(u"home"_s)));
 
         QCOMPARE(install(*manager), (QStringList{kPreparing, kYtDlpStep, kFfmpegStep, kVerifying}));
         QVERIFY(QFileInfo(installFolder()).isDir());
@@ -238,13 +208,13 @@ private slots:
         QVERIFY(check(*manager));
 
         QCOMPARE(install(*manager), (QStringList{kPreparing, kYtDlpStep, kFfmpegStep, kVerifying}));
-        QCOMPARE(readFile(installed(QStringLiteral("yt-dlp"))), page);
-        QVERIFY(isExecutable(installed(QStringLiteral("yt-dlp"))));
-        QCOMPARE(manager->ytDlpPath(), OptionalText(installed(QStringLiteral("yt-dlp"))));
+        QCOMPARE(readFile(installed(u"yt-dlp"_s)), page);
+        QVERIFY(isExecutable(installed(u"yt-dlp"_s)));
+        QCOMPARE(manager->ytDlpPath(), OptionalText(installed(u"yt-dlp"_s)));
         QCOMPARE(manager->ytDlpVersion(), std::nullopt);
         // A page is no archive: no ffmpeg comes of it.
         QCOMPARE(manager->ffmpegPath(), std::nullopt);
-        QTRY_COMPARE(installFolderEntries(), QStringList{QStringLiteral("yt-dlp")});
+        QTRY_COMPARE(installFolderEntries(), QStringList{u"yt-dlp"_s});
     }
 
     // A yt-dlp that was not found (here: not executable) is replaced, but only by a whole
@@ -264,18 +234,17 @@ private slots:
         QFETCH(bool, replaced);
         const QByteArray fresh = "#!/bin/sh\necho 2025.02.02\n";
         m_server->serve(kYtDlpPath, fresh, 200, mode);
-        writeScript(path(QStringLiteral("sys/ffmpeg")), kFfmpegStandIn);
+        writeScript(path(u"sys/ffmpeg"_s), kFfmpegStandIn);
         const QByteArray old = "#!/bin/sh\necho 2020.01.01\n";
-        QVERIFY(TestSupport::writeFile(installed(QStringLiteral("yt-dlp")), old));
+        QVERIFY(TestSupport::writeFile(installed(u"yt-dlp"_s), old));
         auto manager = makeManager();
         QVERIFY(check(*manager));
         QVERIFY(!manager->ytDlpPath());
 
         QCOMPARE(install(*manager), (QStringList{kPreparing, kYtDlpStep, kVerifying}));
-        QCOMPARE(readFile(installed(QStringLiteral("yt-dlp"))), replaced ? fresh : old);
-        QCOMPARE(manager->ytDlpVersion(),
-                 replaced ? OptionalText(QStringLiteral("2025.02.02")) : std::nullopt);
-        QTRY_COMPARE(installFolderEntries(), QStringList{QStringLiteral("yt-dlp")});
+        QCOMPARE(readFile(installed(u"yt-dlp"_s)), replaced ? fresh : old);
+        QCOMPARE(manager->ytDlpVersion(), replaced ? OptionalText(u"2025.02.02"_s) : std::nullopt);
+        QTRY_COMPARE(installFolderEntries(), QStringList{u"yt-dlp"_s});
     }
 
     // Bodies that yield no ffmpeg: the run still ends and hands over to a check.
@@ -283,29 +252,24 @@ private slots:
     {
         QTest::addColumn<QString>("body");
         QTest::addColumn<Mode>("mode");
-        QTest::newRow("cut-off archive") << QStringLiteral("cut") << Mode::Normal;
-        QTest::newRow("not an archive") << QStringLiteral("text") << Mode::Normal;
-        QTest::newRow("archive without ffmpeg") << QStringLiteral("empty") << Mode::Normal;
-        QTest::newRow("transfer broken off") << QStringLiteral("whole") << Mode::Truncate;
-        QTest::newRow("server stalls") << QStringLiteral("whole") << Mode::Stall;
+        QTest::newRow("cut-off archive") << u"cut"_s << Mode::Normal;
+        QTest::newRow("not an archive") << u"text"_s << Mode::Normal;
+        QTest::newRow("archive without ffmpeg") << u"empty"_s << Mode::Normal;
+        QTest::newRow("server stalls") << u"whole"_s << Mode::Stall;
     }
 
     void badFfmpegDownloadsEndTheRun()
     {
         QFETCH(QString, body);
         QFETCH(Mode, mode);
-        const QByteArray archive = makeArchive(QStringLiteral("tar.gz"),
-                                               body == QLatin1String("empty")
-                                                   ? QString()
-                                                   : QStringLiteral("ffmpeg-7.0.2-static/ffmpeg"),
-                                               1 << 20);
+        const QByteArray archive = makeArchive(
+            u"tar.gz"_s, body == u"empty" ? QString() : u"ffmpeg-7.0.2-static/ffmpeg"_s, 1 << 20);
         QVERIFY(!archive.isEmpty());
-        const QByteArray served = body == QLatin1String("cut")
-                                      ? archive.left(archive.size() * 9 / 10)
-                                  : body == QLatin1String("text") ? QByteArray("not an archive\n")
-                                                                  : archive;
+        const QByteArray served = body == u"cut"    ? archive.left(archive.size() * 9 / 10)
+                                  : body == u"text" ? QByteArray("not an archive\n")
+                                                    : archive;
         m_server->serve(kFfmpegPath, served, 200, mode);
-        writeScript(path(QStringLiteral("sys/yt-dlp")), "echo 2024.12.13\n");
+        writeScript(path(u"sys/yt-dlp"_s), "echo 2024.12.13\n");
         auto manager = makeManager();
         QVERIFY(check(*manager));
 
@@ -315,20 +279,22 @@ private slots:
         QTRY_VERIFY(installFolderEntries().isEmpty());
     }
 
-    void twoQuickCallsRunOnce()
+    void twoQuickCallsRunOnceAndALaterOneStartsOver()
     {
         m_server->serve(kYtDlpPath, "#!/bin/sh\necho 2025.02.02\n");
-        writeScript(path(QStringLiteral("sys/ffmpeg")), kFfmpegStandIn);
+        writeScript(path(u"sys/ffmpeg"_s), kFfmpegStandIn);
         auto manager = makeManager();
         QVERIFY(check(*manager));
 
         QCOMPARE(install(*manager, 2), (QStringList{kPreparing, kYtDlpStep, kVerifying}));
         QCOMPARE(m_server->requestCount(kYtDlpPath), 1);
-        QCOMPARE(manager->ytDlpVersion(), OptionalText(QStringLiteral("2025.02.02")));
+        QCOMPARE(manager->ytDlpVersion(), OptionalText(u"2025.02.02"_s));
         QVERIFY(manager->isReady());
 
-        // A later call starts over.
+        // A later call starts over; with both tools present it downloads nothing.
         QCOMPARE(install(*manager), (QStringList{kPreparing, kVerifying}));
+        QCOMPARE(m_server->totalRequests(), 1);
+        QCOMPARE(installFolderEntries(), QStringList{u"yt-dlp"_s});
     }
 };
 
