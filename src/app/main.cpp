@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QStyleFactory>
+#include <QTimer>
 
 int main(int argc, char** argv)
 {
@@ -46,6 +47,9 @@ int main(int argc, char** argv)
     window.show();
     window.raise();
     window.activateWindow();
+    // Lets a profiler count the work up to the first shown window and no further.
+    if (qEnvironmentVariableIsSet("VELDTONE_QUIT_AFTER_SHOW"))
+        QTimer::singleShot(0, &app, &QCoreApplication::quit);
 
     return app.exec();
 }
