@@ -23,7 +23,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
-#include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -92,38 +91,6 @@ QLabel* symbolText(const QString& symbolName, const QColor& color, int pixelSize
     setTextColor(text, color);
     layout->addWidget(text);
     return text;
-}
-
-// Gives a widget its style sheet when it is first shown. These parts start hidden, and the
-// first style sheet of the program costs a style sheet style with its parser, which the first
-// show of the window need not wait for.
-class SheetOnFirstShow : public QObject
-{
-public:
-    SheetOnFirstShow(QWidget* target, QString sheet)
-        : QObject(target)
-        , m_sheet(std::move(sheet))
-    {
-        target->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (event->type() == QEvent::Show) {
-            watched->removeEventFilter(this);
-            static_cast<QWidget*>(watched)->setStyleSheet(m_sheet);
-            deleteLater();
-        }
-        return false;
-    }
-
-private:
-    QString m_sheet;
-};
-
-void setSheetWhenShown(QWidget* target, const QString& sheet)
-{
-    new SheetOnFirstShow(target, sheet);
 }
 
 // A thin rounded track with a rounded fill, painted here rather than by a style sheet.
@@ -296,7 +263,7 @@ QWidget* ConverterView::buildMissingToolsCard()
     layout->addWidget(m_installSpinner);
     m_installButton = new QPushButton(QStringLiteral("Install Automatically"), content);
     m_installButton->setFont(ScreenStyle::font(11));
-    setSheetWhenShown(m_installButton, prominentButtonSheet(orange(this)));
+    m_installButton->setStyleSheet(prominentButtonSheet(orange(this)));
     connect(m_installButton, &QPushButton::clicked, this,
             [this] { m_services.dependencies.installDependenciesAutomatically(); });
     layout->addWidget(m_installButton);
@@ -335,7 +302,7 @@ QWidget* ConverterView::buildLinkCard()
         Symbols::icon(QStringLiteral("xmark.circle.fill"), secondaryText(this), 14));
     m_clearButton->setToolTip(QStringLiteral("Clear"));
     m_clearButton->setAccessibleName(QStringLiteral("Clear"));
-    setSheetWhenShown(m_clearButton, plainButtonSheet(secondaryText(this)));
+    m_clearButton->setStyleSheet(plainButtonSheet(secondaryText(this)));
     m_clearButton->setCursor(Qt::ArrowCursor);
     connect(m_clearButton, &QToolButton::clicked, this, [this] { m_linkField->clear(); });
     inputRow->addWidget(m_clearButton);
@@ -513,7 +480,7 @@ QWidget* ConverterView::buildStatusGroup()
     m_cancelButton = new QPushButton(QStringLiteral("Cancel Download"), cancelRow);
     m_cancelButton->setFont(ScreenStyle::font(11, QFont::Medium));
     m_cancelButton->setIcon(Symbols::icon(QStringLiteral("xmark.circle.fill"), red(this), 13));
-    setSheetWhenShown(m_cancelButton, plainButtonSheet(red(this)));
+    m_cancelButton->setStyleSheet(plainButtonSheet(red(this)));
     m_cancelButton->setCursor(Qt::PointingHandCursor);
     connect(m_cancelButton, &QPushButton::clicked, this, [this] { m_services.engine.cancel(); });
     cancelLayout->addWidget(m_cancelButton);
@@ -537,7 +504,7 @@ QWidget* ConverterView::buildStatusGroup()
     successRow->addWidget(successTexts, 1);
     m_playButton = new QPushButton(QStringLiteral("Play"), success);
     m_playButton->setFont(ScreenStyle::font(11, QFont::DemiBold));
-    setSheetWhenShown(m_playButton, prominentButtonSheet(green(this)));
+    m_playButton->setStyleSheet(prominentButtonSheet(green(this)));
     connect(m_playButton, &QPushButton::clicked, this, &ConverterView::playFinishedTrack);
     successRow->addWidget(m_playButton);
     m_showFileButton = smallButton(DesktopTexts::kShowInFolder, QStringLiteral("folder"), success);
