@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QStyleFactory>
+#include <QTimer>
 
 int main(int argc, char** argv)
 {
@@ -19,8 +20,6 @@ int main(int argc, char** argv)
     QApplication::setOrganizationName(QStringLiteral("Veldtone"));
     QApplication::setApplicationVersion(QStringLiteral(VELDTONE_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("io.github.veldtone.Veldtone"));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("io.github.veldtone.Veldtone"),
-                                                 QIcon(QStringLiteral(":/veldtone.svg"))));
 
     // One look on every desktop, coloured by our own light and dark palettes.
     const Theme::Scheme scheme = ColorSchemeWatcher::initialScheme();
@@ -46,6 +45,15 @@ int main(int argc, char** argv)
     window.show();
     window.raise();
     window.activateWindow();
+    // Looking the icon up in the desktop's icon theme reads the theme's folders: not before the
+    // window first shows.
+    QTimer::singleShot(0, &app, [] {
+        QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("io.github.veldtone.Veldtone"),
+                                                     QIcon(QStringLiteral(":/veldtone.svg"))));
+    });
+    // Lets a profiler count the work up to the first shown window and no further.
+    if (qEnvironmentVariableIsSet("VELDTONE_QUIT_AFTER_SHOW"))
+        QTimer::singleShot(0, &app, &QCoreApplication::quit);
 
     return app.exec();
 }

@@ -23,7 +23,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
-#include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -34,7 +33,6 @@
 #include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -95,16 +93,48 @@ QLabel* symbolText(const QString& symbolName, const QColor& color, int pixelSize
     return text;
 }
 
+// A thin rounded track with a rounded fill, painted here rather than by a style sheet.
+class SlimProgressBar : public QProgressBar
+{
+public:
+    SlimProgressBar(const QColor& track, const QColor& fill, QWidget* parent)
+        : QProgressBar(parent)
+        , m_track(track)
+        , m_fill(fill)
+    {}
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        const QRectF area = rect();
+        const qreal radius = 3;
+        painter.setBrush(m_track);
+        painter.drawRoundedRect(area, radius, radius);
+        const qreal span = maximum() - minimum();
+        const qreal part = span > 0 ? qBound(0.0, (value() - minimum()) / span, 1.0) : 0.0;
+        if (part <= 0)
+            return;
+        painter.setBrush(m_fill);
+        painter.drawRoundedRect(QRectF(area.topLeft(), QSizeF(area.width() * part, area.height())),
+                                radius, radius);
+    }
+
+private:
+    QColor m_track;
+    QColor m_fill;
+};
+
 } // namespace
 
 ConverterView::ConverterView(const Services& services, DesktopServices* desktop, QWidget* parent)
-    : QWidget(parent)
+    : ThemedScreen(parent)
     , m_services(services)
     , m_desktop(desktop ? *desktop : DesktopServices::system())
 {
     setAccessibleName(QStringLiteral("Converter"));
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
     buildContent();
 
     DownloadEngine& engine = m_services.engine;
@@ -134,20 +164,7 @@ ConverterView::~ConverterView() = default;
 void ConverterView::buildContent()
 {
     const QString link = m_linkField ? m_linkField->text() : QString();
-    delete m_scroll;
-    m_builtDark = Theme::isDark(palette());
-
-    m_scroll = new QScrollArea(this);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    // The gradient behind the screen shows through the scroll area.
-    m_scroll->setAutoFillBackground(false);
-    m_scroll->viewport()->setAutoFillBackground(false);
-
-    auto* content = new QWidget(m_scroll);
-    content->setAutoFillBackground(false);
+    QWidget* content = beginContent();
     // Cards keep room around their panels for the shadow; the margins and gaps here are
     // trimmed by that room so the panels sit 20 from the sides and 16 apart.
     const QMargins shadow = GlassCard::shadowMargins();
@@ -169,26 +186,7 @@ void ConverterView::buildContent()
     updateTools();
     updateSelections();
     updateStatus();
-    m_scroll->setWidget(content);
-    this->layout()->addWidget(m_scroll);
-}
-
-void ConverterView::changeEvent(QEvent* event)
-{
-    QWidget::changeEvent(event);
-    // The screen's colours are fixed when its parts are made: when the appearance turns light
-    // or dark, make them again. Later, because the palette is still being handed to every
-    // widget of the application.
-    if (event->type() == QEvent::PaletteChange && Theme::isDark(palette()) != m_builtDark) {
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                if (Theme::isDark(palette()) == m_builtDark)
-                    return;
-                buildContent();
-            },
-            Qt::QueuedConnection);
-    }
+    finishContent(content);
 }
 
 QString ConverterView::inputUrl() const
@@ -291,8 +289,11 @@ QWidget* ConverterView::buildLinkCard()
     m_linkField->setAccessibleName(QStringLiteral("YouTube Video Link"));
     m_linkField->setPlaceholderText(QStringLiteral(
         "https://www.youtube.com/watch?v=dQw4w9WgXcQ or https://youtu.be/dQw4w9WgXcQ"));
-    // Borderless: the rounded panel behind is the field's background.
-    m_linkField->setStyleSheet(QStringLiteral("QLineEdit { background: transparent; }"));
+    // Borderless: the rounded panel behind is the field's background. A palette, not a style
+    // sheet, which would give the field a style sheet style of its own and slow the first show.
+    QPalette fieldPalette = m_linkField->palette();
+    fieldPalette.setColor(QPalette::Base, Qt::transparent);
+    m_linkField->setPalette(fieldPalette);
     inputRow->addWidget(m_linkField, 1);
 
     m_clearButton = new QToolButton(input);
@@ -441,17 +442,13 @@ QWidget* ConverterView::buildStatusGroup()
     headlineRow->addWidget(m_percentLabel);
     downloading->addWidget(headline);
 
-    m_progressBar = new QProgressBar(m_downloadingForm);
+    QColor track = palette().color(QPalette::WindowText);
+    track.setAlphaF(0.12f);
+    m_progressBar = new SlimProgressBar(track, orange(this), m_downloadingForm);
     m_progressBar->setRange(0, 1000);
     m_progressBar->setTextVisible(false);
     m_progressBar->setFixedHeight(6);
     m_progressBar->setAccessibleName(QStringLiteral("Download progress"));
-    QColor track = palette().color(QPalette::WindowText);
-    track.setAlphaF(0.12f);
-    m_progressBar->setStyleSheet(
-        QStringLiteral("QProgressBar { border: none; border-radius: 3px; background: %1; }"
-                       "QProgressBar::chunk { border-radius: 3px; background: %2; }")
-            .arg(track.name(QColor::HexArgb), orange(this).name()));
     downloading->addWidget(m_progressBar);
 
     auto* details = new QWidget(m_downloadingForm);

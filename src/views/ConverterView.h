@@ -4,8 +4,8 @@
 #include "models/AudioQuality.h"
 #include "models/HistoryTrack.h"
 #include "services/Services.h"
+#include "views/ThemedScreen.h"
 
-#include <QWidget>
 #include <optional>
 
 class ActivitySpinner;
@@ -19,14 +19,13 @@ class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
-class QScrollArea;
 class QStackedWidget;
 class QToolButton;
 class StatusPill;
 
 // The converter screen: one link in, one extraction started, followed and acted on.
 // It owns only the text of the link field; everything else is drawn from the services.
-class ConverterView : public QWidget
+class ConverterView : public ThemedScreen
 {
     Q_OBJECT
 
@@ -46,10 +45,9 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
-    void buildContent();
+    void buildContent() override;
     QWidget* buildHeader();
     QWidget* buildMissingToolsCard();
     QWidget* buildLinkCard();
@@ -74,9 +72,6 @@ private:
 
     Services m_services;
     DesktopServices& m_desktop;
-    bool m_builtDark = false;
-
-    QScrollArea* m_scroll = nullptr;
 
     StatusPill* m_pill = nullptr;
     GlassCard* m_missingToolsCard = nullptr;

@@ -16,12 +16,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
-#include <QEvent>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 using namespace ScreenStyle;
@@ -70,14 +68,11 @@ GlassCard* card(QWidget* content, QWidget* parent)
 } // namespace
 
 SettingsView::SettingsView(const Services& services, QWidget* parent)
-    : QWidget(parent)
+    : ThemedScreen(parent)
     , m_services(services)
 {
     setAccessibleName(QStringLiteral("Settings"));
     setAutoFillBackground(true);
-
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(0, 0, 0, 0);
     buildContent();
 
     DownloadEngine& engine = m_services.engine;
@@ -101,16 +96,7 @@ SettingsView::~SettingsView() = default;
 
 void SettingsView::buildContent()
 {
-    delete m_scroll;
-    m_builtDark = Theme::isDark(palette());
-
-    m_scroll = new QScrollArea(this);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->viewport()->setAutoFillBackground(false);
-
-    auto* content = new QWidget(m_scroll);
+    QWidget* content = beginContent();
     // Cards keep room around their panels for the shadow; margins and gaps are trimmed by it
     // so that the panels sit 24 from the sides and 20 apart.
     const QMargins shadow = GlassCard::shadowMargins();
@@ -128,25 +114,7 @@ void SettingsView::buildContent()
     // part of a layout that has never been laid out does not reach the measures it caches.
     updateDefaults();
     updateTools();
-    m_scroll->setWidget(content);
-    this->layout()->addWidget(m_scroll);
-}
-
-void SettingsView::changeEvent(QEvent* event)
-{
-    QWidget::changeEvent(event);
-    // Colours are fixed when the parts are made: make them again for a new appearance, once
-    // the palette has reached every widget of the application.
-    if (event->type() == QEvent::PaletteChange && Theme::isDark(palette()) != m_builtDark) {
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                if (Theme::isDark(palette()) == m_builtDark)
-                    return;
-                buildContent();
-            },
-            Qt::QueuedConnection);
-    }
+    finishContent(content);
 }
 
 QWidget* SettingsView::buildDefaultsCard()

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "services/Services.h"
-
-#include <QWidget>
+#include "views/ThemedScreen.h"
 
 class ActivitySpinner;
 class ElidedLabel;
@@ -10,12 +9,11 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QPushButton;
-class QScrollArea;
 class ToolStatusRow;
 
 // The settings screen: the engine's saved defaults, edited and saved at every change, and the
 // state of the two tools with re-check and install actions. It keeps no state of its own.
-class SettingsView : public QWidget
+class SettingsView : public ThemedScreen
 {
     Q_OBJECT
 
@@ -23,11 +21,8 @@ public:
     explicit SettingsView(const Services& services, QWidget* parent = nullptr);
     ~SettingsView() override;
 
-protected:
-    void changeEvent(QEvent* event) override;
-
 private:
-    void buildContent();
+    void buildContent() override;
     QWidget* buildDefaultsCard();
     QWidget* buildToolsCard();
     QWidget* buildAboutCard();
@@ -37,9 +32,6 @@ private:
     void updateTools();
 
     Services m_services;
-    bool m_builtDark = false;
-
-    QScrollArea* m_scroll = nullptr;
 
     ElidedLabel* m_folderPath = nullptr;
     QComboBox* m_formatPicker = nullptr;
