@@ -116,19 +116,6 @@ private slots:
                  expected);
     }
 
-    void argumentCountWithSwitchesOff()
-    {
-        for (AudioFormat format : AudioFormat::allCases()) {
-            for (AudioQuality quality : AudioQuality::allCases()) {
-                const QStringList arguments = DownloadEngine::extractionArguments(
-                    QStringLiteral("x"), format, quality, QStringLiteral("/d"), std::nullopt, false,
-                    false);
-                QCOMPARE(arguments.size(), format.supportsBitrate() ? 12 : 10);
-                QCOMPARE(arguments.last(), QStringLiteral("x"));
-            }
-        }
-    }
-
     // What the engine really hands the tool: the request's choices, the engine's selections
     // where the request gives none, the trimmed link, the folder without its trailing slash.
     void launchedCommandLine()
@@ -200,10 +187,6 @@ private slots:
             << QStringLiteral("defaultQuality") << QVariant(QStringLiteral("best"))
             << QStringLiteral("selectedQuality")
             << QVariant::fromValue(AudioQuality(AudioQuality::k320));
-        QTest::newRow("quality as a list")
-            << QStringLiteral("defaultQuality") << QVariant(QStringList{QStringLiteral("128")})
-            << QStringLiteral("selectedQuality")
-            << QVariant::fromValue(AudioQuality(AudioQuality::k320));
         QTest::newRow("format opus")
             << QStringLiteral("defaultFormat") << QVariant(QStringLiteral("opus"))
             << QStringLiteral("selectedFormat")
@@ -212,18 +195,10 @@ private slots:
             << QStringLiteral("defaultFormat") << QVariant(QStringLiteral("FLAC"))
             << QStringLiteral("selectedFormat")
             << QVariant::fromValue(AudioFormat(AudioFormat::mp3));
-        QTest::newRow("format as a number")
-            << QStringLiteral("defaultFormat") << QVariant(3) << QStringLiteral("selectedFormat")
-            << QVariant::fromValue(AudioFormat(AudioFormat::mp3));
         QTest::newRow("artwork off") << QStringLiteral("embedArtwork") << QVariant(false)
                                      << QStringLiteral("embedArtwork") << QVariant(false);
-        QTest::newRow("tags off") << QStringLiteral("embedMetadata") << QVariant(false)
-                                  << QStringLiteral("embedMetadata") << QVariant(false);
         QTest::newRow("artwork as garbage")
             << QStringLiteral("embedArtwork") << QVariant(QStringLiteral("maybe"))
-            << QStringLiteral("embedArtwork") << QVariant(true);
-        QTest::newRow("artwork as a list")
-            << QStringLiteral("embedArtwork") << QVariant(QStringList{QStringLiteral("0")})
             << QStringLiteral("embedArtwork") << QVariant(true);
         QTest::newRow("tags as 0") << QStringLiteral("embedMetadata") << QVariant(0)
                                    << QStringLiteral("embedMetadata") << QVariant(false);
@@ -236,9 +211,6 @@ private slots:
             << QStringLiteral("targetFolder") << QVariant(QUrl(QStringLiteral("/Users/a/Music")));
         QTest::newRow("folder empty") << QStringLiteral("targetFolder") << QVariant(QString())
                                       << QStringLiteral("targetFolder") << downloads;
-        QTest::newRow("folder unparsable")
-            << QStringLiteral("targetFolder") << QVariant(QStringLiteral("http://[::1"))
-            << QStringLiteral("targetFolder") << downloads;
         QTest::newRow("folder as a list")
             << QStringLiteral("targetFolder")
             << QVariant(QStringList{QStringLiteral("/a"), QStringLiteral("/b")})
@@ -319,7 +291,6 @@ private slots:
         QTest::newRow("empty") << true << QString() << invalid;
         QTest::newRow("spaces and newlines") << true << QStringLiteral(" \n\t \r\n ") << invalid;
         QTest::newRow("an option") << true << QStringLiteral("  --exec rm") << invalid;
-        QTest::newRow("a short option") << true << QStringLiteral("-x") << invalid;
     }
     void refusedRequests()
     {
