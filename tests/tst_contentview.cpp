@@ -26,6 +26,8 @@
 #include <limits>
 #include <memory>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 bool stripShown(const ContentView& view)
@@ -43,7 +45,7 @@ public:
         auto* screen = new QWidget(parent);
         auto* layout = new QVBoxLayout(screen);
         auto* field = new QLineEdit(screen);
-        field->setObjectName(QStringLiteral("field"));
+        field->setObjectName(u"field"_s);
         layout->addWidget(field);
         return screen;
     }
@@ -65,11 +67,11 @@ private:
         HistoryTrack t;
         t.id = QUuid::createUuid();
         t.title = title;
-        t.channel = QStringLiteral("Channel");
-        t.duration = QStringLiteral("0:01");
+        t.channel = u"Channel"_s;
+        t.duration = u"0:01"_s;
         t.format = AudioFormat::wav;
         t.quality = AudioQuality::best;
-        t.filePath = file(title + QStringLiteral(".wav"));
+        t.filePath = file(title + u".wav"_s);
         t.thumbnailUrl = thumbnail;
         t.completedAt = HistoryTrack::now();
         ScreenFixture::writeSilentWav(t.filePath, 1);
@@ -117,21 +119,19 @@ private slots:
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
         QPointer<QWidget> first = view.currentScreen();
-        QCOMPARE(first->property("navigationItem").toString(), QStringLiteral("Convert"));
+        QCOMPARE(first->property("navigationItem").toString(), u"Convert"_s);
 
         QTest::mouseClick(view.sidebar()->row(NavigationItem::history), Qt::LeftButton);
         QCOMPARE(view.selectedTab(), NavigationItem::history);
-        QCOMPARE(view.currentScreen()->property("navigationItem").toString(),
-                 QStringLiteral("Library"));
+        QCOMPARE(view.currentScreen()->property("navigationItem").toString(), u"Library"_s);
         QTRY_VERIFY(first.isNull());
 
         QAccessibleInterface* row =
             QAccessible::queryAccessibleInterface(view.sidebar()->row(NavigationItem::convert));
-        QCOMPARE(row->text(QAccessible::Name), QStringLiteral("Convert"));
+        QCOMPARE(row->text(QAccessible::Name), u"Convert"_s);
         row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QTRY_COMPARE(view.selectedTab(), NavigationItem::convert);
-        QCOMPARE(view.currentScreen()->property("navigationItem").toString(),
-                 QStringLiteral("Convert"));
+        QCOMPARE(view.currentScreen()->property("navigationItem").toString(), u"Convert"_s);
         QVERIFY(view.sidebar()->row(NavigationItem::convert)->isChecked());
         QVERIFY(!view.sidebar()->row(NavigationItem::history)->isChecked());
     }
@@ -142,14 +142,14 @@ private slots:
         ContentView view(m_env->services(), factory);
         SidebarRow* library = view.sidebar()->row(NavigationItem::history);
         QCOMPARE(library->badgeCount(), 0);
-        m_env->history().addTrack(track(QStringLiteral("one")));
-        m_env->history().addTrack(track(QStringLiteral("two")));
+        m_env->history().addTrack(track(u"one"_s));
+        m_env->history().addTrack(track(u"two"_s));
         QCOMPARE(library->badgeCount(), 2);
-        QCOMPARE(library->accessibleDescription(), QStringLiteral("2 tracks"));
+        QCOMPARE(library->accessibleDescription(), u"2 tracks"_s);
         m_env->history().clearAll();
         QCOMPARE(library->badgeCount(), 0);
         // A store that already holds tracks shows its count at once.
-        m_env->history().addTrack(track(QStringLiteral("three")));
+        m_env->history().addTrack(track(u"three"_s));
         ContentView second(m_env->services(), factory);
         QCOMPARE(second.sidebar()->row(NavigationItem::history)->badgeCount(), 1);
     }
@@ -171,16 +171,16 @@ private slots:
         QVERIFY(!m_env->player().currentTrack());
         QVERIFY(!stripShown(view));
 
-        m_env->player().play(track(QStringLiteral("song")));
+        m_env->player().play(track(u"song"_s));
         QVERIFY(m_env->player().currentTrack());
         QVERIFY(m_env->player().isPlaying());
         QVERIFY(stripShown(view));
 
-        auto* field = window.findChild<QLineEdit*>(QStringLiteral("field"));
+        auto* field = window.findChild<QLineEdit*>(u"field"_s);
         QVERIFY(field);
         field->setFocus();
-        QTest::keyClicks(field, QStringLiteral("a b"));
-        QCOMPARE(field->text(), QStringLiteral("a b"));
+        QTest::keyClicks(field, u"a b"_s);
+        QCOMPARE(field->text(), u"a b"_s);
         QVERIFY(m_env->player().isPlaying());
 
         // A focused button takes Space as its own press, as keyboard users expect.
@@ -209,11 +209,11 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&view));
         QVERIFY(!stripShown(view));
 
-        m_env->player().play(track(QStringLiteral("Night Drive")));
+        m_env->player().play(track(u"Night Drive"_s));
         QVERIFY(stripShown(view));
         MiniPlayerView* strip = view.miniPlayer();
         QVERIFY(!strip->showsArtworkImage());
-        QCOMPARE(strip->shownPlaySymbol(), QStringLiteral("pause.fill"));
+        QCOMPARE(strip->shownPlaySymbol(), u"pause.fill"_s);
 
         // Every control is named for a screen reader.
         QStringList names;
@@ -222,18 +222,16 @@ private slots:
         for (QSlider* slider : strip->findChildren<QSlider*>())
             names << slider->accessibleName();
         names.sort();
-        QCOMPARE(names,
-                 QStringList({QStringLiteral("Close Player"), QStringLiteral("Pause"),
-                              QStringLiteral("Playback Position"), DesktopTexts::kShowInFolder,
-                              QStringLiteral("Stop"), QStringLiteral("Volume")}));
+        QCOMPARE(names, QStringList({u"Close Player"_s, u"Pause"_s, u"Playback Position"_s,
+                                     DesktopTexts::kShowInFolder, u"Stop"_s, u"Volume"_s}));
 
         auto* seek = strip->findChild<QSlider*>();
         QVERIFY(seek->maximum() >= 1000);
 
         const QList<QPair<float, QString>> volumes = {
-            {0.0f, QStringLiteral("speaker.slash.fill")},
-            {0.5f, QStringLiteral("speaker.wave.1.fill")},
-            {0.51f, QStringLiteral("speaker.wave.3.fill")},
+            {0.0f, u"speaker.slash.fill"_s},
+            {0.5f, u"speaker.wave.1.fill"_s},
+            {0.51f, u"speaker.wave.3.fill"_s},
         };
         for (const auto& [volume, symbol] : volumes) {
             m_env->player().setVolume(volume);
@@ -248,7 +246,7 @@ private slots:
                 volumeSlider = slider;
         volumeSlider->setValue(25);
         QCOMPARE(m_env->player().volume(), 0.25f);
-        QCOMPARE(strip->shownVolumeSymbol(), QStringLiteral("speaker.wave.1.fill"));
+        QCOMPARE(strip->shownVolumeSymbol(), u"speaker.wave.1.fill"_s);
 
         QToolButton* close = nullptr;
         for (QToolButton* button : strip->findChildren<QToolButton*>())
@@ -263,16 +261,15 @@ private slots:
         // Loading another track brings the same strip back, with its artwork once it loads.
         QImage cover(64, 48, QImage::Format_RGB32);
         cover.fill(Qt::darkCyan);
-        const QString coverPath = file(QStringLiteral("cover.png"));
+        const QString coverPath = file(u"cover.png"_s);
         QVERIFY(cover.save(coverPath));
-        m_env->player().play(
-            track(QStringLiteral("Second"), QUrl::fromLocalFile(coverPath).toString()));
+        m_env->player().play(track(u"Second"_s, QUrl::fromLocalFile(coverPath).toString()));
         QCOMPARE(view.miniPlayer(), strip);
         QVERIFY(stripShown(view));
         QTRY_VERIFY(strip->showsArtworkImage());
 
         // A thumbnail text that is no address leaves the placeholder.
-        m_env->player().play(track(QStringLiteral("Third"), QStringLiteral("not a link")));
+        m_env->player().play(track(u"Third"_s, u"not a link"_s));
         QVERIFY(!strip->showsArtworkImage());
         QTest::qWait(100);
         QVERIFY(!strip->showsArtworkImage());
@@ -282,12 +279,11 @@ private slots:
     {
         QTest::addColumn<double>("seconds");
         QTest::addColumn<QString>("text");
-        QTest::newRow("zero") << 0.0 << QStringLiteral("0:00");
-        QTest::newRow("truncated") << 65.9 << QStringLiteral("1:05");
-        QTest::newRow("no hours field") << 3725.0 << QStringLiteral("62:05");
-        QTest::newRow("not a number")
-            << std::numeric_limits<double>::quiet_NaN() << QStringLiteral("0:00");
-        QTest::newRow("negative") << -4.0 << QStringLiteral("0:00");
+        QTest::newRow("zero") << 0.0 << u"0:00"_s;
+        QTest::newRow("truncated") << 65.9 << u"1:05"_s;
+        QTest::newRow("no hours field") << 3725.0 << u"62:05"_s;
+        QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << u"0:00"_s;
+        QTest::newRow("negative") << -4.0 << u"0:00"_s;
     }
     void formatTime()
     {
