@@ -13,6 +13,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Counts pixels that are not fully transparent.
@@ -60,7 +62,7 @@ private slots:
             "waveform.circle.fill");
         for (const QString& name : names.split(u' '))
             QTest::newRow(qPrintable(name)) << name;
-        QTest::newRow("unknown name") << QStringLiteral("no.such.symbol");
+        QTest::newRow("unknown name") << u"no.such.symbol"_s;
         QTest::newRow("empty name") << QString();
     }
     void symbolResolves()
@@ -79,13 +81,12 @@ private slots:
 
     void symbolIconIsTinted()
     {
-        const QImage image =
-            Symbols::pixmap(QStringLiteral("stop.fill"), Qt::red, 24, 2.0).toImage();
+        const QImage image = Symbols::pixmap(u"stop.fill"_s, Qt::red, 24, 2.0).toImage();
         QCOMPARE(image.size(), QSize(48, 48));
         const QColor centre = image.pixelColor(24, 24);
         QCOMPARE(centre.red(), 255);
         QCOMPARE(centre.green(), 0);
-        QVERIFY(!Symbols::icon(QStringLiteral("play.fill"), Qt::white).isNull());
+        QVERIFY(!Symbols::icon(u"play.fill"_s, Qt::white).isNull());
     }
 
     void fillStops_data()
@@ -109,10 +110,10 @@ private slots:
 
     void buttonWidth()
     {
-        GradientButton shortTitle(QStringLiteral("Go"), QStringLiteral("play.fill"), {Qt::red});
+        GradientButton shortTitle(u"Go"_s, u"play.fill"_s, {Qt::red});
         QCOMPARE(shortTitle.shapeSize().width(), 160);
-        GradientButton longTitle(QStringLiteral("Download & Install Missing Tools Automatically"),
-                                 QStringLiteral("play.fill"), {Qt::red});
+        GradientButton longTitle(u"Download & Install Missing Tools Automatically"_s,
+                                 u"play.fill"_s, {Qt::red});
         QVERIFY(longTitle.shapeSize().width() > 300);
         QCOMPARE(longTitle.sizeHint().width(), longTitle.shapeSize().width() +
                                                    GradientButton::shadowMargins().left() +
@@ -123,8 +124,7 @@ private slots:
     void buttonEnabling()
     {
         QWidget window;
-        auto* button = new GradientButton(QStringLiteral("Start Ripping"),
-                                          QStringLiteral("arrow.down.to.line.compact"),
+        auto* button = new GradientButton(u"Start Ripping"_s, u"arrow.down.to.line.compact"_s,
                                           {Qt::red, QColor(255, 149, 0)}, &window);
         window.resize(300, 100);
         window.show();
@@ -136,7 +136,7 @@ private slots:
 
         QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(button);
         QVERIFY(iface);
-        QCOMPARE(iface->text(QAccessible::Name), QStringLiteral("Start Ripping"));
+        QCOMPARE(iface->text(QAccessible::Name), u"Start Ripping"_s);
         QCOMPARE(iface->role(), QAccessible::Button);
         QAccessibleActionInterface* actions = iface->actionInterface();
         QVERIFY(actions);
@@ -158,8 +158,7 @@ private slots:
     // the coloured shadow shows below the pill only when enabled.
     void buttonPainting()
     {
-        GradientButton button(QStringLiteral("Go"), QStringLiteral("play.fill"),
-                              {QColor(0, 0, 255)});
+        GradientButton button(u"Go"_s, u"play.fill"_s, {QColor(0, 0, 255)});
         button.resize(button.sizeHint());
         const QMargins room = GradientButton::shadowMargins();
         const QPoint fillPoint(room.left() + 6, button.height() / 2);
@@ -178,7 +177,7 @@ private slots:
 
     void cardDefaultsAndInsets()
     {
-        auto* content = new QLabel(QStringLiteral("inside"));
+        auto* content = new QLabel(u"inside"_s);
         GlassCard card(content);
         QCOMPARE(card.cornerRadius(), 14.0);
         QCOMPARE(card.padding(), 16.0);
@@ -189,7 +188,7 @@ private slots:
         QCOMPARE(content->geometry().left() - panel.left(), 16.0);
         QCOMPARE(content->geometry().top() - panel.top(), 16.0);
 
-        GlassCard tight(new QLabel(QStringLiteral("x")), 10, 10);
+        GlassCard tight(new QLabel(u"x"_s), 10, 10);
         QCOMPARE(tight.cornerRadius(), 10.0);
         QCOMPARE(tight.layout()->contentsMargins().left() - GlassCard::shadowMargins().left(), 10);
     }
