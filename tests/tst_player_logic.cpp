@@ -27,30 +27,21 @@ public:
         durationSeconds = durations.value(QFileInfo(path).fileName(), 0);
         return {};
     }
-    void play() override
-    {
-        calls << u"play"_qs;
-        playing = true;
-    }
-    void pause() override
-    {
-        calls << u"pause"_qs;
-        playing = false;
-    }
+    void play() override { record(u"play"_qs, true); }
+    void pause() override { record(u"pause"_qs, false); }
     void stop() override
     {
-        calls << u"stop"_qs;
-        playing = false;
+        record(u"stop"_qs, false);
         loaded.clear();
     }
     void seek(double seconds) override
     {
-        calls << u"seek %1"_qs.arg(seconds);
+        record(u"seek %1"_qs.arg(seconds), playing);
         positionSeconds = seconds;
     }
     void setVolume(float value) override
     {
-        calls << u"volume %1"_qs.arg(value);
+        record(u"volume %1"_qs.arg(value), playing);
         volume = value;
     }
     double position() const override { return positionSeconds; }
@@ -63,6 +54,12 @@ public:
     {
         durationSeconds = seconds;
         emit durationKnown(seconds);
+    }
+
+    void record(const QString& call, bool nowPlaying)
+    {
+        calls << call;
+        playing = nowPlaying;
     }
 
     QStringList calls;
