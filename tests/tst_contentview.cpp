@@ -240,18 +240,14 @@ private slots:
         }
 
         // The strip's own slider drives the service's volume.
-        QSlider* volumeSlider = nullptr;
-        for (QSlider* slider : strip->findChildren<QSlider*>())
-            if (slider->accessibleName() == u"Volume")
-                volumeSlider = slider;
+        auto* volumeSlider = ScreenFixture::findNamed<QSlider>(strip, u"Volume"_s);
+        QVERIFY(volumeSlider);
         volumeSlider->setValue(25);
         QCOMPARE(m_env->player().volume(), 0.25f);
         QCOMPARE(strip->shownVolumeSymbol(), u"speaker.wave.1.fill"_s);
 
-        QToolButton* close = nullptr;
-        for (QToolButton* button : strip->findChildren<QToolButton*>())
-            if (button->toolTip() == u"Close Player")
-                close = button;
+        auto* close = ScreenFixture::findNamed<QToolButton>(strip, u"Close Player"_s);
+        QVERIFY(close);
         // The strip is laid out under the screen before it can be clicked.
         QTRY_VERIFY(close->mapTo(&view, QPoint(0, 0)).y() > view.height() / 2);
         QTest::mouseClick(close, Qt::LeftButton);
