@@ -53,9 +53,6 @@ private slots:
         QTest::addColumn<AudioFormat>("format");
         QTest::addColumn<AudioQuality>("quality");
         QTest::addColumn<QString>("title");
-        QTest::newRow("mp3 320") << AudioFormat(AudioFormat::mp3)
-                                 << AudioQuality(AudioQuality::k320)
-                                 << u"Rip Audio (MP3 \u2022 320 kbps)"_s;
         QTest::newRow("m4a best") << AudioFormat(AudioFormat::m4a)
                                   << AudioQuality(AudioQuality::best)
                                   << u"Rip Audio (M4A \u2022 Best (Auto))"_s;
