@@ -179,8 +179,6 @@ private slots:
     {
         auto* content = new QLabel(u"inside"_s);
         GlassCard card(content);
-        QCOMPARE(card.cornerRadius(), 14.0);
-        QCOMPARE(card.padding(), 16.0);
         card.resize(300, 120);
         card.show();
         QVERIFY(QTest::qWaitForWindowExposed(&card));
