@@ -181,13 +181,13 @@ private slots:
         QCOMPARE(m_made, 1);
     }
 
-    void playLoadsAndStarts()
+    // Load, replace, seek and stop, on one service.
+    void playReplaceSeekStop()
     {
         auto service = makeService();
         service->setVolume(0.3f);
         const HistoryTrack a = track(u"a.mp3"_qs);
         service->play(a);
-
         QCOMPARE(service->currentTrack(), std::optional(a));
         QCOMPARE(service->isPlaying(), true);
         QCOMPARE(service->duration(), 180.0);
@@ -195,11 +195,45 @@ private slots:
         QVERIFY(ticking(*service));
         // The volume chosen before anything was loaded reaches the player before it starts.
         QCOMPARE(m_backend->calls, QStringList({u"open a.mp3"_qs, u"volume 0.3"_qs, u"play"_qs}));
-        QCOMPARE(m_backend->volume, 0.3f);
-
         // Later changes go straight to the loaded player.
         service->setVolume(0.8f);
         QCOMPARE(m_backend->volume, 0.8f);
+
+        // Another record stops the loaded one and starts from its own beginning.
+        service->seek(61);
+        m_backend->calls.clear();
+        const HistoryTrack b = track(u"b.flac"_qs);
+        service->play(b);
+        QCOMPARE(m_backend->calls,
+                 QStringList({u"stop"_qs, u"open b.flac"_qs, u"volume 0.8"_qs, u"play"_qs}));
+        QCOMPARE(service->currentTrack(), std::optional(b));
+        QCOMPARE(service->currentTime(), 0.0);
+        QCOMPARE(service->duration(), 95.5);
+        QCOMPARE(service->isPlaying(), true);
+        QCOMPARE(m_made, 1);
+
+        service->seek(90.25);
+        QCOMPARE(m_backend->calls.last(), u"seek 90.25"_qs);
+        QCOMPARE(service->currentTime(), 90.25);
+        // Not clamped here; the player limits it as it does. A position that is no number is
+        // ignored.
+        service->seek(-3);
+        service->seek(std::nan(""));
+        QCOMPARE(service->currentTime(), -3.0);
+        QCOMPARE(m_backend->calls.last(), u"seek -3"_qs);
+
+        service->stop();
+        QCOMPARE(service->currentTrack(), std::nullopt);
+        QCOMPARE(service->isPlaying(), false);
+        QCOMPARE(service->currentTime(), 0.0);
+        QCOMPARE(service->duration(), 0.0);
+        QVERIFY(!ticking(*service));
+        QCOMPARE(service->volume(), 0.8f);
+        QCOMPARE(m_backend->calls.last(), u"stop"_qs);
+        // The tick does not bring anything back.
+        m_backend->positionSeconds = 5;
+        QTest::qWait(250);
+        QCOMPARE(service->currentTime(), 0.0);
     }
 
     void sameRecordTogglesFromTheSamePosition()
@@ -231,24 +265,6 @@ private slots:
         service->togglePlayPause();
         QCOMPARE(service->isPlaying(), true);
         QCOMPARE(m_backend->calls.last(), u"play"_qs);
-    }
-
-    void anotherRecordReplacesTheLoadedOne()
-    {
-        auto service = makeService();
-        service->play(track(u"a.mp3"_qs));
-        service->seek(61);
-        m_backend->calls.clear();
-
-        const HistoryTrack b = track(u"b.flac"_qs);
-        service->play(b);
-        QCOMPARE(m_backend->calls,
-                 QStringList({u"stop"_qs, u"open b.flac"_qs, u"volume 1"_qs, u"play"_qs}));
-        QCOMPARE(service->currentTrack(), std::optional(b));
-        QCOMPARE(service->currentTime(), 0.0);
-        QCOMPARE(service->duration(), 95.5);
-        QCOMPARE(service->isPlaying(), true);
-        QCOMPARE(m_made, 1);
     }
 
     void missingFileLeavesItStopped()
@@ -316,7 +332,7 @@ private slots:
         QCOMPARE(out.text(), QByteArray());
     }
 
-    void durationIsPublishedWhenKnown()
+    void durationAndEndFromThePlayer()
     {
         auto service = makeService();
         QVERIFY(TestSupport::writeFile(m_dir.filePath(u"c.wav"_qs), "c"));
@@ -327,6 +343,15 @@ private slots:
         QCOMPARE(service->duration(), 3.25);
         QCOMPARE(changed.count(), 1);
 
+        // The player's end is noticed without waiting for a tick.
+        QVERIFY(service->isPlaying());
+        m_backend->positionSeconds = 3.25;
+        m_backend->playing = false;
+        m_backend->finish();
+        QCOMPARE(service->isPlaying(), false);
+        QCOMPARE(service->currentTime(), 0.0);
+
+        // Once stopped, late news of a duration is ignored.
         service->stop();
         m_backend->reportDuration(9);
         QCOMPARE(service->duration(), 0.0);
@@ -377,53 +402,6 @@ private slots:
             QCOMPARE(m_backend->calls.last(), u"play"_qs);
             QCOMPARE(m_backend->calls.count(u"open a.mp3"_qs), 1);
         }
-    }
-
-    void endIsNoticedWithoutWaitingForATick()
-    {
-        auto service = makeService();
-        service->play(track(u"a.mp3"_qs));
-        m_backend->positionSeconds = 180;
-        m_backend->playing = false;
-        m_backend->finish();
-        QCOMPARE(service->isPlaying(), false);
-        QCOMPARE(service->currentTime(), 0.0);
-    }
-
-    void seekMovesPlayerAndPosition()
-    {
-        auto service = makeService();
-        service->play(track(u"a.mp3"_qs));
-        service->seek(90.25);
-        QCOMPARE(m_backend->calls.last(), u"seek 90.25"_qs);
-        QCOMPARE(service->currentTime(), 90.25);
-        // Not clamped here; the player limits it as it does.
-        service->seek(-3);
-        QCOMPARE(service->currentTime(), -3.0);
-        // A position that is no number is ignored.
-        service->seek(std::nan(""));
-        QCOMPARE(service->currentTime(), -3.0);
-        QCOMPARE(m_backend->calls.last(), u"seek -3"_qs);
-    }
-
-    void stopResetsEverything()
-    {
-        auto service = makeService();
-        service->setVolume(0.4f);
-        service->play(track(u"a.mp3"_qs));
-        service->seek(30);
-        service->stop();
-        QCOMPARE(service->currentTrack(), std::nullopt);
-        QCOMPARE(service->isPlaying(), false);
-        QCOMPARE(service->currentTime(), 0.0);
-        QCOMPARE(service->duration(), 0.0);
-        QVERIFY(!ticking(*service));
-        QCOMPARE(service->volume(), 0.4f);
-        QCOMPARE(m_backend->calls.last(), u"stop"_qs);
-        // The tick does not bring anything back.
-        m_backend->positionSeconds = 5;
-        QTest::qWait(250);
-        QCOMPARE(service->currentTime(), 0.0);
     }
 };
 
