@@ -291,26 +291,21 @@ private slots:
         QVERIFY(fixture.completions().isEmpty());
     }
 
-    void unparsableLinkIsNotFetched()
-    {
-        EngineFixture fixture({.standInScript = "touch \"$(dirname \"$0\")/ran\""});
-        QVERIFY(fixture.isReady());
-        QSignalSpy fetching(&fixture.engine(), &DownloadEngine::isFetchingMetadataChanged);
-        bool answered = false;
-        fixture.engine().fetchMetadata(
-            u"http://exa mple.com/%zz"_s,
-            [&](const std::optional<VideoMetadata>& result) { answered = !result; });
-        QTRY_VERIFY(answered);
-        QCOMPARE(fetching.count(), 0);
-        QVERIFY(!QFile::exists(fixture.toolsPath() + u"/ran"_s));
-    }
-
-    // While a job is busy a new request changes nothing at all, not even the link.
-    void busyRequestIsIgnored()
+    // An unparsable link is not fetched; while a job is busy a new request changes nothing
+    // at all, not even the link. Neither runs the tool.
+    void requestsThatRunNothing()
     {
         EngineFixture fixture({.standInScript = "touch \"$(dirname \"$0\")/ran\""});
         QVERIFY(fixture.isReady());
         DownloadEngine& engine = fixture.engine();
+        QSignalSpy fetching(&engine, &DownloadEngine::isFetchingMetadataChanged);
+        bool answered = false;
+        engine.fetchMetadata(
+            u"http://exa mple.com/%zz"_s,
+            [&](const std::optional<VideoMetadata>& result) { answered = !result; });
+        QTRY_VERIFY(answered);
+        QCOMPARE(fetching.count(), 0);
+
         const DownloadStatus converting = DownloadStatus::converting(u"Working..."_s);
         engine.setCurrentStatus(converting);
         QSignalSpy urlChanges(&engine, &DownloadEngine::currentUrlChanged);
