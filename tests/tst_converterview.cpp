@@ -288,9 +288,11 @@ private slots:
         env.player().stop();
     }
 
+    // Checking, missing (with the installer's card, then its progress) and ready.
     void toolStates()
     {
         Environment env(Tools::ytDlpOnly);
+        env.pointInstallerAtSilentServer();
         Screen screen(env);
         auto* pill = screen.view.findChild<StatusPill*>();
         const QString missing = u"Tools Missing (yt-dlp or ffmpeg)"_s;
@@ -305,28 +307,20 @@ private slots:
         QVERIFY(screen.shows(missing));
         QVERIFY(screen.shows(
             u"Veldtone can automatically download and set up yt-dlp & ffmpeg for you."_s));
-        QVERIFY(screen.button(u"Install Automatically"_s));
         QCOMPARE(pill->text(), u"Checking Tools"_s);
 
-        Environment ready(Tools::both);
-        QVERIFY(ready.checkTools());
-        Screen readyScreen(ready);
-        QCOMPARE(readyScreen.view.findChild<StatusPill*>()->text(), u"Ready (yt-dlp & ffmpeg)"_s);
-        QVERIFY(!readyScreen.shows(missing));
-    }
-
-    void installing()
-    {
-        Environment env(Tools::none);
-        env.pointInstallerAtSilentServer();
-        QVERIFY(env.checkTools());
-        Screen screen(env);
         QTest::mouseClick(screen.button(u"Install Automatically"_s), Qt::LeftButton);
         QVERIFY(env.dependencies().isInstalling());
         QVERIFY(!screen.button(u"Install Automatically"_s));
         QVERIFY(findNamed(&screen.view, u"In progress"_s));
         QTRY_VERIFY(!env.dependencies().installProgress().isEmpty());
         QVERIFY(screen.shows(env.dependencies().installProgress()));
+
+        Environment ready(Tools::both);
+        QVERIFY(ready.checkTools());
+        Screen readyScreen(ready);
+        QCOMPARE(readyScreen.view.findChild<StatusPill*>()->text(), u"Ready (yt-dlp & ffmpeg)"_s);
+        QVERIFY(!readyScreen.shows(missing));
     }
 
     void paste()
