@@ -1,8 +1,6 @@
 #include "services/AudioPlayerService.h"
-#include "services/DependencyManager.h"
-#include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
-#include "support/TestSupport.h"
+#include "support/ScreenFixture.h"
 #include "views/ContentView.h"
 #include "views/DesktopTexts.h"
 #include "views/MainWindow.h"
@@ -19,53 +17,22 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
-#include <QSettings>
 #include <QSlider>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <QtEndian>
 #include <cmath>
 #include <limits>
 #include <memory>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 bool stripShown(const ContentView& view)
 {
     return view.miniPlayer() && view.miniPlayer()->isVisible();
-}
-
-// One second of 8 kHz mono 16-bit silence, a file any audio backend can open.
-QByteArray silentWav()
-{
-    const quint32 rate = 8000;
-    const quint32 dataBytes = rate * 2;
-    QByteArray wav;
-    auto put32 = [&wav](quint32 v) {
-        const quint32 le = qToLittleEndian(v);
-        wav.append(reinterpret_cast<const char*>(&le), 4);
-    };
-    auto put16 = [&wav](quint16 v) {
-        const quint16 le = qToLittleEndian(v);
-        wav.append(reinterpret_cast<const char*>(&le), 2);
-    };
-    wav.append("RIFF");
-    put32(36 + dataBytes);
-    wav.append("WAVEfmt ");
-    put32(16);
-    put16(1);
-    put16(1);
-    put32(rate);
-    put32(rate * 2);
-    put16(2);
-    put16(16);
-    wav.append("data");
-    put32(dataBytes);
-    wav.append(QByteArray(static_cast<int>(dataBytes), '\0'));
-    return wav;
 }
 
 // Gives the converter destination a text field, to check that a typed space reaches it.
@@ -78,7 +45,7 @@ public:
         auto* screen = new QWidget(parent);
         auto* layout = new QVBoxLayout(screen);
         auto* field = new QLineEdit(screen);
-        field->setObjectName(QStringLiteral("field"));
+        field->setObjectName(u"field"_s);
         layout->addWidget(field);
         return screen;
     }
@@ -91,26 +58,23 @@ class TestContentView : public QObject
     Q_OBJECT
 
 private:
-    QTemporaryDir m_dir;
-    std::unique_ptr<HistoryStore> m_history;
-    std::unique_ptr<DependencyManager> m_dependencies;
-    std::unique_ptr<DownloadEngine> m_engine;
-    std::unique_ptr<AudioPlayerService> m_player;
-    std::unique_ptr<Services> m_services;
+    std::unique_ptr<ScreenFixture::Environment> m_env;
+
+    QString file(const QString& name) const { return m_env->path() + u'/' + name; }
 
     HistoryTrack track(const QString& title, const QString& thumbnail = {})
     {
         HistoryTrack t;
         t.id = QUuid::createUuid();
         t.title = title;
-        t.channel = QStringLiteral("Channel");
-        t.duration = QStringLiteral("0:01");
+        t.channel = u"Channel"_s;
+        t.duration = u"0:01"_s;
         t.format = AudioFormat::wav;
         t.quality = AudioQuality::best;
-        t.filePath = m_dir.filePath(title + QStringLiteral(".wav"));
+        t.filePath = file(title + u".wav"_s);
         t.thumbnailUrl = thumbnail;
         t.completedAt = HistoryTrack::now();
-        TestSupport::writeFile(t.filePath, silentWav());
+        ScreenFixture::writeSilentWav(t.filePath, 1);
         return t;
     }
 
@@ -121,58 +85,18 @@ private slots:
         QApplication::setPalette(Theme::palette(Theme::Scheme::light));
     }
 
-    void init()
-    {
-        QVERIFY(m_dir.isValid());
-        m_history = std::make_unique<HistoryStore>(m_dir.filePath(QStringLiteral("library")));
-        DependencyManager::Options options;
-        options.installFolder = m_dir.filePath(QStringLiteral("bin"));
-        options.systemFolders = {};
-        options.environment = QProcessEnvironment();
-        options.checkOnStart = false;
-        m_dependencies = std::make_unique<DependencyManager>(options);
-        m_engine = std::make_unique<DownloadEngine>(
-            *m_dependencies, *m_history,
-            std::make_unique<QSettings>(m_dir.filePath(QStringLiteral("settings.ini")),
-                                        QSettings::IniFormat));
-        m_player = std::make_unique<AudioPlayerService>();
-        m_services =
-            std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history, *m_player});
-    }
-
+    void init() { m_env = std::make_unique<ScreenFixture::Environment>(); }
     void cleanup()
     {
-        m_player->stop();
-        m_history->clearAll();
-        m_history->waitForSaves();
-        m_services.reset();
-        m_player.reset();
-        m_engine.reset();
-        m_dependencies.reset();
-        m_history.reset();
-    }
-
-    void navigationTable()
-    {
-        QStringList titles, icons;
-        for (NavigationItem item : Navigation::allCases()) {
-            titles << Navigation::rawValue(item);
-            icons << Navigation::iconName(item);
-            QCOMPARE(Navigation::fromRawValue(Navigation::rawValue(item)), item);
-        }
-        QCOMPARE(titles, QStringList({QStringLiteral("Convert"), QStringLiteral("Batch"),
-                                      QStringLiteral("Library"), QStringLiteral("Settings")}));
-        QCOMPARE(icons,
-                 QStringList({QStringLiteral("waveform.badge.plus"),
-                              QStringLiteral("square.stack.3d.down.right"),
-                              QStringLiteral("music.note.list"), QStringLiteral("gearshape")}));
-        QVERIFY(!Navigation::fromRawValue(QStringLiteral("History")));
+        m_env->player().stop();
+        m_env->history().waitForSaves();
+        m_env.reset();
     }
 
     void windowSizes()
     {
-        ScreenFactory factory(*m_services);
-        MainWindow window(*m_services, factory);
+        ScreenFactory factory(m_env->services());
+        MainWindow window(m_env->services(), factory);
         QCOMPARE(window.size(), QSize(880, 660));
         QCOMPARE(window.contentView()->minimumSize(), QSize(820, 600));
         QCOMPARE(window.contentView()->selectedTab(), NavigationItem::convert);
@@ -190,46 +114,43 @@ private slots:
     // Every switch, by mouse or by a screen reader's press, builds the destination anew.
     void sidebarSwitching()
     {
-        ScreenFactory factory(*m_services);
-        ContentView view(*m_services, factory);
+        ScreenFactory factory(m_env->services());
+        ContentView view(m_env->services(), factory);
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
         QPointer<QWidget> first = view.currentScreen();
-        QCOMPARE(first->property("navigationItem").toString(), QStringLiteral("Convert"));
+        QCOMPARE(first->property("navigationItem").toString(), u"Convert"_s);
 
         QTest::mouseClick(view.sidebar()->row(NavigationItem::history), Qt::LeftButton);
         QCOMPARE(view.selectedTab(), NavigationItem::history);
-        QCOMPARE(view.currentScreen()->property("navigationItem").toString(),
-                 QStringLiteral("Library"));
+        QCOMPARE(view.currentScreen()->property("navigationItem").toString(), u"Library"_s);
         QTRY_VERIFY(first.isNull());
 
         QAccessibleInterface* row =
             QAccessible::queryAccessibleInterface(view.sidebar()->row(NavigationItem::convert));
-        QCOMPARE(row->text(QAccessible::Name), QStringLiteral("Convert"));
+        QCOMPARE(row->text(QAccessible::Name), u"Convert"_s);
         row->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         QTRY_COMPARE(view.selectedTab(), NavigationItem::convert);
-        QCOMPARE(view.currentScreen()->property("navigationItem").toString(),
-                 QStringLiteral("Convert"));
+        QCOMPARE(view.currentScreen()->property("navigationItem").toString(), u"Convert"_s);
         QVERIFY(view.sidebar()->row(NavigationItem::convert)->isChecked());
         QVERIFY(!view.sidebar()->row(NavigationItem::history)->isChecked());
     }
 
     void libraryBadgeFollowsStore()
     {
-        ScreenFactory factory(*m_services);
-        ContentView view(*m_services, factory);
+        ScreenFactory factory(m_env->services());
+        ContentView view(m_env->services(), factory);
         SidebarRow* library = view.sidebar()->row(NavigationItem::history);
         QCOMPARE(library->badgeCount(), 0);
-        m_history->addTrack(track(QStringLiteral("one")));
-        QCOMPARE(library->badgeCount(), 1);
-        m_history->addTrack(track(QStringLiteral("two")));
+        m_env->history().addTrack(track(u"one"_s));
+        m_env->history().addTrack(track(u"two"_s));
         QCOMPARE(library->badgeCount(), 2);
-        QCOMPARE(library->accessibleDescription(), QStringLiteral("2 tracks"));
-        m_history->clearAll();
+        QCOMPARE(library->accessibleDescription(), u"2 tracks"_s);
+        m_env->history().clearAll();
         QCOMPARE(library->badgeCount(), 0);
         // A store that already holds tracks shows its count at once.
-        m_history->addTrack(track(QStringLiteral("three")));
-        ContentView second(*m_services, factory);
+        m_env->history().addTrack(track(u"three"_s));
+        ContentView second(m_env->services(), factory);
         QCOMPARE(second.sidebar()->row(NavigationItem::history)->badgeCount(), 1);
     }
 
@@ -237,8 +158,8 @@ private slots:
     // Ctrl+. stops and hides the strip.
     void playbackShortcuts()
     {
-        TextFieldFactory factory(*m_services);
-        MainWindow window(*m_services, factory);
+        TextFieldFactory factory(m_env->services());
+        MainWindow window(m_env->services(), factory);
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         const ContentView& view = *window.contentView();
@@ -247,52 +168,52 @@ private slots:
         window.contentView()->setFocus();
         QTest::keyClick(&window, Qt::Key_Space);
         QTest::keyClick(&window, Qt::Key_Period, Qt::ControlModifier);
-        QVERIFY(!m_player->currentTrack());
+        QVERIFY(!m_env->player().currentTrack());
         QVERIFY(!stripShown(view));
 
-        m_player->play(track(QStringLiteral("song")));
-        QVERIFY(m_player->currentTrack());
-        QVERIFY(m_player->isPlaying());
+        m_env->player().play(track(u"song"_s));
+        QVERIFY(m_env->player().currentTrack());
+        QVERIFY(m_env->player().isPlaying());
         QVERIFY(stripShown(view));
 
-        auto* field = window.findChild<QLineEdit*>(QStringLiteral("field"));
+        auto* field = window.findChild<QLineEdit*>(u"field"_s);
         QVERIFY(field);
         field->setFocus();
-        QTest::keyClicks(field, QStringLiteral("a b"));
-        QCOMPARE(field->text(), QStringLiteral("a b"));
-        QVERIFY(m_player->isPlaying());
+        QTest::keyClicks(field, u"a b"_s);
+        QCOMPARE(field->text(), u"a b"_s);
+        QVERIFY(m_env->player().isPlaying());
 
         // A focused button takes Space as its own press, as keyboard users expect.
         SidebarRow* batch = window.contentView()->sidebar()->row(NavigationItem::batch);
         batch->setFocus();
         QTest::keyClick(batch, Qt::Key_Space);
         QCOMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
-        QVERIFY(m_player->isPlaying());
+        QVERIFY(m_env->player().isPlaying());
 
         window.contentView()->setFocus();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-        QVERIFY(!m_player->isPlaying());
+        QVERIFY(!m_env->player().isPlaying());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-        QVERIFY(m_player->isPlaying());
+        QVERIFY(m_env->player().isPlaying());
 
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Period, Qt::ControlModifier);
-        QVERIFY(!m_player->currentTrack());
+        QVERIFY(!m_env->player().currentTrack());
         QVERIFY(!stripShown(view));
     }
 
     void miniPlayerStrip()
     {
-        ScreenFactory factory(*m_services);
-        ContentView view(*m_services, factory);
+        ScreenFactory factory(m_env->services());
+        ContentView view(m_env->services(), factory);
         view.show();
         QVERIFY(QTest::qWaitForWindowExposed(&view));
         QVERIFY(!stripShown(view));
 
-        m_player->play(track(QStringLiteral("Night Drive")));
+        m_env->player().play(track(u"Night Drive"_s));
         QVERIFY(stripShown(view));
         MiniPlayerView* strip = view.miniPlayer();
         QVERIFY(!strip->showsArtworkImage());
-        QCOMPARE(strip->shownPlaySymbol(), QStringLiteral("pause.fill"));
+        QCOMPARE(strip->shownPlaySymbol(), u"pause.fill"_s);
 
         // Every control is named for a screen reader.
         QStringList names;
@@ -301,58 +222,50 @@ private slots:
         for (QSlider* slider : strip->findChildren<QSlider*>())
             names << slider->accessibleName();
         names.sort();
-        QCOMPARE(names,
-                 QStringList({QStringLiteral("Close Player"), QStringLiteral("Pause"),
-                              QStringLiteral("Playback Position"), DesktopTexts::kShowInFolder,
-                              QStringLiteral("Stop"), QStringLiteral("Volume")}));
+        QCOMPARE(names, QStringList({u"Close Player"_s, u"Pause"_s, u"Playback Position"_s,
+                                     DesktopTexts::kShowInFolder, u"Stop"_s, u"Volume"_s}));
 
         auto* seek = strip->findChild<QSlider*>();
         QVERIFY(seek->maximum() >= 1000);
 
         const QList<QPair<float, QString>> volumes = {
-            {0.0f, QStringLiteral("speaker.slash.fill")},
-            {0.5f, QStringLiteral("speaker.wave.1.fill")},
-            {0.51f, QStringLiteral("speaker.wave.3.fill")},
-            {1.0f, QStringLiteral("speaker.wave.3.fill")},
-            {0.01f, QStringLiteral("speaker.wave.1.fill")},
+            {0.0f, u"speaker.slash.fill"_s},
+            {0.5f, u"speaker.wave.1.fill"_s},
+            {0.51f, u"speaker.wave.3.fill"_s},
         };
         for (const auto& [volume, symbol] : volumes) {
-            m_player->setVolume(volume);
+            m_env->player().setVolume(volume);
             QCOMPARE(strip->shownVolumeSymbol(), symbol);
             QCOMPARE(MiniPlayerView::volumeSymbol(volume), symbol);
         }
 
         // The strip's own slider drives the service's volume.
-        QSlider* volumeSlider = nullptr;
-        for (QSlider* slider : strip->findChildren<QSlider*>())
-            if (slider->accessibleName() == u"Volume")
-                volumeSlider = slider;
+        auto* volumeSlider = ScreenFixture::findNamed<QSlider>(strip, u"Volume"_s);
+        QVERIFY(volumeSlider);
         volumeSlider->setValue(25);
-        QCOMPARE(m_player->volume(), 0.25f);
-        QCOMPARE(strip->shownVolumeSymbol(), QStringLiteral("speaker.wave.1.fill"));
+        QCOMPARE(m_env->player().volume(), 0.25f);
+        QCOMPARE(strip->shownVolumeSymbol(), u"speaker.wave.1.fill"_s);
 
-        QToolButton* close = nullptr;
-        for (QToolButton* button : strip->findChildren<QToolButton*>())
-            if (button->toolTip() == u"Close Player")
-                close = button;
+        auto* close = ScreenFixture::findNamed<QToolButton>(strip, u"Close Player"_s);
+        QVERIFY(close);
         // The strip is laid out under the screen before it can be clicked.
         QTRY_VERIFY(close->mapTo(&view, QPoint(0, 0)).y() > view.height() / 2);
         QTest::mouseClick(close, Qt::LeftButton);
-        QVERIFY(!m_player->currentTrack());
+        QVERIFY(!m_env->player().currentTrack());
         QVERIFY(!stripShown(view));
 
         // Loading another track brings the same strip back, with its artwork once it loads.
         QImage cover(64, 48, QImage::Format_RGB32);
         cover.fill(Qt::darkCyan);
-        const QString coverPath = m_dir.filePath(QStringLiteral("cover.png"));
+        const QString coverPath = file(u"cover.png"_s);
         QVERIFY(cover.save(coverPath));
-        m_player->play(track(QStringLiteral("Second"), QUrl::fromLocalFile(coverPath).toString()));
+        m_env->player().play(track(u"Second"_s, QUrl::fromLocalFile(coverPath).toString()));
         QCOMPARE(view.miniPlayer(), strip);
         QVERIFY(stripShown(view));
         QTRY_VERIFY(strip->showsArtworkImage());
 
         // A thumbnail text that is no address leaves the placeholder.
-        m_player->play(track(QStringLiteral("Third"), QStringLiteral("not a link")));
+        m_env->player().play(track(u"Third"_s, u"not a link"_s));
         QVERIFY(!strip->showsArtworkImage());
         QTest::qWait(100);
         QVERIFY(!strip->showsArtworkImage());
@@ -362,15 +275,11 @@ private slots:
     {
         QTest::addColumn<double>("seconds");
         QTest::addColumn<QString>("text");
-        QTest::newRow("zero") << 0.0 << QStringLiteral("0:00");
-        QTest::newRow("truncated") << 65.9 << QStringLiteral("1:05");
-        QTest::newRow("no hours field") << 3725.0 << QStringLiteral("62:05");
-        QTest::newRow("just under a minute") << 59.999 << QStringLiteral("0:59");
-        QTest::newRow("not a number")
-            << std::numeric_limits<double>::quiet_NaN() << QStringLiteral("0:00");
-        QTest::newRow("infinite") << std::numeric_limits<double>::infinity()
-                                  << QStringLiteral("0:00");
-        QTest::newRow("negative") << -4.0 << QStringLiteral("0:00");
+        QTest::newRow("zero") << 0.0 << u"0:00"_s;
+        QTest::newRow("truncated") << 65.9 << u"1:05"_s;
+        QTest::newRow("no hours field") << 3725.0 << u"62:05"_s;
+        QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN() << u"0:00"_s;
+        QTest::newRow("negative") << -4.0 << u"0:00"_s;
     }
     void formatTime()
     {

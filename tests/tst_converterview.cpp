@@ -12,14 +12,12 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QProgressBar>
-#include <QPushButton>
-#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
-#include <QToolButton>
+
+using namespace Qt::StringLiterals;
 
 using namespace ScreenFixture;
 
@@ -34,7 +32,7 @@ struct Screen
         view.show();
     }
     GradientButton* start() { return view.findChild<GradientButton*>(); }
-    QLineEdit* link() { return findNamed<QLineEdit>(&view, QStringLiteral("YouTube Video Link")); }
+    QLineEdit* link() { return findNamed<QLineEdit>(&view, u"YouTube Video Link"_s); }
     QAbstractButton* button(const QString& name) { return findNamed<QAbstractButton>(&view, name); }
     bool shows(const QString& text) { return visibleTexts(&view).contains(text); }
 
@@ -55,19 +53,16 @@ private slots:
         QTest::addColumn<AudioFormat>("format");
         QTest::addColumn<AudioQuality>("quality");
         QTest::addColumn<QString>("title");
-        QTest::newRow("mp3 320") << AudioFormat(AudioFormat::mp3)
-                                 << AudioQuality(AudioQuality::k320)
-                                 << QStringLiteral("Rip Audio (MP3 \u2022 320 kbps)");
         QTest::newRow("m4a best") << AudioFormat(AudioFormat::m4a)
                                   << AudioQuality(AudioQuality::best)
-                                  << QStringLiteral("Rip Audio (M4A \u2022 Best (Auto))");
+                                  << u"Rip Audio (M4A \u2022 Best (Auto))"_s;
         QTest::newRow("opus 128") << AudioFormat(AudioFormat::opus)
                                   << AudioQuality(AudioQuality::k128)
-                                  << QStringLiteral("Rip Audio (OPUS \u2022 128 kbps)");
+                                  << u"Rip Audio (OPUS \u2022 128 kbps)"_s;
         QTest::newRow("flac") << AudioFormat(AudioFormat::flac) << AudioQuality(AudioQuality::k192)
-                              << QStringLiteral("Rip Audio (FLAC)");
+                              << u"Rip Audio (FLAC)"_s;
         QTest::newRow("wav") << AudioFormat(AudioFormat::wav) << AudioQuality(AudioQuality::best)
-                             << QStringLiteral("Rip Audio (WAV)");
+                             << u"Rip Audio (WAV)"_s;
     }
     // The title follows the engine's choices, and lossless formats swap the quality picker
     // for a note while keeping the engine's quality for later.
@@ -81,22 +76,22 @@ private slots:
         env.engine().setSelectedQuality(quality);
         env.engine().setSelectedFormat(format);
         QCOMPARE(screen.start()->text(), title);
-        QCOMPARE(screen.start()->iconName(), QStringLiteral("arrow.down.to.line.compact"));
+        QCOMPARE(screen.start()->iconName(), u"arrow.down.to.line.compact"_s);
 
-        auto* qualityPicker = findNamed<QComboBox>(&screen.view, QStringLiteral("Audio Quality"));
+        auto* qualityPicker = findNamed<QComboBox>(&screen.view, u"Audio Quality"_s);
         QCOMPARE(qualityPicker != nullptr, format.supportsBitrate());
-        QCOMPARE(screen.shows(QStringLiteral("Lossless / Best Stream")), !format.supportsBitrate());
+        QCOMPARE(screen.shows(u"Lossless / Best Stream"_s), !format.supportsBitrate());
         if (qualityPicker)
             QCOMPARE(qualityPicker->currentText(), quality.displayName());
 
         // Picking from the format list changes only the engine's choice in memory.
-        auto* formatPicker = findNamed<QComboBox>(&screen.view, QStringLiteral("Audio Format"));
+        auto* formatPicker = findNamed<QComboBox>(&screen.view, u"Audio Format"_s);
         QCOMPARE(formatPicker->currentText(), format.displayName());
         formatPicker->activated(0);
         QCOMPARE(env.engine().selectedFormat(), AudioFormat(AudioFormat::mp3));
-        QCOMPARE(findNamed<QComboBox>(&screen.view, QStringLiteral("Audio Quality"))->currentText(),
+        QCOMPARE(findNamed<QComboBox>(&screen.view, u"Audio Quality"_s)->currentText(),
                  quality.displayName());
-        QVERIFY(!env.savedSettings()->contains(QStringLiteral("defaultFormat")));
+        QVERIFY(!env.savedSettings()->contains(u"defaultFormat"_s));
     }
 
     void linkFieldAndStartEnabling()
@@ -105,20 +100,20 @@ private slots:
         Screen screen(env);
         QVERIFY(screen.link());
         QVERIFY(!screen.start()->isEnabled());
-        QVERIFY(!screen.button(QStringLiteral("Clear")));
+        QVERIFY(!screen.button(u"Clear"_s));
 
         QTest::keyClick(screen.link(), Qt::Key_Space);
-        QVERIFY(screen.button(QStringLiteral("Clear"))); // a lone space already counts
+        QVERIFY(screen.button(u"Clear"_s)); // a lone space already counts
         QVERIFY(!screen.start()->isEnabled());
 
-        screen.link()->setText(QStringLiteral(" \n\t "));
+        screen.link()->setText(u" \n\t "_s);
         QVERIFY(!screen.start()->isEnabled());
-        screen.link()->setText(QStringLiteral("  abc  "));
+        screen.link()->setText(u"  abc  "_s);
         QVERIFY(screen.start()->isEnabled());
 
-        QTest::mouseClick(screen.button(QStringLiteral("Clear")), Qt::LeftButton);
+        QTest::mouseClick(screen.button(u"Clear"_s), Qt::LeftButton);
         QCOMPARE(screen.view.inputUrl(), QString());
-        QVERIFY(!screen.button(QStringLiteral("Clear")));
+        QVERIFY(!screen.button(u"Clear"_s));
         QVERIFY(!screen.start()->isEnabled());
     }
 
@@ -128,39 +123,43 @@ private slots:
     {
         Environment env(Tools::none);
         Screen screen(env);
-        auto* formatPicker = findNamed<QComboBox>(&screen.view, QStringLiteral("Audio Format"));
-        formatPicker->activated(formatPicker->findData(QStringLiteral("opus")));
-        QTest::mouseClick(findNamed<QCheckBox>(&screen.view, QStringLiteral("Embed ID3 Tags")),
-                          Qt::LeftButton, {}, QPoint(5, 5));
+        auto* formatPicker = findNamed<QComboBox>(&screen.view, u"Audio Format"_s);
+        formatPicker->activated(formatPicker->findData(u"opus"_s));
+        QTest::mouseClick(findNamed<QCheckBox>(&screen.view, u"Embed ID3 Tags"_s), Qt::LeftButton,
+                          {}, QPoint(5, 5));
         QVERIFY(!env.engine().embedMetadata());
-        QVERIFY(!env.savedSettings()->contains(QStringLiteral("defaultFormat")));
+        QVERIFY(!env.savedSettings()->contains(u"defaultFormat"_s));
 
         QString savedFormatAtStart;
         connect(&env.engine(), &DownloadEngine::currentStatusChanged, this, [&] {
-            savedFormatAtStart =
-                env.savedSettings()->value(QStringLiteral("defaultFormat")).toString();
+            savedFormatAtStart = env.savedSettings()->value(u"defaultFormat"_s).toString();
         });
-        QTest::keyClicks(screen.link(), QStringLiteral("  abc  "));
+        QTest::keyClicks(screen.link(), u"  abc  "_s);
         QTest::mouseClick(screen.start(), Qt::LeftButton);
 
-        QCOMPARE(savedFormatAtStart, QStringLiteral("opus"));
-        QCOMPARE(env.savedSettings()->value(QStringLiteral("embedMetadata")).toBool(), false);
+        QCOMPARE(savedFormatAtStart, u"opus"_s);
+        QCOMPARE(env.savedSettings()->value(u"embedMetadata"_s).toBool(), false);
         QCOMPARE(env.engine().currentStatus().kind(), DownloadStatus::Kind::failed);
-        QVERIFY(screen.shows(QStringLiteral("Extraction Failed")));
-        QVERIFY(screen.shows(QStringLiteral("yt-dlp is missing. Please check Settings.")));
-        QCOMPARE(screen.view.inputUrl(), QStringLiteral("  abc  "));
+        QVERIFY(screen.shows(u"Extraction Failed"_s));
+        QVERIFY(screen.shows(u"yt-dlp is missing. Please check Settings."_s));
+        QCOMPARE(screen.view.inputUrl(), u"  abc  "_s);
     }
 
-    void startPassesLinkToTool()
+    // The tool gets the trimmed link while the field keeps it as typed, also after a cancel,
+    // which leaves the screen idle.
+    void startThenCancel()
     {
         Environment env(Tools::both);
         QVERIFY(env.checkTools());
         Screen screen(env);
-        screen.link()->setText(QStringLiteral("  abc  "));
+        screen.link()->setText(u"  abc  "_s);
         QTest::mouseClick(screen.start(), Qt::LeftButton);
-        QCOMPARE(env.engine().currentUrl(), QStringLiteral("abc"));
-        QCOMPARE(screen.view.inputUrl(), QStringLiteral("  abc  "));
-        env.engine().cancel();
+        QCOMPARE(env.engine().currentUrl(), u"abc"_s);
+        QVERIFY(env.engine().currentStatus().isBusy());
+        QTest::mouseClick(screen.button(u"Cancel Download"_s), Qt::LeftButton);
+        QTRY_COMPARE(env.engine().currentStatus(), DownloadStatus::idle());
+        QVERIFY(!screen.button(u"Cancel Download"_s));
+        QCOMPARE(screen.view.inputUrl(), u"  abc  "_s);
     }
 
     void statusCards_data()
@@ -171,39 +170,31 @@ private slots:
         QTest::addColumn<QString>("startTitle");
         QTest::addColumn<bool>("newRip");
 
-        const QString rip = QStringLiteral("Rip Audio (MP3 \u2022 320 kbps)");
-        const QString busy = QStringLiteral("Extracting Audio...");
+        const QString rip = u"Rip Audio (MP3 \u2022 320 kbps)"_s;
+        const QString busy = u"Extracting Audio..."_s;
         QTest::newRow("idle") << DownloadStatus::idle() << QStringList{}
-                              << QStringList{QStringLiteral("Downloading Audio..."),
-                                             QStringLiteral("Extraction Complete!"),
-                                             QStringLiteral("Extraction Failed")}
+                              << QStringList{u"Downloading Audio..."_s, u"Extraction Complete!"_s,
+                                             u"Extraction Failed"_s}
                               << rip << false;
         QTest::newRow("downloading")
-            << DownloadStatus::downloading(0.4567, QStringLiteral("1.2MiB/s"),
-                                           QStringLiteral("00:07"), QStringLiteral("4.1MiB"))
-            << QStringList{QStringLiteral("Downloading Audio..."), QStringLiteral("45.7%"),
-                           QStringLiteral("1.2MiB/s"), QStringLiteral("ETA: 00:07"),
-                           QStringLiteral("4.1MiB")}
-            << QStringList{QStringLiteral("Extraction Complete!")} << busy << false;
+            << DownloadStatus::downloading(0.4567, u"1.2MiB/s"_s, u"00:07"_s, u"4.1MiB"_s)
+            << QStringList{u"Downloading Audio..."_s, u"45.7%"_s, u"1.2MiB/s"_s, u"ETA: 00:07"_s,
+                           u"4.1MiB"_s}
+            << QStringList{u"Extraction Complete!"_s} << busy << false;
         QTest::newRow("downloading, unknown eta")
-            << DownloadStatus::downloading(0, QStringLiteral("--"), QStringLiteral("--"),
-                                           QStringLiteral("--"))
-            << QStringList{QStringLiteral("0.0%"), QStringLiteral("--")}
-            << QStringList{QStringLiteral("ETA: --")} << busy << false;
+            << DownloadStatus::downloading(0, u"--"_s, u"--"_s, u"--"_s)
+            << QStringList{u"0.0%"_s, u"--"_s} << QStringList{u"ETA: --"_s} << busy << false;
         QTest::newRow("converting")
-            << DownloadStatus::converting(QStringLiteral("Converting to MP3 (320 kbps)..."))
-            << QStringList{QStringLiteral("Converting to MP3 (320 kbps)...")}
-            << QStringList{QStringLiteral("Downloading Audio...")} << busy << false;
-        QTest::newRow("completed")
-            << DownloadStatus::completed(QStringLiteral("/music/Some Song.mp3"))
-            << QStringList{QStringLiteral("Extraction Complete!"), QStringLiteral("Some Song.mp3")}
-            << QStringList{QStringLiteral("Extraction Failed")} << rip << true;
-        QTest::newRow("failed") << DownloadStatus::failed(
-                                       QStringLiteral("ERROR: Video unavailable"))
-                                << QStringList{QStringLiteral("Extraction Failed"),
-                                               QStringLiteral("ERROR: Video unavailable")}
-                                << QStringList{QStringLiteral("Extraction Complete!")} << rip
-                                << true;
+            << DownloadStatus::converting(u"Converting to MP3 (320 kbps)..."_s)
+            << QStringList{u"Converting to MP3 (320 kbps)..."_s}
+            << QStringList{u"Downloading Audio..."_s} << busy << false;
+        QTest::newRow("completed") << DownloadStatus::completed(u"/music/Some Song.mp3"_s)
+                                   << QStringList{u"Extraction Complete!"_s, u"Some Song.mp3"_s}
+                                   << QStringList{u"Extraction Failed"_s} << rip << true;
+        QTest::newRow("failed") << DownloadStatus::failed(u"ERROR: Video unavailable"_s)
+                                << QStringList{u"Extraction Failed"_s,
+                                               u"ERROR: Video unavailable"_s}
+                                << QStringList{u"Extraction Complete!"_s} << rip << true;
     }
     void statusCards()
     {
@@ -214,7 +205,7 @@ private slots:
         QFETCH(bool, newRip);
         Environment env;
         Screen screen(env);
-        screen.link()->setText(QStringLiteral("https://youtu.be/x"));
+        screen.link()->setText(u"https://youtu.be/x"_s);
         env.engine().setCurrentStatus(status);
 
         const QStringList texts = visibleTexts(&screen.view);
@@ -223,19 +214,18 @@ private slots:
         for (const QString& text : hidden)
             QVERIFY2(!texts.contains(text), qPrintable(text));
         QCOMPARE(screen.start()->text(), startTitle);
-        QCOMPARE(screen.start()->iconName(), status.isBusy()
-                                                 ? QStringLiteral("waveform")
-                                                 : QStringLiteral("arrow.down.to.line.compact"));
+        QCOMPARE(screen.start()->iconName(),
+                 status.isBusy() ? u"waveform"_s : u"arrow.down.to.line.compact"_s);
         QCOMPARE(screen.start()->isEnabled(), !status.isBusy());
-        QCOMPARE(screen.button(QStringLiteral("New Rip")) != nullptr, newRip);
-        QCOMPARE(screen.button(QStringLiteral("Cancel Download")) != nullptr, status.isBusy());
+        QCOMPARE(screen.button(u"New Rip"_s) != nullptr, newRip);
+        QCOMPARE(screen.button(u"Cancel Download"_s) != nullptr, status.isBusy());
         if (status.kind() == DownloadStatus::Kind::downloading) {
             auto* bar = screen.view.findChild<QProgressBar*>();
             QCOMPARE(bar->value(), qRound(status.progress() * bar->maximum()));
         }
         // No record has this path, so there is nothing to play, but the file can be shown.
-        QVERIFY(!screen.button(QStringLiteral("Play")));
-        QCOMPARE(screen.button(QStringLiteral("Show in Folder")) != nullptr,
+        QVERIFY(!screen.button(u"Play"_s));
+        QCOMPARE(screen.button(u"Show in Folder"_s) != nullptr,
                  status.kind() == DownloadStatus::Kind::completed);
     }
 
@@ -243,42 +233,27 @@ private slots:
     {
         Environment env;
         Screen screen(env);
-        screen.link()->setText(QStringLiteral("https://youtu.be/x"));
+        screen.link()->setText(u"https://youtu.be/x"_s);
 
-        env.engine().setCurrentStatus(DownloadStatus::failed(QStringLiteral("boom")));
-        QTest::mouseClick(screen.button(QStringLiteral("Dismiss")), Qt::LeftButton);
+        env.engine().setCurrentStatus(DownloadStatus::failed(u"boom"_s));
+        QTest::mouseClick(screen.button(u"Dismiss"_s), Qt::LeftButton);
         QCOMPARE(env.engine().currentStatus(), DownloadStatus::idle());
-        QVERIFY(!screen.shows(QStringLiteral("Extraction Failed")));
-        QCOMPARE(screen.view.inputUrl(), QStringLiteral("https://youtu.be/x"));
+        QVERIFY(!screen.shows(u"Extraction Failed"_s));
+        QCOMPARE(screen.view.inputUrl(), u"https://youtu.be/x"_s);
         QVERIFY(screen.start()->isEnabled());
 
-        env.engine().setCurrentStatus(DownloadStatus::completed(QStringLiteral("/m/a b.mp3")));
-        QTest::mouseClick(screen.button(QStringLiteral("Show in Folder")), Qt::LeftButton);
-        QCOMPARE(env.desktop.revealed, QStringList{QStringLiteral("/m/a b.mp3")});
-        QTest::mouseClick(screen.button(QStringLiteral("New Rip")), Qt::LeftButton);
+        env.engine().setCurrentStatus(DownloadStatus::completed(u"/m/a b.mp3"_s));
+        QTest::mouseClick(screen.button(u"Show in Folder"_s), Qt::LeftButton);
+        QCOMPARE(env.desktop.revealed, QStringList{u"/m/a b.mp3"_s});
+        QTest::mouseClick(screen.button(u"New Rip"_s), Qt::LeftButton);
         QCOMPARE(env.engine().currentStatus(), DownloadStatus::idle());
         QCOMPARE(screen.view.inputUrl(), QString());
-        QVERIFY(!screen.button(QStringLiteral("New Rip")));
-        QVERIFY(!screen.shows(QStringLiteral("Extraction Complete!")));
+        QVERIFY(!screen.button(u"New Rip"_s));
+        QVERIFY(!screen.shows(u"Extraction Complete!"_s));
 
-        QTest::mouseClick(screen.button(QStringLiteral("Open Folder")), Qt::LeftButton);
+        QTest::mouseClick(screen.button(u"Open Folder"_s), Qt::LeftButton);
         QCOMPARE(env.desktop.opened,
                  QStringList{QDir::cleanPath(env.engine().targetFolder().toLocalFile())});
-    }
-
-    // A cancelled job leaves the screen idle with the link still in the field.
-    void cancelDownload()
-    {
-        Environment env(Tools::both);
-        QVERIFY(env.checkTools());
-        Screen screen(env);
-        screen.link()->setText(QStringLiteral("http://127.0.0.1:9/never"));
-        QTest::mouseClick(screen.start(), Qt::LeftButton);
-        QVERIFY(env.engine().currentStatus().isBusy());
-        QTest::mouseClick(screen.button(QStringLiteral("Cancel Download")), Qt::LeftButton);
-        QTRY_COMPARE(env.engine().currentStatus(), DownloadStatus::idle());
-        QVERIFY(!screen.button(QStringLiteral("Cancel Download")));
-        QCOMPARE(screen.view.inputUrl(), QStringLiteral("http://127.0.0.1:9/never"));
     }
 
     // Play appears only for a finished file that is in the library, and shows pause while
@@ -286,87 +261,80 @@ private slots:
     void playFinishedTrack()
     {
         Environment env;
-        const QString file = env.path() + QStringLiteral("/Song.wav");
+        const QString file = env.path() + u"/Song.wav"_s;
         QVERIFY(writeSilentWav(file, 5));
         HistoryTrack track;
         track.id = QUuid::createUuid();
-        track.title = QStringLiteral("Song");
+        track.title = u"Song"_s;
         track.format = AudioFormat::wav;
         track.filePath = file;
         env.history().addTrack(track);
 
         Screen screen(env);
-        env.engine().setCurrentStatus(DownloadStatus::completed(file + QStringLiteral(".other")));
-        QVERIFY(!screen.button(QStringLiteral("Play")));
+        env.engine().setCurrentStatus(DownloadStatus::completed(file + u".other"_s));
+        QVERIFY(!screen.button(u"Play"_s));
         env.engine().setCurrentStatus(DownloadStatus::completed(file));
-        QAbstractButton* play = screen.button(QStringLiteral("Play"));
+        QAbstractButton* play = screen.button(u"Play"_s);
         QVERIFY(play);
-        QCOMPARE(play->property("symbol").toString(), QStringLiteral("play.fill"));
+        QCOMPARE(play->property("symbol").toString(), u"play.fill"_s);
 
         QTest::mouseClick(play, Qt::LeftButton);
         QCOMPARE(env.player().currentTrack()->filePath, file);
         QTRY_VERIFY(env.player().isPlaying());
-        QCOMPARE(play->property("symbol").toString(), QStringLiteral("pause.fill"));
+        QCOMPARE(play->property("symbol").toString(), u"pause.fill"_s);
         QTest::mouseClick(play, Qt::LeftButton);
         QTRY_VERIFY(!env.player().isPlaying());
-        QCOMPARE(play->property("symbol").toString(), QStringLiteral("play.fill"));
+        QCOMPARE(play->property("symbol").toString(), u"play.fill"_s);
         env.player().stop();
     }
 
+    // Checking, missing (with the installer's card, then its progress) and ready.
     void toolStates()
     {
         Environment env(Tools::ytDlpOnly);
+        env.pointInstallerAtSilentServer();
         Screen screen(env);
         auto* pill = screen.view.findChild<StatusPill*>();
-        const QString missing = QStringLiteral("Tools Missing (yt-dlp or ffmpeg)");
+        const QString missing = u"Tools Missing (yt-dlp or ffmpeg)"_s;
 
         // While a check runs nothing is known yet: no card.
         env.dependencies().checkDependencies();
         if (env.dependencies().isChecking()) {
             QVERIFY(!screen.shows(missing));
-            QCOMPARE(pill->text(), QStringLiteral("Checking Tools"));
+            QCOMPARE(pill->text(), u"Checking Tools"_s);
         }
         QTRY_VERIFY(!env.dependencies().isChecking());
         QVERIFY(screen.shows(missing));
-        QVERIFY(screen.shows(QStringLiteral(
-            "Veldtone can automatically download and set up yt-dlp & ffmpeg for you.")));
-        QVERIFY(screen.button(QStringLiteral("Install Automatically")));
-        QCOMPARE(pill->text(), QStringLiteral("Checking Tools"));
+        QVERIFY(screen.shows(
+            u"Veldtone can automatically download and set up yt-dlp & ffmpeg for you."_s));
+        QCOMPARE(pill->text(), u"Checking Tools"_s);
+
+        QTest::mouseClick(screen.button(u"Install Automatically"_s), Qt::LeftButton);
+        QVERIFY(env.dependencies().isInstalling());
+        QVERIFY(!screen.button(u"Install Automatically"_s));
+        QVERIFY(findNamed(&screen.view, u"In progress"_s));
+        QTRY_VERIFY(!env.dependencies().installProgress().isEmpty());
+        QVERIFY(screen.shows(env.dependencies().installProgress()));
 
         Environment ready(Tools::both);
         QVERIFY(ready.checkTools());
         Screen readyScreen(ready);
-        QCOMPARE(readyScreen.view.findChild<StatusPill*>()->text(),
-                 QStringLiteral("Ready (yt-dlp & ffmpeg)"));
+        QCOMPARE(readyScreen.view.findChild<StatusPill*>()->text(), u"Ready (yt-dlp & ffmpeg)"_s);
         QVERIFY(!readyScreen.shows(missing));
-    }
-
-    void installing()
-    {
-        Environment env(Tools::none);
-        env.pointInstallerAtSilentServer();
-        QVERIFY(env.checkTools());
-        Screen screen(env);
-        QTest::mouseClick(screen.button(QStringLiteral("Install Automatically")), Qt::LeftButton);
-        QVERIFY(env.dependencies().isInstalling());
-        QVERIFY(!screen.button(QStringLiteral("Install Automatically")));
-        QVERIFY(findNamed(&screen.view, QStringLiteral("In progress")));
-        QTRY_VERIFY(!env.dependencies().installProgress().isEmpty());
-        QVERIFY(screen.shows(env.dependencies().installProgress()));
     }
 
     void paste()
     {
         Environment env;
         Screen screen(env);
-        screen.link()->setText(QStringLiteral("old"));
+        screen.link()->setText(u"old"_s);
         QGuiApplication::clipboard()->clear();
-        QTest::mouseClick(screen.button(QStringLiteral("Paste")), Qt::LeftButton);
-        QCOMPARE(screen.view.inputUrl(), QStringLiteral("old"));
+        QTest::mouseClick(screen.button(u"Paste"_s), Qt::LeftButton);
+        QCOMPARE(screen.view.inputUrl(), u"old"_s);
 
-        QGuiApplication::clipboard()->setText(QStringLiteral(" \n https://youtu.be/abc \n"));
-        QTest::mouseClick(screen.button(QStringLiteral("Paste")), Qt::LeftButton);
-        QCOMPARE(screen.view.inputUrl(), QStringLiteral("https://youtu.be/abc"));
+        QGuiApplication::clipboard()->setText(u" \n https://youtu.be/abc \n"_s);
+        QTest::mouseClick(screen.button(u"Paste"_s), Qt::LeftButton);
+        QCOMPARE(screen.view.inputUrl(), u"https://youtu.be/abc"_s);
     }
 
     // A switch between light and dark recolours the screen and keeps the typed link.
@@ -374,7 +342,7 @@ private slots:
     {
         Environment env;
         Screen screen(env);
-        screen.link()->setText(QStringLiteral("https://youtu.be/x"));
+        screen.link()->setText(u"https://youtu.be/x"_s);
         const QPalette light = QApplication::palette();
         const QPalette dark = Theme::palette(Theme::Scheme::dark);
         QApplication::setPalette(dark);
@@ -387,7 +355,7 @@ private slots:
             return QColor();
         };
         QTRY_COMPARE(captionColor(), Theme::secondaryText(dark));
-        QCOMPARE(screen.view.inputUrl(), QStringLiteral("https://youtu.be/x"));
+        QCOMPARE(screen.view.inputUrl(), u"https://youtu.be/x"_s);
         QVERIFY(screen.start()->isEnabled());
         QApplication::setPalette(light);
     }
@@ -399,18 +367,18 @@ private slots:
         Environment env;
         Screen screen(env);
         const QUrl before = env.engine().targetFolder();
-        const QString chosen = env.path() + QStringLiteral("/My Music");
+        const QString chosen = env.path() + u"/My Music"_s;
         QDir().mkpath(chosen);
 
         QTimer::singleShot(0, this, [] {
             auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
             QVERIFY(dialog);
-            QCOMPARE(dialog->windowTitle(), QStringLiteral("Select Download Folder"));
+            QCOMPARE(dialog->windowTitle(), u"Select Download Folder"_s);
             dialog->reject();
         });
-        QTest::mouseClick(screen.button(QStringLiteral("Choose...")), Qt::LeftButton);
+        QTest::mouseClick(screen.button(u"Choose..."_s), Qt::LeftButton);
         QCOMPARE(env.engine().targetFolder(), before);
-        QVERIFY(!env.savedSettings()->contains(QStringLiteral("targetFolder")));
+        QVERIFY(!env.savedSettings()->contains(u"targetFolder"_s));
 
         QTimer::singleShot(0, this, [chosen] {
             auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
@@ -419,11 +387,10 @@ private slots:
             dialog->selectFile(chosen);
             QMetaObject::invokeMethod(dialog, "accept");
         });
-        QTest::mouseClick(screen.button(QStringLiteral("Choose...")), Qt::LeftButton);
+        QTest::mouseClick(screen.button(u"Choose..."_s), Qt::LeftButton);
         QCOMPARE(env.engine().targetFolder().toLocalFile(), chosen);
         QCOMPARE(screen.view.findChild<ElidedLabel*>()->text(), chosen);
-        QCOMPARE(QUrl(env.savedSettings()->value(QStringLiteral("targetFolder")).toString())
-                     .toLocalFile(),
+        QCOMPARE(QUrl(env.savedSettings()->value(u"targetFolder"_s).toString()).toLocalFile(),
                  chosen);
     }
 };

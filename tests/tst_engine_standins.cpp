@@ -9,9 +9,10 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -33,6 +34,23 @@ EngineFixture::Options standIn(const QByteArray& body)
     return {.standInScript = kPrelude + body};
 }
 
+bool writeTool(EngineFixture& fixture, const char* name, const QByteArray& data)
+{
+    return TestSupport::writeFile(fixture.toolsPath() + u'/' + QLatin1String(name), data);
+}
+
+// Starts a metadata fetch; the returned flag turns true once it answered.
+std::shared_ptr<bool> fetch(DownloadEngine& engine, const QString& link,
+                            std::optional<VideoMetadata>& result)
+{
+    auto answered = std::make_shared<bool>(false);
+    engine.fetchMetadata(link, [answered, &result](const std::optional<VideoMetadata>& value) {
+        result = value;
+        *answered = true;
+    });
+    return answered;
+}
+
 } // namespace
 
 // What the real tool cannot be made to do on demand: chosen exit codes, undecodable and
@@ -52,18 +70,17 @@ private slots:
             << QByteArray("echo 'PROGRESS:: 5.0%::1KiB/s::00:09::1MiB'\n"
                           "printf 'WARNING: slow network\\nERROR: [youtube] abc: Video "
                           "unavailable\\n' >&2\nexit 1")
-            << QStringLiteral("[youtube] abc: Video unavailable");
+            << u"[youtube] abc: Video unavailable"_s;
         QTest::newRow("error stream not UTF-8")
             << QByteArray("printf 'ERROR: \\377\\376 broken\\n' >&2\nexit 7")
-            << QStringLiteral("Download failed with exit code 7");
-        QTest::newRow("silent failure")
-            << QByteArray("exit 2") << QStringLiteral("Unknown extraction error");
+            << u"Download failed with exit code 7"_s;
+        QTest::newRow("silent failure") << QByteArray("exit 2") << u"Unknown extraction error"_s;
         QTest::newRow("no marker keeps the text")
-            << QByteArray("printf 'Killed\\n' >&2\nexit 137") << QStringLiteral("Killed\n");
+            << QByteArray("printf 'Killed\\n' >&2\nexit 137") << u"Killed\n"_s;
         QTest::newRow("error after a flood of warnings")
             << QByteArray("yes 'WARNING: noise noise noise noise noise' | head -n 80000 >&2\n"
                           "echo 'ERROR: the real reason' >&2\nexit 1")
-            << QStringLiteral("the real reason");
+            << u"the real reason"_s;
     }
     void failures()
     {
@@ -72,13 +89,13 @@ private slots:
         EngineFixture fixture(standIn(script));
         QVERIFY(fixture.isReady());
         DownloadEngine& engine = fixture.engine();
-        engine.startExtraction(QStringLiteral("https://example.com/v"), std::nullopt, std::nullopt,
-                               std::nullopt, fixture.completionHandler());
+        engine.startExtraction(u"https://example.com/v"_s, std::nullopt, std::nullopt, std::nullopt,
+                               fixture.completionHandler());
         QVERIFY(fixture.waitForEnd());
         QCOMPARE(engine.currentStatus(), DownloadStatus::failed(error));
         QVERIFY(!engine.activeProcess());
         QVERIFY(!engine.lastDownloadedFile());
-        QCOMPARE(engine.currentUrl(), QStringLiteral("https://example.com/v"));
+        QCOMPARE(engine.currentUrl(), u"https://example.com/v"_s);
         QVERIFY(fixture.history().tracks().isEmpty());
         QVERIFY(fixture.completions().isEmpty());
     }
@@ -96,9 +113,9 @@ private slots:
             "head -c 5000 /dev/zero > \"$dest/Flood.mp3\"\n"));
         QVERIFY(fixture.isReady());
         DownloadEngine& engine = fixture.engine();
-        engine.startExtraction(QStringLiteral("https://example.com/flood"));
+        engine.startExtraction(u"https://example.com/flood"_s);
         QVERIFY(fixture.waitForEnd(120000));
-        const QString file = fixture.downloadsPath() + QStringLiteral("/Flood.mp3");
+        const QString file = fixture.downloadsPath() + u"/Flood.mp3"_s;
         QCOMPARE(engine.currentStatus(), DownloadStatus::completed(file));
         // Progress above 100 % is held at 1; every distinct line was published in order.
         int downloading = 0;
@@ -112,7 +129,7 @@ private slots:
         }
         QCOMPARE(last, 1.0);
         QVERIFY2(downloading >= 100, qPrintable(QString::number(downloading)));
-        QCOMPARE(fixture.history().tracks().first().fileSize, QStringLiteral("5 KB"));
+        QCOMPARE(fixture.history().tracks().first().fileSize, u"5 KB"_s);
     }
 
     void locatingTheFile_data()
@@ -124,22 +141,22 @@ private slots:
                           "printf 'aaaa' > \"$dest/A.MP3\"; touch -d '2024-01-01' \"$dest/A.MP3\"\n"
                           "printf 'c' > \"$dest/c.m4a\"; touch -d '2025-01-01' \"$dest/c.m4a\"\n"
                           "printf 'h' > \"$dest/.h.mp3\"; touch -d '2026-01-01' \"$dest/.h.mp3\"\n")
-            << QStringLiteral("A.MP3");
+            << u"A.MP3"_s;
         QTest::newRow("announced file gone")
             << QByteArray("echo \"[ExtractAudio] Destination: $dest/Gone.mp3\"\n"
                           "printf 'real' > \"$dest/Real.mp3\"\n")
-            << QStringLiteral("Real.mp3");
+            << u"Real.mp3"_s;
         QTest::newRow("announced file wins over a newer one")
             << QByteArray("echo \"[download] Destination: $dest/My.Song.webm\"\n"
                           "echo \"[ExtractAudio] Destination: $dest/My.Song.mp3\"\n"
                           "printf 'mine' > \"$dest/My.Song.mp3\"; touch -d '2020-01-01' "
                           "\"$dest/My.Song.mp3\"\n"
                           "printf 'other' > \"$dest/Other.mp3\"\n")
-            << QStringLiteral("My.Song.mp3");
+            << u"My.Song.mp3"_s;
         QTest::newRow("predicted from the download")
             << QByteArray("echo \"[download] Destination: $dest/Clip.webm\"\n"
                           "printf 'clip' > \"$dest/Clip.mp3\"\nprintf 'x' > \"$dest/Zed.mp3\"\n")
-            << QStringLiteral("Clip.mp3");
+            << u"Clip.mp3"_s;
         QTest::newRow("no file at all") << QByteArray("echo done") << QString();
     }
     void locatingTheFile()
@@ -149,25 +166,25 @@ private slots:
         EngineFixture fixture(standIn(script));
         QVERIFY(fixture.isReady());
         DownloadEngine& engine = fixture.engine();
-        const QString link = QStringLiteral("https://example.com/watch?v=1");
-        engine.startExtraction(QStringLiteral(" ") + link, AudioFormat::mp3, AudioQuality::k256,
-                               std::nullopt, fixture.completionHandler());
+        const QString link = u"https://example.com/watch?v=1"_s;
+        engine.startExtraction(u" "_s + link, AudioFormat::mp3, AudioQuality::k256, std::nullopt,
+                               fixture.completionHandler());
         QVERIFY(fixture.waitForEnd());
         QCOMPARE(fixture.completions().size(), 1);
         const HistoryTrack record = fixture.completions().first();
         QCOMPARE(fixture.history().tracks().size(), 1);
         QCOMPARE(fixture.history().tracks().first(), record);
         QCOMPARE(record.youtubeUrl, link);
-        QCOMPARE(record.channel, QStringLiteral("YouTube"));
-        QCOMPARE(record.duration, QStringLiteral("--:--"));
+        QCOMPARE(record.channel, u"YouTube"_s);
+        QCOMPARE(record.duration, u"--:--"_s);
         QCOMPARE(record.quality, AudioQuality(AudioQuality::k256));
         QVERIFY(record.thumbnailUrl.isEmpty());
         if (expectedName.isEmpty()) {
             QCOMPARE(engine.currentStatus(), DownloadStatus::completed(fixture.downloadsPath()));
             QVERIFY(!engine.lastDownloadedFile());
-            QCOMPARE(record.title, QStringLiteral("Extracted Audio"));
+            QCOMPARE(record.title, u"Extracted Audio"_s);
             QVERIFY(record.filePath.isEmpty());
-            QCOMPARE(record.fileSize, QStringLiteral("--"));
+            QCOMPARE(record.fileSize, u"--"_s);
             return;
         }
         const QString path = fixture.downloadsPath() + QLatin1Char('/') + expectedName;
@@ -189,19 +206,17 @@ private slots:
                                       "echo 'PROGRESS:: 12.5%::1.00KiB/s::01:00::1.00MiB'\n"
                                       "while :; do sleep 1; done\n"));
         QVERIFY(fixture.isReady());
-        QVERIFY(QFile::link(QStandardPaths::findExecutable(QStringLiteral("sleep")),
-                            fixture.toolsPath() + QStringLiteral("/fake-ffmpeg")));
-        const QString older = fixture.downloadsPath() + QStringLiteral("/Slow Song.mp3");
-        const QString unrelated = fixture.downloadsPath() + QStringLiteral("/Keep Me.webm.part");
+        QVERIFY(QFile::link(QStandardPaths::findExecutable(u"sleep"_s),
+                            fixture.toolsPath() + u"/fake-ffmpeg"_s));
+        const QString older = fixture.downloadsPath() + u"/Slow Song.mp3"_s;
+        const QString unrelated = fixture.downloadsPath() + u"/Keep Me.webm.part"_s;
         QVERIFY(TestSupport::writeFile(older, "an earlier rip"));
         QVERIFY(TestSupport::writeFile(unrelated, "someone else's"));
-        QVERIFY(QProcess::execute(QStringLiteral("touch"),
-                                  {QStringLiteral("-d"), QStringLiteral("2020-01-01"), older}) ==
-                0);
+        QVERIFY(QProcess::execute(u"touch"_s, {u"-d"_s, u"2020-01-01"_s, older}) == 0);
 
         DownloadEngine& engine = fixture.engine();
-        engine.startExtraction(QStringLiteral("https://example.com/forever"), std::nullopt,
-                               std::nullopt, std::nullopt, fixture.completionHandler());
+        engine.startExtraction(u"https://example.com/forever"_s, std::nullopt, std::nullopt,
+                               std::nullopt, fixture.completionHandler());
         QVERIFY(fixture.waitForKind(DownloadStatus::Kind::downloading));
         QVERIFY(QTest::qWaitFor([&] { return engine.currentStatus().progress() > 0.1; }, 30000));
         QVERIFY(QTest::qWaitFor(
@@ -215,10 +230,7 @@ private slots:
             [&] { return EngineFixture::processesMentioning(fixture.toolsPath()).isEmpty(); },
             15000));
         QVERIFY(QTest::qWaitFor(
-            [&] {
-                return !QFile::exists(fixture.downloadsPath() +
-                                      QStringLiteral("/Slow Song.webm.part"));
-            },
+            [&] { return !QFile::exists(fixture.downloadsPath() + u"/Slow Song.webm.part"_s); },
             15000));
         QVERIFY(QFile::exists(older));
         QVERIFY(QFile::exists(unrelated));
@@ -244,17 +256,17 @@ private slots:
         QVERIFY(fixture.isReady());
         DownloadEngine& engine = fixture.engine();
         QList<HistoryTrack> firstCallbacks;
-        engine.startExtraction(QStringLiteral("https://example.com/first"), std::nullopt,
-                               std::nullopt, std::nullopt,
+        engine.startExtraction(u"https://example.com/first"_s, std::nullopt, std::nullopt,
+                               std::nullopt,
                                [&](const HistoryTrack& track) { firstCallbacks.append(track); });
         QVERIFY(QTest::qWaitFor([&] { return engine.currentStatus().progress() > 0; }, 30000));
         engine.cancel();
         fixture.clearStatuses();
-        engine.startExtraction(QStringLiteral("https://example.com/second"), std::nullopt,
-                               std::nullopt, std::nullopt, fixture.completionHandler());
+        engine.startExtraction(u"https://example.com/second"_s, std::nullopt, std::nullopt,
+                               std::nullopt, fixture.completionHandler());
         QProcess* second = engine.activeProcess();
         QVERIFY(second);
-        QCOMPARE(engine.currentUrl(), QStringLiteral("https://example.com/second"));
+        QCOMPARE(engine.currentUrl(), u"https://example.com/second"_s);
 
         // Long enough for the first job to have ended.
         QTest::qWait(2000);
@@ -263,7 +275,7 @@ private slots:
         QCOMPARE(engine.currentStatus().progress(), 0.5);
 
         QVERIFY(fixture.waitForEnd());
-        const QString file = fixture.downloadsPath() + QStringLiteral("/Second.mp3");
+        const QString file = fixture.downloadsPath() + u"/Second.mp3"_s;
         QCOMPARE(engine.currentStatus(), DownloadStatus::completed(file));
         for (const DownloadStatus& status : fixture.statuses())
             QVERIFY(status.kind() != DownloadStatus::Kind::failed &&
@@ -271,8 +283,7 @@ private slots:
         QVERIFY(firstCallbacks.isEmpty());
         QCOMPARE(fixture.completions().size(), 1);
         QCOMPARE(fixture.history().tracks().size(), 1);
-        QCOMPARE(fixture.history().tracks().first().youtubeUrl,
-                 QStringLiteral("https://example.com/second"));
+        QCOMPARE(fixture.history().tracks().first().youtubeUrl, u"https://example.com/second"_s);
         QVERIFY(QFile::exists(file));
     }
 
@@ -280,12 +291,12 @@ private slots:
     {
         EngineFixture fixture(standIn("exit 0"));
         QVERIFY(fixture.isReady());
-        const QString tool = fixture.toolsPath() + QStringLiteral("/yt-dlp");
+        const QString tool = fixture.toolsPath() + u"/yt-dlp"_s;
         // Found at the check, unusable by the time of the request.
         QVERIFY(QFile::setPermissions(tool, QFileDevice::ReadOwner | QFileDevice::WriteOwner));
         DownloadEngine& engine = fixture.engine();
-        engine.startExtraction(QStringLiteral("https://example.com/v"), std::nullopt, std::nullopt,
-                               std::nullopt, fixture.completionHandler());
+        engine.startExtraction(u"https://example.com/v"_s, std::nullopt, std::nullopt, std::nullopt,
+                               fixture.completionHandler());
         QVERIFY(fixture.waitForEnd());
         QCOMPARE(engine.currentStatus().kind(), DownloadStatus::Kind::failed);
         QVERIFY(!engine.currentStatus().error().isEmpty());
@@ -293,10 +304,18 @@ private slots:
         QVERIFY(fixture.history().tracks().isEmpty());
         QVERIFY(fixture.completions().isEmpty());
 
+        // A fetch that cannot start ends with nothing and lowers its flag.
+        std::optional<VideoMetadata> result = VideoMetadata{};
+        const auto answered = fetch(engine, u"https://example.com/v"_s, result);
+        QVERIFY(engine.isFetchingMetadata());
+        QVERIFY(QTest::qWaitFor([&] { return *answered; }, 30000));
+        QVERIFY(!result);
+        QVERIFY(!engine.isFetchingMetadata());
+
         // The engine is free again.
         QVERIFY(QFile::setPermissions(tool, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
                                                 QFileDevice::ExeOwner));
-        engine.startExtraction(QStringLiteral("https://example.com/v"));
+        engine.startExtraction(u"https://example.com/v"_s);
         QVERIFY(fixture.waitForEnd());
         QCOMPARE(engine.currentStatus().kind(), DownloadStatus::Kind::completed);
     }
@@ -305,91 +324,62 @@ private slots:
     {
         QTest::addColumn<QByteArray>("json");
         QTest::addColumn<int>("exitCode");
-        QTest::addColumn<bool>("found");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("channel");
-        QTest::addColumn<qint64>("seconds");
-        QTest::addColumn<QString>("duration");
-        QTest::addColumn<QString>("webpage");
+        // Title, channel, seconds, duration text and page; empty when nothing is found.
+        QTest::addColumn<QStringList>("expected");
 
-        const QString asked = QStringLiteral("https://example.com/v?x=1");
+        const QString asked = u"https://example.com/v?x=1"_s;
         QTest::newRow("everything")
             << quoted("{'id':'abc','title':'Song','uploader':'Band','channel':'Label',"
                       "'duration':212.9,'thumbnail':'https://i/t.jpg',"
                       "'webpage_url':'https://example.com/page'}")
-            << 0 << true << QStringLiteral("Song") << QStringLiteral("Band") << qint64(212)
-            << QStringLiteral("3:32") << QStringLiteral("https://example.com/page");
+            << 0
+            << QStringList{u"Song"_s, u"Band"_s, u"212"_s, u"3:32"_s,
+                           u"https://example.com/page"_s};
         QTest::newRow("channel when uploader is null")
-            << QByteArray(quoted("{'title':'T','uploader':null,'channel':'Chan','duration':3725}"))
-            << 0 << true << QStringLiteral("T") << QStringLiteral("Chan") << qint64(3725)
-            << QStringLiteral("1:02:05") << asked;
+            << quoted("{'title':'T','uploader':null,'channel':'Chan','duration':3725}") << 0
+            << QStringList{u"T"_s, u"Chan"_s, u"3725"_s, u"1:02:05"_s, asked};
         QTest::newRow("mistyped keys")
-            << QByteArray(
-                   quoted("{'id':12,'title':5,'uploader':[],'duration':'212','thumbnail':1}"))
-            << 0 << true << QStringLiteral("Unknown Title") << QStringLiteral("Unknown Artist")
-            << qint64(0) << QStringLiteral("0:00") << asked;
-        QTest::newRow("top-level array")
-            << QByteArray(quoted("[{'title':'no'}]")) << 0 << false << QString() << QString()
-            << qint64(0) << QString() << QString();
-        QTest::newRow("not JSON") << QByteArray("<html>nope</html>") << 0 << false << QString()
-                                  << QString() << qint64(0) << QString() << QString();
-        QTest::newRow("tool failed")
-            << QByteArray(quoted("{'title':'ignored'}")) << 1 << false << QString() << QString()
-            << qint64(0) << QString() << QString();
+            << quoted("{'id':12,'title':5,'uploader':[],'duration':'212','thumbnail':1}") << 0
+            << QStringList{u"Unknown Title"_s, u"Unknown Artist"_s, u"0"_s, u"0:00"_s, asked};
+        QTest::newRow("not JSON") << QByteArray("<html>nope</html>") << 0 << QStringList();
+        QTest::newRow("tool failed") << quoted("{'title':'ignored'}") << 1 << QStringList();
     }
     void metadata()
     {
         QFETCH(QByteArray, json);
         QFETCH(int, exitCode);
-        QFETCH(bool, found);
+        QFETCH(QStringList, expected);
         EngineFixture fixture(standIn("cat \"$tools/dump.json\"\necho 'ERROR: x' >&2\n"
                                       "exit \"$(cat \"$tools/code\")\""));
         QVERIFY(fixture.isReady());
-        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/dump.json"), json));
-        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/code"),
-                                       QByteArray::number(exitCode)));
         DownloadEngine& engine = fixture.engine();
         std::optional<VideoMetadata> result;
-        bool answered = false;
-        auto done = [&](const std::optional<VideoMetadata>& value) {
-            result = value;
-            answered = true;
-        };
 
         // A successful fetch first, so that clearing at the start can be seen.
-        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/code"), "0"));
-        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/dump.json"),
-                                       quoted("{'title':'Earlier'}")));
-        engine.fetchMetadata(QStringLiteral("https://example.com/earlier"), done);
-        QVERIFY(QTest::qWaitFor([&] { return answered; }, 30000));
-        QCOMPARE(engine.currentMetadata()->title, QStringLiteral("Earlier"));
+        QVERIFY(writeTool(fixture, "code", "0"));
+        QVERIFY(writeTool(fixture, "dump.json", quoted("{'title':'Earlier'}")));
+        auto answered = fetch(engine, u"https://example.com/earlier"_s, result);
+        QVERIFY(QTest::qWaitFor([&] { return *answered; }, 30000));
+        QCOMPARE(engine.currentMetadata()->title, u"Earlier"_s);
 
-        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/dump.json"), json));
-        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/code"),
-                                       QByteArray::number(exitCode)));
-        answered = false;
-        engine.fetchMetadata(QStringLiteral("  https://example.com/v?x=1\n"), done);
+        QVERIFY(writeTool(fixture, "dump.json", json));
+        QVERIFY(writeTool(fixture, "code", QByteArray::number(exitCode)));
+        answered = fetch(engine, u"  https://example.com/v?x=1\n"_s, result);
         QVERIFY(engine.isFetchingMetadata());
         QVERIFY(!engine.currentMetadata());
-        QVERIFY(QTest::qWaitFor([&] { return answered; }, 30000));
+        QVERIFY(QTest::qWaitFor([&] { return *answered; }, 30000));
         QVERIFY(!engine.isFetchingMetadata());
-        QCOMPARE(result.has_value(), found);
+        QCOMPARE(result.has_value(), !expected.isEmpty());
         QCOMPARE(engine.currentMetadata(), result);
-        if (!found)
+        if (!result)
             return;
-        QFETCH(QString, title);
-        QFETCH(QString, channel);
-        QFETCH(qint64, seconds);
-        QFETCH(QString, duration);
-        QFETCH(QString, webpage);
-        QCOMPARE(result->title, title);
-        QCOMPARE(result->channel, channel);
-        QCOMPARE(result->durationSeconds, seconds);
-        QCOMPARE(result->duration, duration);
-        QCOMPARE(result->webpageUrl, webpage);
+        QCOMPARE(
+            (QStringList{result->title, result->channel, QString::number(result->durationSeconds),
+                         result->duration, result->webpageUrl}),
+            expected);
         if (json.contains(quoted("'id':'abc'"))) {
-            QCOMPARE(result->id, QStringLiteral("abc"));
-            QCOMPARE(result->thumbnailUrl, QStringLiteral("https://i/t.jpg"));
+            QCOMPARE(result->id, u"abc"_s);
+            QCOMPARE(result->thumbnailUrl, u"https://i/t.jpg"_s);
         } else {
             // A generated UUID in its standard text form.
             QVERIFY(!QUuid::fromString(result->id).isNull());
@@ -412,34 +402,14 @@ private slots:
         }
         json += quoted("],'uploader':'Someone','duration':61}");
         QVERIFY(json.size() > 8'000'000);
-        QVERIFY(TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/dump.json"), json));
+        QVERIFY(writeTool(fixture, "dump.json", json));
         std::optional<VideoMetadata> result;
-        bool answered = false;
-        fixture.engine().fetchMetadata(QStringLiteral("https://example.com/big"),
-                                       [&](const std::optional<VideoMetadata>& value) {
-                                           result = value;
-                                           answered = true;
-                                       });
-        QVERIFY(QTest::qWaitFor([&] { return answered; }, 60000));
+        const auto answered = fetch(fixture.engine(), u"https://example.com/big"_s, result);
+        QVERIFY(QTest::qWaitFor([&] { return *answered; }, 60000));
         QVERIFY(result);
-        QCOMPARE(result->title, QStringLiteral("Big"));
-        QCOMPARE(result->channel, QStringLiteral("Someone"));
-        QCOMPARE(result->duration, QStringLiteral("1:01"));
-    }
-
-    // A fetch whose tool cannot start ends with nothing and lowers the flag.
-    void metadataToolUnstartable()
-    {
-        EngineFixture fixture(standIn("exit 0"));
-        QVERIFY(fixture.isReady());
-        QVERIFY(QFile::remove(fixture.toolsPath() + QStringLiteral("/yt-dlp")));
-        bool answered = false;
-        fixture.engine().fetchMetadata(
-            QStringLiteral("https://example.com/v"),
-            [&](const std::optional<VideoMetadata>& value) { answered = !value; });
-        QVERIFY(fixture.engine().isFetchingMetadata());
-        QVERIFY(QTest::qWaitFor([&] { return answered; }, 30000));
-        QVERIFY(!fixture.engine().isFetchingMetadata());
+        QCOMPARE(result->title, u"Big"_s);
+        QCOMPARE(result->channel, u"Someone"_s);
+        QCOMPARE(result->duration, u"1:01"_s);
     }
 };
 
