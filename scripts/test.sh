@@ -36,7 +36,7 @@ export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 
 # Fuzz each parser for a bounded time; any crash, leak or sanitizer report fails the run.
 for fuzzer in "$build"/fuzz/fuzz_*; do
-    [ -x "$fuzzer" ] || continue
+    [ -f "$fuzzer" ] && [ -x "$fuzzer" ] || continue
     corpus="$scratch/corpus-$(basename "$fuzzer")"
     mkdir -p "$corpus"
     seeds="$root/fuzz/seeds/$(basename "$fuzzer")"
