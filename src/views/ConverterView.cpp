@@ -564,10 +564,10 @@ void ConverterView::startRip()
 
 void ConverterView::pasteFromClipboard()
 {
-    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    if (!data || !data->hasText())
+    const QMimeData* mime = QGuiApplication::clipboard()->mimeData();
+    if (!mime || !mime->hasText())
         return;
-    m_linkField->setText(data->text().trimmed());
+    m_linkField->setText(mime->text().trimmed());
 }
 
 void ConverterView::selectTargetFolder()
