@@ -28,6 +28,10 @@ QtMultimediaPlayerBackend::QtMultimediaPlayerBackend(QObject* parent)
                     return;
                 post([this, text] { emit errorOccurred(text); });
             });
+    connect(m_player, &QMediaPlayer::positionChanged, this, [this](qint64 ms) {
+        if (m_loaded && m_pendingSeekMs && ms + 100 >= *m_pendingSeekMs)
+            m_pendingSeekMs.reset();
+    });
     connect(m_player, &QMediaPlayer::mediaStatusChanged, this,
             [this](QMediaPlayer::MediaStatus status) {
                 switch (status) {
@@ -35,12 +39,15 @@ QtMultimediaPlayerBackend::QtMultimediaPlayerBackend(QObject* parent)
                 case QMediaPlayer::BufferedMedia:
                     if (!m_loaded && !m_player->source().isEmpty()) {
                         m_loaded = true;
+                        // Keep reporting the target until the pipeline has caught up with it:
+                        // its first positions after the seek can still be the old ones.
                         if (m_pendingSeekMs)
-                            m_player->setPosition(*std::exchange(m_pendingSeekMs, std::nullopt));
+                            m_player->setPosition(*m_pendingSeekMs);
                     }
                     break;
                 case QMediaPlayer::EndOfMedia:
                     m_atEnd = true;
+                    m_pendingSeekMs.reset();
                     post([this] { emit ended(); });
                     break;
                 default:
@@ -111,9 +118,10 @@ void QtMultimediaPlayerBackend::seek(double seconds)
     // Whole days are far beyond any file; the bound keeps the conversion defined.
     const double ms = std::clamp(seconds * 1000.0, 0.0, 1e12);
     m_atEnd = false;
-    if (m_loaded)
+    if (m_loaded) {
+        m_pendingSeekMs.reset();
         m_player->setPosition(static_cast<qint64>(ms));
-    else
+    } else
         m_pendingSeekMs = static_cast<qint64>(ms);
 }
 
