@@ -22,8 +22,6 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -39,13 +37,6 @@
 using namespace ScreenStyle;
 
 namespace {
-
-// The folder's file-system path; a saved plain path (a URL without scheme) counts too.
-QString folderPath(const QUrl& folder)
-{
-    const QString path = folder.isLocalFile() ? folder.toLocalFile() : folder.path();
-    return path.isEmpty() ? path : QDir::cleanPath(path);
-}
 
 const QList<QColor> kStartGradient = {QColor(255, 59, 48), QColor(255, 149, 0)};
 
@@ -572,13 +563,7 @@ void ConverterView::pasteFromClipboard()
 
 void ConverterView::selectTargetFolder()
 {
-    DownloadEngine& engine = m_services.engine;
-    const QString chosen = QFileDialog::getExistingDirectory(
-        this, QStringLiteral("Select Download Folder"), folderPath(engine.targetFolder()));
-    if (chosen.isEmpty())
-        return;
-    engine.setTargetFolder(QUrl::fromLocalFile(chosen));
-    engine.savePreferences();
+    chooseTargetFolder(m_services.engine);
 }
 
 void ConverterView::openTargetFolder()

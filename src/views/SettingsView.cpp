@@ -15,8 +15,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -25,13 +23,6 @@
 using namespace ScreenStyle;
 
 namespace {
-
-// The folder's file-system path; a saved plain path (a URL without scheme) counts too.
-QString folderPath(const QUrl& folder)
-{
-    const QString path = folder.isLocalFile() ? folder.toLocalFile() : folder.path();
-    return path.isEmpty() ? path : QDir::cleanPath(path);
-}
 
 QVBoxLayout* column(QWidget* owner, int spacing)
 {
@@ -275,13 +266,7 @@ QWidget* SettingsView::buildAboutCard()
 
 void SettingsView::chooseFolder()
 {
-    DownloadEngine& engine = m_services.engine;
-    const QString chosen = QFileDialog::getExistingDirectory(
-        this, QStringLiteral("Select Download Folder"), folderPath(engine.targetFolder()));
-    if (chosen.isEmpty())
-        return;
-    engine.setTargetFolder(QUrl::fromLocalFile(chosen));
-    engine.savePreferences();
+    chooseTargetFolder(m_services.engine);
 }
 
 void SettingsView::updateDefaults()

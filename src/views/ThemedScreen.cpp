@@ -1,9 +1,13 @@
 #include "views/ThemedScreen.h"
 
+#include "services/DownloadEngine.h"
 #include "views/components/Theme.h"
 
+#include <QDir>
 #include <QEvent>
+#include <QFileDialog>
 #include <QScrollArea>
+#include <QUrl>
 #include <QVBoxLayout>
 
 ThemedScreen::ThemedScreen(QWidget* parent)
@@ -47,4 +51,20 @@ void ThemedScreen::changeEvent(QEvent* event)
             },
             Qt::QueuedConnection);
     }
+}
+
+QString ThemedScreen::folderPath(const QUrl& folder)
+{
+    const QString path = folder.isLocalFile() ? folder.toLocalFile() : folder.path();
+    return path.isEmpty() ? path : QDir::cleanPath(path);
+}
+
+void ThemedScreen::chooseTargetFolder(DownloadEngine& engine)
+{
+    const QString chosen = QFileDialog::getExistingDirectory(
+        this, QStringLiteral("Select Download Folder"), folderPath(engine.targetFolder()));
+    if (chosen.isEmpty())
+        return;
+    engine.setTargetFolder(QUrl::fromLocalFile(chosen));
+    engine.savePreferences();
 }

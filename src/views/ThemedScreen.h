@@ -2,7 +2,9 @@
 
 #include <QWidget>
 
+class DownloadEngine;
 class QScrollArea;
+class QUrl;
 
 // A screen whose colours are fixed when its parts are made, in a scroll area that fills it.
 // When the appearance turns light or dark, the parts are made again.
@@ -20,6 +22,11 @@ protected:
     void finishContent(QWidget* content);
 
     void changeEvent(QEvent* event) override;
+
+    // The folder's file-system path; a saved plain path (a URL without scheme) counts too.
+    static QString folderPath(const QUrl& folder);
+    // Asks for the download folder and saves a new choice at once.
+    void chooseTargetFolder(DownloadEngine& engine);
 
 private:
     QScrollArea* m_scroll = nullptr;
