@@ -1,4 +1,5 @@
 #include "ColorSchemeWatcher.h"
+#include "StartupStyle.h"
 #include "services/AudioPlayerService.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
@@ -24,7 +25,7 @@ int main(int argc, char** argv)
     // One look on every desktop, coloured by our own light and dark palettes.
     const Theme::Scheme scheme = ColorSchemeWatcher::initialScheme();
     if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
-        QApplication::setStyle(fusion);
+        QApplication::setStyle(new StartupStyle(fusion));
     ColorSchemeWatcher::apply(scheme);
     ColorSchemeWatcher colorScheme;
 
