@@ -90,6 +90,15 @@ void settle(int ms = 150)
         QApplication::processEvents(QEventLoop::AllEvents, 20);
 }
 
+// The tool check starts once events run; the shots show its outcome, not "Checking".
+void settleCheck(const DependencyManager& tools)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (tools.isChecking() && timer.elapsed() < 30000)
+        settle(50);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -163,6 +172,7 @@ int main(int argc, char** argv)
     MainWindow window(services, factory);
     window.show();
     settle(800);
+    settleCheck(dependencies);
 
     int saved = 0;
     auto shoot = [&](const QString& name) {
@@ -246,6 +256,7 @@ int main(int argc, char** argv)
         MainWindow missingWindow(missingServices, missingFactory);
         missingWindow.show();
         settle(1500);
+        settleCheck(missingTools);
         auto shootMissing = [&](const QString& name) {
             settle();
             const QString path = out + u'/' + scheme + u'-' + name + QStringLiteral(".png");
