@@ -7,7 +7,8 @@
 #include <simdjson.h>
 #include <string_view>
 #include <sys/mman.h>
-#include <unordered_map>
+#include <thread>
+#include <vector>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -192,11 +193,21 @@ QString fromUtf8(std::string_view text)
 }
 
 // Durations, sizes and channels repeat across a library; records that share one text share one
-// string, which spares an allocation per field and keeps a large library smaller. The keys point
-// into the parser's memory or the input, which outlive one decode.
+// string, which spares an allocation per field and keeps a large library smaller. A small table
+// indexed by a hash of the text, where a newcomer takes the place of what was there. The keys
+// point into the parser's memory or the input, which outlive one decode.
 class StringPool
 {
 public:
+    // Sized for inputs of this many bytes.
+    explicit StringPool(size_t inputSize)
+    {
+        size_t count = 64;
+        while (count < 2048 && count * 256 < inputSize)
+            count *= 2;
+        m_slots.resize(count);
+    }
+
     QString get(std::string_view text)
     {
         if (const QString* known = find(text))
@@ -208,19 +219,33 @@ public:
 
     const QString* find(std::string_view key) const
     {
-        const auto found = m_strings.find(key);
-        return found == m_strings.end() ? nullptr : &found->second;
+        const Slot& slot = m_slots[index(key)];
+        return slot.key == key && slot.key.data() ? &slot.value : nullptr;
     }
 
     void add(std::string_view key, const QString& value)
     {
-        if (m_strings.size() < kMaxStrings)
-            m_strings.emplace(key, value);
+        Slot& slot = m_slots[index(key)];
+        slot.key = key;
+        slot.value = value;
     }
 
 private:
-    static constexpr size_t kMaxStrings = 8192;
-    std::unordered_map<std::string_view, QString> m_strings;
+    struct Slot
+    {
+        std::string_view key;
+        QString value;
+    };
+
+    size_t index(std::string_view key) const
+    {
+        uint32_t hash = 2166136261u; // FNV-1a
+        for (const char c : key)
+            hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+        return (hash ^ (hash >> 15)) & (m_slots.size() - 1);
+    }
+
+    std::vector<Slot> m_slots;
 };
 
 // A large library's parse touches a couple hundred MB of fresh memory once; on 2 MB pages that
@@ -370,13 +395,13 @@ public:
 
     const char* position() const { return m_p; }
 
-    bool literal(std::string_view text)
+    // Fixed text; its length known when compiled, the comparison needs no call.
+    template <size_t N> bool literal(const char (&text)[N])
     {
-        if (static_cast<size_t>(m_end - m_p) < text.size() ||
-            std::memcmp(m_p, text.data(), text.size()) != 0) {
+        constexpr size_t length = N - 1;
+        if (static_cast<size_t>(m_end - m_p) < length || std::memcmp(m_p, text, length) != 0)
             return false;
-        }
-        m_p += text.size();
+        m_p += length;
         return true;
     }
 
@@ -637,36 +662,88 @@ private:
     const char* const m_end;
 };
 
-// The whole list through OwnFormatReader; no value as soon as anything differs.
-std::optional<QList<HistoryTrack>> decodeOwnFormat(QByteArrayView json, QList<QByteArray>* records)
+// Records separated by commas, from begin to exactly end, appended to tracks and records.
+bool readOwnRecords(const char* begin, const char* end, QList<HistoryTrack>& tracks,
+                    QList<QByteArray>* records)
 {
-    OwnFormatReader reader(json.data(), json.data() + json.size());
-    const char* const end = json.data() + json.size();
-    QList<HistoryTrack> tracks;
-    if (!reader.literal("["))
-        return std::nullopt;
-    if (reader.literal("]"))
-        return reader.position() == end ? std::optional(std::move(tracks)) : std::nullopt;
-    // Records take a little under 500 bytes; reserving for 300 rarely regrows, and pages of
-    // the list that are never written cost nothing.
-    tracks.reserve(json.size() / 300 + 1);
-    if (records) {
-        records->clear();
-        records->reserve(json.size() / 300 + 1);
-    }
-    StringPool pool;
+    OwnFormatReader reader(begin, end);
+    StringPool pool(static_cast<size_t>(end - begin));
     for (;;) {
         const char* const start = reader.position();
         if (!reader.track(tracks.emplace_back(), pool))
-            return std::nullopt;
+            return false;
         if (records)
             records->append(QByteArray::fromRawData(start, reader.position() - start));
-        if (reader.literal(","))
-            continue;
-        if (reader.literal("]") && reader.position() == end)
-            return tracks;
-        return std::nullopt;
+        if (reader.position() == end)
+            return true;
+        if (!reader.literal(","))
+            return false;
     }
+}
+
+// The whole list through OwnFormatReader; no value as soon as anything differs. A large list is
+// read in two halves at once, split where one record ends and the next begins: the comma before
+// an id member. Were that text inside a string instead, one half would fail to read and the
+// strict decoder would decide, as for any other difference.
+std::optional<QList<HistoryTrack>> decodeOwnFormat(QByteArrayView json, QList<QByteArray>* records,
+                                                   qsizetype splitFrom)
+{
+    const char* const begin = json.data();
+    const char* const end = begin + json.size();
+    if (json.size() < 2 || json.front() != '[' || json.back() != ']')
+        return std::nullopt;
+    QList<HistoryTrack> tracks;
+    if (records)
+        records->clear();
+    if (json.size() == 2)
+        return tracks;
+    // Records take a little under 500 bytes; reserving for 300 rarely regrows, and pages of
+    // the list that are never written cost nothing.
+    const qsizetype expected = json.size() / 300 + 1;
+    tracks.reserve(expected);
+    if (records)
+        records->reserve(expected);
+    const bool large = static_cast<size_t>(json.size()) >= kLargeInput;
+    if (large) {
+        adviseHugePages(tracks.constData(), static_cast<size_t>(expected) * sizeof(HistoryTrack));
+        if (records)
+            adviseHugePages(records->constData(),
+                            static_cast<size_t>(expected) * sizeof(QByteArray));
+    }
+
+    constexpr std::string_view kBoundary = "},{\"id\":\"";
+    const char* split = nullptr;
+    if (json.size() >= splitFrom) {
+        const std::string_view rest(begin + json.size() / 2,
+                                    static_cast<size_t>(end - begin) -
+                                        static_cast<size_t>(json.size() / 2));
+        if (const size_t found = rest.find(kBoundary); found != std::string_view::npos)
+            split = rest.data() + found + 1;
+    }
+    if (!split) {
+        if (!readOwnRecords(begin + 1, end - 1, tracks, records))
+            return std::nullopt;
+        return tracks;
+    }
+
+    QList<HistoryTrack> secondTracks;
+    QList<QByteArray> secondRecords;
+    secondTracks.reserve(expected / 2 + 1);
+    if (records)
+        secondRecords.reserve(expected / 2 + 1);
+    bool secondRead = false;
+    std::thread second([&] {
+        secondRead =
+            readOwnRecords(split + 1, end - 1, secondTracks, records ? &secondRecords : nullptr);
+    });
+    const bool firstRead = readOwnRecords(begin + 1, split, tracks, records);
+    second.join();
+    if (!firstRead || !secondRead)
+        return std::nullopt;
+    tracks.append(std::move(secondTracks));
+    if (records)
+        records->append(std::move(secondRecords));
+    return tracks;
 }
 
 } // namespace
@@ -723,14 +800,15 @@ std::optional<QByteArray> encode(const QList<HistoryTrack>& tracks)
 
 std::optional<QList<HistoryTrack>> decode(QByteArrayView json, QString* error, bool padded)
 {
-    if (std::optional<QList<HistoryTrack>> own = decodeOwnFormat(json, nullptr))
+    if (std::optional<QList<HistoryTrack>> own = decodeOwnFormat(json, nullptr, kSplitInput))
         return own;
     return decodeStrict(json, error, padded);
 }
 
-std::optional<QList<HistoryTrack>> decodeOwn(QByteArrayView json, QList<QByteArray>* records)
+std::optional<QList<HistoryTrack>> decodeOwn(QByteArrayView json, QList<QByteArray>* records,
+                                             qsizetype splitFrom)
 {
-    return decodeOwnFormat(json, records);
+    return decodeOwnFormat(json, records, splitFrom);
 }
 
 std::optional<QList<HistoryTrack>> decodeStrict(QByteArrayView json, QString* error, bool padded)
@@ -761,7 +839,7 @@ std::optional<QList<HistoryTrack>> decodeStrict(QByteArrayView json, QString* er
         return fail(QStringLiteral("not a JSON array"));
 
     QList<HistoryTrack> tracks;
-    StringPool pool;
+    StringPool pool(length);
     tracks.reserve(static_cast<qsizetype>(array.size()));
     if (length >= kLargeInput)
         adviseHugePages(tracks.constData(),
