@@ -323,20 +323,6 @@ private slots:
         QVERIFY(!readyScreen.shows(missing));
     }
 
-    void paste()
-    {
-        Environment env;
-        Screen screen(env);
-        screen.link()->setText(u"old"_s);
-        QGuiApplication::clipboard()->clear();
-        QTest::mouseClick(screen.button(u"Paste"_s), Qt::LeftButton);
-        QCOMPARE(screen.view.inputUrl(), u"old"_s);
-
-        QGuiApplication::clipboard()->setText(u" \n https://youtu.be/abc \n"_s);
-        QTest::mouseClick(screen.button(u"Paste"_s), Qt::LeftButton);
-        QCOMPARE(screen.view.inputUrl(), u"https://youtu.be/abc"_s);
-    }
-
     // A switch between light and dark recolours the screen and keeps the typed link.
     void appearanceSwitch()
     {
