@@ -7,7 +7,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QSignalSpy>
-#include <QStandardPaths>
 #include <QTest>
 
 using namespace ScreenFixture;
@@ -72,8 +71,6 @@ class TestAccessibility : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     void converterControls()
     {
         Environment env(Tools::none);

@@ -13,7 +13,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
-#include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
 
@@ -46,8 +45,6 @@ class TestConverterView : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     void rippingTitle_data()
     {
         QTest::addColumn<AudioFormat>("format");

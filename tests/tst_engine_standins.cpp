@@ -60,8 +60,6 @@ class TestEngineStandins : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     void failures_data()
     {
         QTest::addColumn<QByteArray>("script");
