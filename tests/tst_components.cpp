@@ -72,25 +72,6 @@ private slots:
         QVERIFY(!Symbols::icon(u"play.fill"_s, Qt::white).isNull());
     }
 
-    void fillStops_data()
-    {
-        QTest::addColumn<QList<QColor>>("gradient");
-        QTest::addColumn<QGradientStops>("stops");
-        QTest::newRow("three evenly spaced")
-            << QList<QColor>{Qt::red, Qt::green, Qt::blue}
-            << QGradientStops{{0, Qt::red}, {0.5, Qt::green}, {1, Qt::blue}};
-        QTest::newRow("one colour is flat")
-            << QList<QColor>{Qt::blue} << QGradientStops{{0, Qt::blue}, {1, Qt::blue}};
-        QTest::newRow("empty") << QList<QColor>{} << QGradientStops{};
-    }
-    void fillStops()
-    {
-        QFETCH(QList<QColor>, gradient);
-        QFETCH(QGradientStops, stops);
-        QCOMPARE(GradientButton::fillStops(gradient, true, Theme::palette(Theme::Scheme::light)),
-                 stops);
-    }
-
     // Clicking, keyboard focus and the screen reader's press all follow the enabled state.
     void buttonEnabling()
     {

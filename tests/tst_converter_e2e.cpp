@@ -8,7 +8,6 @@
 
 #include <QFileInfo>
 #include <QLineEdit>
-#include <QStandardPaths>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -20,8 +19,6 @@ class TestConverterEndToEnd : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     void ripAndPlay()
     {
         MediaServer server;

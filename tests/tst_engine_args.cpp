@@ -45,8 +45,6 @@ class TestEngineArgs : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     void arguments_data()
     {
         QTest::addColumn<AudioFormat>("format");

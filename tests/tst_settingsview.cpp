@@ -10,7 +10,6 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QSignalSpy>
-#include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
 
@@ -56,8 +55,6 @@ class TestSettingsView : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     // Every change is written at once and comes back after a restart.
     void changesSurviveRestart()
     {

@@ -13,15 +13,11 @@
 #include "views/HistoryView.h"
 #include "views/MainWindow.h"
 #include "views/ScreenFactory.h"
-#include "views/components/GlassCard.h"
-#include "views/components/GradientButton.h"
 #include "views/components/Theme.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QHBoxLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
@@ -305,35 +301,9 @@ void shootLibraryAndBatch(Shooter& shoot)
     env.history().waitForSaves();
 }
 
-// The painted components on their own, enabled and disabled, and the application icon.
-void shootComponents(Shooter& shoot, const QString& scheme)
+// The application icon at a launcher's and a title bar's size.
+void shootIcon(Shooter& shoot)
 {
-    QWidget gallery;
-    gallery.setAutoFillBackground(true);
-    auto* column = new QVBoxLayout(&gallery);
-    column->setContentsMargins(24, 24, 24, 24);
-    column->setSpacing(16);
-    column->addWidget(
-        new GlassCard(new QLabel(u"A GlassCard with its default radius and inset."_s)));
-    column->addWidget(new GlassCard(new QLabel(u"Radius 10, inset 10."_s), 10, 10));
-    const QList<QColor> rip = {Theme::red(gallery.palette()), Theme::orange(gallery.palette())};
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(
-        new GradientButton(u"Start Ripping"_s, u"arrow.down.to.line.compact"_s, rip));
-    auto* disabled = new GradientButton(u"Start Ripping"_s, u"arrow.down.to.line.compact"_s, rip);
-    disabled->setEnabled(false);
-    buttons->addWidget(disabled);
-    buttons->addWidget(
-        new GradientButton(u"Go"_s, u"play.fill"_s, {Theme::accent(gallery.palette())}));
-    buttons->addStretch(1);
-    column->addLayout(buttons);
-    column->addStretch(1);
-    gallery.resize(640, 320);
-    gallery.show();
-    settle(300);
-    shoot.save(gallery.grab(), scheme + u"-components"_s);
-
-    // At a launcher's and a title bar's size.
     QPixmap icons(256 + 48 + 24 + 16, 256);
     icons.fill(Qt::transparent);
     QPainter painter(&icons);
@@ -367,6 +337,6 @@ int main(int argc, char** argv)
     shootWindow(shoot);
     shootToolsMissing(shoot);
     shootLibraryAndBatch(shoot);
-    shootComponents(shoot, scheme);
+    shootIcon(shoot);
     return shoot.saved() > 0 ? 0 : 1;
 }

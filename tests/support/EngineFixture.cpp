@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
 
@@ -22,6 +23,8 @@ EngineFixture::EngineFixture()
 EngineFixture::EngineFixture(Options options)
     : m_wantYtDlp(options.withYtDlp)
 {
+    // Nothing a test runs may reach the user's own folders.
+    QStandardPaths::setTestModeEnabled(true);
     QDir(m_root.path()).mkpath(u"downloads"_s);
     QDir(m_root.path()).mkpath(u"library"_s);
     QDir(m_root.path()).mkpath(u"tools"_s);

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -34,6 +35,8 @@ Environment::Environment(Tools tools, bool systemTools, const QString& folder)
     : m_tools(tools)
     , m_systemTools(systemTools)
 {
+    // Nothing a test runs may reach the user's own folders.
+    QStandardPaths::setTestModeEnabled(true);
     if (folder.isEmpty()) {
         m_dir = std::make_unique<QTemporaryDir>();
         m_folder = m_dir->path();
