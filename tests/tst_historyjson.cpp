@@ -144,6 +144,8 @@ private slots:
         const auto decoded = HistoryTrackJson::decode(json, &error);
         QVERIFY2(decoded, qPrintable(error));
         QCOMPARE(*decoded, tracks);
+        QCOMPARE(HistoryTrackJson::decodeOwn(json), decoded); // our own file takes the fast path
+        QCOMPARE(HistoryTrackJson::decodeOwn(json, nullptr, 0), decoded); // and in two halves
         // Every date comes back to the same bits, so writing again gives the same bytes.
         QCOMPARE(HistoryTrackJson::encode(*decoded).value(), json);
         // Decoding from a padded buffer reads the same records in place.
@@ -175,6 +177,32 @@ private slots:
         QCOMPARE(track.quality, AudioQuality::k128);
         QCOMPARE(track.completedAt, 42.0);
         QCOMPARE(HistoryTrackJson::decode("[]")->size(), 0);
+    }
+
+    void fastPathTakesOnlyOurOwnBytes_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        const QByteArray good = list(recordWith({}, {}));
+        const auto with = [&good](const char* from, const char* to) {
+            return QByteArray(good).replace(from, to);
+        };
+        QTest::newRow("lower-case id") << with("0A1B2C3D", "0a1b2c3d");
+        QTest::newRow("plain slash") << with("\\/a.mp3", "/a.mp3");
+        QTest::newRow("escaped letter") << with("\"t\"", "\"\\u0074\"");
+        QTest::newRow("long date") << with("1.5,", "1.50,");
+        QTest::newRow("exponent date") << with("1.5,", "15e-1,");
+        QTest::newRow("minus zero") << with("1.5,", "-0,");
+        QTest::newRow("space") << with(",\"title\"", ", \"title\"");
+        QTest::newRow("trailing newline") << good + '\n';
+        QTest::newRow("extra member") << with("{\"id\"", "{\"x\":1,\"id\"");
+    }
+    void fastPathTakesOnlyOurOwnBytes()
+    {
+        QFETCH(QByteArray, json);
+        QVERIFY(HistoryTrackJson::decodeOwn(list(recordWith({}, {}))));
+        QVERIFY(!HistoryTrackJson::decodeOwn(json));
+        // The strict decoder still reads these, so nothing another writer made is lost.
+        QVERIFY(HistoryTrackJson::decode(json));
     }
 
     void failsWholeListStrictly_data()

@@ -175,6 +175,42 @@ private slots:
         QVERIFY(reopened.tracks().isEmpty());
     }
 
+    // Saves reuse each loaded record's bytes; after every kind of change the file must still be
+    // exactly the list held, whether the library was loaded from our own file or another's.
+    void savesTheListItHolds_data()
+    {
+        QTest::addColumn<bool>("ownFile");
+        QTest::newRow("our own file") << true;
+        QTest::newRow("another writer's file") << false;
+    }
+    void savesTheListItHolds()
+    {
+        QFETCH(bool, ownFile);
+        QTemporaryDir dir;
+        QList<HistoryTrack> tracks;
+        for (int i = 0; i < 6; ++i)
+            tracks << track(u"/m/%1.mp3"_s.arg(i));
+        QByteArray json = HistoryTrackJson::encode(tracks).value();
+        if (!ownFile)
+            json.replace("\\/", "/"); // the same records in other bytes
+        QVERIFY(writeFile(dir.filePath(u"history.json"_s), json));
+        HistoryStore store(dir.path());
+        QCOMPARE(store.tracks(), tracks);
+        const auto saved = [&store] {
+            store.waitForSaves();
+            return readFile(store.fileURL()) == HistoryTrackJson::encode(store.tracks()).value();
+        };
+        store.addTrack(track(u"/m/3.mp3"_s));
+        QVERIFY(saved());
+        store.addTrack(track(u"/m/new.mp3"_s));
+        QVERIFY(saved());
+        store.removeTrack(QSet<int>{2, 5});
+        QVERIFY(saved());
+        store.removeTrack(tracks[5]);
+        QVERIFY(saved());
+        QCOMPARE(paths(store.tracks()).join(u' '), u"/m/new.mp3 /m/3.mp3 /m/1.mp3 /m/2.mp3"_s);
+    }
+
     // A file that cannot be read is kept aside, under a name not yet taken, at the first save;
     // a blank file is simply an empty library.
     void keepsUnreadableFileAside_data()

@@ -3,10 +3,16 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <simdjson.h>
 #include <string_view>
 #include <sys/mman.h>
-#include <unordered_map>
+#include <thread>
+#include <vector>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 static_assert(static_cast<size_t>(HistoryTrackJson::kReadPadding) >= simdjson::SIMDJSON_PADDING);
 
@@ -115,15 +121,19 @@ void appendUuid(QByteArray& out, const QUuid& id)
 
 // The shortest digits that read back as the same double, in plain decimal form for everyday
 // magnitudes (785000000, 785000000.25) and exponent form only for very large or tiny ones.
+char* writeNumber(char (&number)[64], double value)
+{
+    const double magnitude = std::fabs(value);
+    const bool plain = value == 0 || (magnitude >= 1e-4 && magnitude < 9007199254740992.0);
+    return std::to_chars(number, number + sizeof number, value,
+                         plain ? std::chars_format::fixed : std::chars_format::scientific)
+        .ptr;
+}
+
 void appendNumber(QByteArray& out, double value)
 {
     char number[64];
-    const double magnitude = std::fabs(value);
-    const bool plain = value == 0 || (magnitude >= 1e-4 && magnitude < 9007199254740992.0);
-    const auto result =
-        std::to_chars(number, number + sizeof number, value,
-                      plain ? std::chars_format::fixed : std::chars_format::scientific);
-    out.append(number, result.ptr - number);
+    out.append(number, writeNumber(number, value) - number);
 }
 
 int hexValue(char c)
@@ -183,24 +193,59 @@ QString fromUtf8(std::string_view text)
 }
 
 // Durations, sizes and channels repeat across a library; records that share one text share one
-// string, which spares an allocation per field and keeps a large library smaller. The keys point
-// into the parser's memory, which outlives one decode.
+// string, which spares an allocation per field and keeps a large library smaller. A small table
+// indexed by a hash of the text, where a newcomer takes the place of what was there. The keys
+// point into the parser's memory or the input, which outlive one decode.
 class StringPool
 {
 public:
+    // Sized for inputs of this many bytes.
+    explicit StringPool(size_t inputSize)
+    {
+        size_t count = 64;
+        while (count < 2048 && count * 256 < inputSize)
+            count *= 2;
+        m_slots.resize(count);
+    }
+
     QString get(std::string_view text)
     {
-        if (const auto found = m_strings.find(text); found != m_strings.end())
-            return found->second;
+        if (const QString* known = find(text))
+            return *known;
         QString value = fromUtf8(text);
-        if (m_strings.size() < kMaxStrings)
-            m_strings.emplace(text, value);
+        add(text, value);
         return value;
     }
 
+    const QString* find(std::string_view key) const
+    {
+        const Slot& slot = m_slots[index(key)];
+        return slot.key == key && slot.key.data() ? &slot.value : nullptr;
+    }
+
+    void add(std::string_view key, const QString& value)
+    {
+        Slot& slot = m_slots[index(key)];
+        slot.key = key;
+        slot.value = value;
+    }
+
 private:
-    static constexpr size_t kMaxStrings = 8192;
-    std::unordered_map<std::string_view, QString> m_strings;
+    struct Slot
+    {
+        std::string_view key;
+        QString value;
+    };
+
+    size_t index(std::string_view key) const
+    {
+        uint32_t hash = 2166136261u; // FNV-1a
+        for (const char c : key)
+            hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+        return (hash ^ (hash >> 15)) & (m_slots.size() - 1);
+    }
+
+    std::vector<Slot> m_slots;
 };
 
 // A large library's parse touches a couple hundred MB of fresh memory once; on 2 MB pages that
@@ -336,6 +381,371 @@ QString decodeTrack(simdjson::dom::element element, HistoryTrack& track, StringP
     return {};
 }
 
+// Reads the library file exactly as appendTrack() writes it, straight into QStrings, without a
+// parse tree or a copy of each text. It gives up at the first byte that differs from what the
+// encoder would have written, so whatever it accepts is a file that encode() reproduces byte
+// for byte, and which the strict decoder reads to the same records.
+class OwnFormatReader
+{
+public:
+    OwnFormatReader(const char* begin, const char* end)
+        : m_p(begin)
+        , m_end(end)
+    {}
+
+    const char* position() const { return m_p; }
+
+    // Fixed text; its length known when compiled, the comparison needs no call.
+    template <size_t N> bool literal(const char (&text)[N])
+    {
+        constexpr size_t length = N - 1;
+        if (static_cast<size_t>(m_end - m_p) < length || std::memcmp(m_p, text, length) != 0)
+            return false;
+        m_p += length;
+        return true;
+    }
+
+    bool track(HistoryTrack& track, StringPool& pool)
+    {
+        return literal("{\"id\":\"") && uuid(track.id) && literal(",\"title\":\"") &&
+               string(track.title) && literal(",\"channel\":\"") && pooled(track.channel, pool) &&
+               literal(",\"duration\":\"") && pooled(track.duration, pool) &&
+               literal(",\"format\":\"") && raw(track.format) && literal(",\"quality\":\"") &&
+               raw(track.quality) && literal(",\"filePath\":\"") && string(track.filePath) &&
+               literal(",\"fileSize\":\"") && pooled(track.fileSize, pool) &&
+               literal(",\"thumbnailUrl\":\"") && string(track.thumbnailUrl) &&
+               literal(",\"completedAt\":") && number(track.completedAt) &&
+               literal(",\"youtubeUrl\":\"") && string(track.youtubeUrl) && literal("}");
+    }
+
+private:
+    // The quote that closes the string starting at m_p: the first one after an even run of
+    // backslashes.
+    const char* stringEnd() const
+    {
+        for (const char* from = m_p;;) {
+            const auto* quote = static_cast<const char*>(std::memchr(from, '"', m_end - from));
+            if (!quote)
+                return nullptr;
+            const char* escape = quote;
+            while (escape != m_p && escape[-1] == '\\')
+                --escape;
+            if ((quote - escape) % 2 == 0)
+                return quote;
+            from = quote + 1;
+        }
+    }
+
+    // The string's characters after the opening quote, up to and including the closing one.
+    bool string(QString& out)
+    {
+        const char* const end = stringEnd();
+        if (!end)
+            return false;
+        out = QString(end - m_p, Qt::Uninitialized);
+        char16_t* const begin = reinterpret_cast<char16_t*>(out.data());
+        char16_t* const written = decodeText(m_p, end, begin);
+        if (!written)
+            return false;
+        out.truncate(written - begin);
+        m_p = end + 1;
+        return true;
+    }
+
+    // Equal bytes decode to equal text, so a text seen before is shared without decoding.
+    bool pooled(QString& out, StringPool& pool)
+    {
+        const char* const end = stringEnd();
+        if (!end)
+            return false;
+        const std::string_view bytes(m_p, static_cast<size_t>(end - m_p));
+        if (const QString* known = pool.find(bytes)) {
+            out = *known;
+            m_p = end + 1;
+            return true;
+        }
+        if (!string(out))
+            return false;
+        pool.add(bytes, out);
+        return true;
+    }
+
+    // Unescapes and widens [s, end) into out; null when anything is not as the encoder writes
+    // it: a raw "/" or control character, another escape form, or bytes that are not UTF-8.
+    static char16_t* decodeText(const char* s, const char* end, char16_t* out)
+    {
+        while (s != end) {
+#ifdef __SSE2__
+            // Sixteen plain ASCII bytes at a time, which is nearly all of a library.
+            while (end - s >= 16) {
+                const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s));
+                const __m128i special = _mm_or_si128(
+                    _mm_cmplt_epi8(bytes, _mm_set1_epi8(0x20)), // controls and non-ASCII
+                    _mm_or_si128(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\')),
+                                 _mm_cmpeq_epi8(bytes, _mm_set1_epi8('/'))));
+                const int mask = _mm_movemask_epi8(special);
+                const __m128i zero = _mm_setzero_si128();
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(out), _mm_unpacklo_epi8(bytes, zero));
+                _mm_storeu_si128(reinterpret_cast<__m128i*>(out + 8),
+                                 _mm_unpackhi_epi8(bytes, zero));
+                const int plain = mask ? __builtin_ctz(static_cast<unsigned>(mask)) : 16;
+                s += plain;
+                out += plain;
+                if (mask)
+                    break;
+            }
+            if (s == end)
+                break;
+#endif
+            const auto c = static_cast<unsigned char>(*s);
+            if (c >= 0x20 && c < 0x80 && c != '\\' && c != '/') {
+                *out++ = c;
+                ++s;
+            } else if (c == '\\') {
+                if (!(s = unescape(s, end, out)))
+                    return nullptr;
+            } else if (c >= 0x80) {
+                if (!(s = decodeUtf8(s, end, out)))
+                    return nullptr;
+            } else {
+                return nullptr;
+            }
+        }
+        return out;
+    }
+
+    static const char* unescape(const char* s, const char* end, char16_t*& out)
+    {
+        if (end - s < 2)
+            return nullptr;
+        switch (s[1]) {
+        case '"':
+        case '\\':
+        case '/':
+            *out++ = static_cast<char16_t>(s[1]);
+            return s + 2;
+        case 'b':
+            *out++ = u'\b';
+            return s + 2;
+        case 'f':
+            *out++ = u'\f';
+            return s + 2;
+        case 'n':
+            *out++ = u'\n';
+            return s + 2;
+        case 'r':
+            *out++ = u'\r';
+            return s + 2;
+        case 't':
+            *out++ = u'\t';
+            return s + 2;
+        case 'u': {
+            // Only the lower-case "u00xx" form, for a control character without a short form.
+            if (end - s < 6 || s[2] != '0' || s[3] != '0' || (s[4] != '0' && s[4] != '1'))
+                return nullptr;
+            const int low = hexValue(s[5]);
+            if (low < 0 || (s[5] >= 'A' && s[5] <= 'F'))
+                return nullptr;
+            const auto code = static_cast<char16_t>((s[4] - '0') << 4 | low);
+            if (code == u'\b' || code == u'\f' || code == u'\n' || code == u'\r' || code == u'\t')
+                return nullptr;
+            *out++ = code;
+            return s + 6;
+        }
+        default:
+            return nullptr;
+        }
+    }
+
+    // One well-formed UTF-8 sequence: no overlong forms, no surrogates, nothing past U+10FFFF.
+    static const char* decodeUtf8(const char* s, const char* end, char16_t*& out)
+    {
+        const auto byte = [s](int i) { return static_cast<unsigned char>(s[i]); };
+        const auto follows = [](unsigned char b, unsigned char low, unsigned char high) {
+            return b >= low && b <= high;
+        };
+        const unsigned char c = byte(0);
+        if (c >= 0xC2 && c <= 0xDF) {
+            if (end - s < 2 || !follows(byte(1), 0x80, 0xBF))
+                return nullptr;
+            *out++ = static_cast<char16_t>((c & 0x1F) << 6 | (byte(1) & 0x3F));
+            return s + 2;
+        }
+        if (c >= 0xE0 && c <= 0xEF) {
+            if (end - s < 3 ||
+                !follows(byte(1), c == 0xE0 ? 0xA0 : 0x80, c == 0xED ? 0x9F : 0xBF) ||
+                !follows(byte(2), 0x80, 0xBF)) {
+                return nullptr;
+            }
+            *out++ =
+                static_cast<char16_t>((c & 0x0F) << 12 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F));
+            return s + 3;
+        }
+        if (c >= 0xF0 && c <= 0xF4) {
+            if (end - s < 4 ||
+                !follows(byte(1), c == 0xF0 ? 0x90 : 0x80, c == 0xF4 ? 0x8F : 0xBF) ||
+                !follows(byte(2), 0x80, 0xBF) || !follows(byte(3), 0x80, 0xBF)) {
+                return nullptr;
+            }
+            const char32_t code = (c & 0x07) << 18 | (byte(1) & 0x3F) << 12 |
+                                  (byte(2) & 0x3F) << 6 | (byte(3) & 0x3F);
+            *out++ = QChar::highSurrogate(code);
+            *out++ = QChar::lowSurrogate(code);
+            return s + 4;
+        }
+        return nullptr;
+    }
+
+    // Upper-case hexadecimal in the hyphenated form, then the closing quote.
+    bool uuid(QUuid& out)
+    {
+        if (m_end - m_p < 37 || m_p[36] != '"')
+            return false;
+        for (int i = 0; i < 36; ++i) {
+            const char c = m_p[i];
+            const bool hyphen = i == 8 || i == 13 || i == 18 || i == 23;
+            if (hyphen ? c != '-' : !((c >= '0' && c <= '9') || (c >= 'A' && c <= 'F')))
+                return false;
+        }
+        const std::optional<QUuid> id = parseUuid(std::string_view(m_p, 36));
+        if (!id)
+            return false;
+        out = *id;
+        m_p += 37;
+        return true;
+    }
+
+    // A format or quality raw value, which never needs an escape.
+    template <typename Raw> bool raw(Raw& out)
+    {
+        const auto* end = static_cast<const char*>(std::memchr(m_p, '"', m_end - m_p));
+        if (!end)
+            return false;
+        const std::string_view text(m_p, static_cast<size_t>(end - m_p));
+        if (text.find('\\') != std::string_view::npos)
+            return false;
+        const auto value = fromShortRaw<Raw>(text);
+        if (!value)
+            return false;
+        out = *value;
+        m_p = end + 1;
+        return true;
+    }
+
+    // A number in the encoder's shortest form: written back, it gives the same digits. Minus
+    // zero is left to the strict decoder, which reads it as zero.
+    bool number(double& out)
+    {
+        const char* end = m_p;
+        while (end != m_end && ((*end >= '0' && *end <= '9') || *end == '.' || *end == 'e' ||
+                                *end == '+' || *end == '-')) {
+            ++end;
+        }
+        if (end == m_p || end - m_p > 40)
+            return false;
+        double value = 0;
+        const auto parsed = std::from_chars(m_p, end, value);
+        if (parsed.ec != std::errc() || parsed.ptr != end || !std::isfinite(value) ||
+            (value == 0 && std::signbit(value))) {
+            return false;
+        }
+        char again[64];
+        const char* againEnd = writeNumber(again, value);
+        if (againEnd - again != end - m_p || std::memcmp(again, m_p, end - m_p) != 0)
+            return false;
+        out = value;
+        m_p = end;
+        return true;
+    }
+
+    const char* m_p;
+    const char* const m_end;
+};
+
+// Records separated by commas, from begin to exactly end, appended to tracks and records.
+bool readOwnRecords(const char* begin, const char* end, QList<HistoryTrack>& tracks,
+                    QList<QByteArray>* records)
+{
+    OwnFormatReader reader(begin, end);
+    StringPool pool(static_cast<size_t>(end - begin));
+    for (;;) {
+        const char* const start = reader.position();
+        if (!reader.track(tracks.emplace_back(), pool))
+            return false;
+        if (records)
+            records->append(QByteArray::fromRawData(start, reader.position() - start));
+        if (reader.position() == end)
+            return true;
+        if (!reader.literal(","))
+            return false;
+    }
+}
+
+// The whole list through OwnFormatReader; no value as soon as anything differs. A large list is
+// read in two halves at once, split where one record ends and the next begins: the comma before
+// an id member. Were that text inside a string instead, one half would fail to read and the
+// strict decoder would decide, as for any other difference.
+std::optional<QList<HistoryTrack>> decodeOwnFormat(QByteArrayView json, QList<QByteArray>* records,
+                                                   qsizetype splitFrom)
+{
+    const char* const begin = json.data();
+    const char* const end = begin + json.size();
+    if (json.size() < 2 || json.front() != '[' || json.back() != ']')
+        return std::nullopt;
+    QList<HistoryTrack> tracks;
+    if (records)
+        records->clear();
+    if (json.size() == 2)
+        return tracks;
+    // Records take a little under 500 bytes; reserving for 300 rarely regrows, and pages of
+    // the list that are never written cost nothing.
+    const qsizetype expected = json.size() / 300 + 1;
+    tracks.reserve(expected);
+    if (records)
+        records->reserve(expected);
+    const bool large = static_cast<size_t>(json.size()) >= kLargeInput;
+    if (large) {
+        adviseHugePages(tracks.constData(), static_cast<size_t>(expected) * sizeof(HistoryTrack));
+        if (records)
+            adviseHugePages(records->constData(),
+                            static_cast<size_t>(expected) * sizeof(QByteArray));
+    }
+
+    constexpr std::string_view kBoundary = "},{\"id\":\"";
+    const char* split = nullptr;
+    if (json.size() >= splitFrom) {
+        const std::string_view rest(begin + json.size() / 2,
+                                    static_cast<size_t>(end - begin) -
+                                        static_cast<size_t>(json.size() / 2));
+        if (const size_t found = rest.find(kBoundary); found != std::string_view::npos)
+            split = rest.data() + found + 1;
+    }
+    if (!split) {
+        if (!readOwnRecords(begin + 1, end - 1, tracks, records))
+            return std::nullopt;
+        return tracks;
+    }
+
+    QList<HistoryTrack> secondTracks;
+    QList<QByteArray> secondRecords;
+    secondTracks.reserve(expected / 2 + 1);
+    if (records)
+        secondRecords.reserve(expected / 2 + 1);
+    bool secondRead = false;
+    std::thread second([&] {
+        secondRead =
+            readOwnRecords(split + 1, end - 1, secondTracks, records ? &secondRecords : nullptr);
+    });
+    const bool firstRead = readOwnRecords(begin + 1, split, tracks, records);
+    second.join();
+    if (!firstRead || !secondRead)
+        return std::nullopt;
+    tracks.append(std::move(secondTracks));
+    if (records)
+        records->append(std::move(secondRecords));
+    return tracks;
+}
+
 } // namespace
 
 namespace HistoryTrackJson {
@@ -390,6 +800,19 @@ std::optional<QByteArray> encode(const QList<HistoryTrack>& tracks)
 
 std::optional<QList<HistoryTrack>> decode(QByteArrayView json, QString* error, bool padded)
 {
+    if (std::optional<QList<HistoryTrack>> own = decodeOwnFormat(json, nullptr, kSplitInput))
+        return own;
+    return decodeStrict(json, error, padded);
+}
+
+std::optional<QList<HistoryTrack>> decodeOwn(QByteArrayView json, QList<QByteArray>* records,
+                                             qsizetype splitFrom)
+{
+    return decodeOwnFormat(json, records, splitFrom);
+}
+
+std::optional<QList<HistoryTrack>> decodeStrict(QByteArrayView json, QString* error, bool padded)
+{
     const auto fail = [error](const QString& reason) -> std::optional<QList<HistoryTrack>> {
         if (error)
             *error = reason;
@@ -416,7 +839,7 @@ std::optional<QList<HistoryTrack>> decode(QByteArrayView json, QString* error, b
         return fail(QStringLiteral("not a JSON array"));
 
     QList<HistoryTrack> tracks;
-    StringPool pool;
+    StringPool pool(length);
     tracks.reserve(static_cast<qsizetype>(array.size()));
     if (length >= kLargeInput)
         adviseHugePages(tracks.constData(),

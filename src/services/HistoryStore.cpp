@@ -9,18 +9,34 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QThread>
+#include <algorithm>
 #include <cmath>
 #include <condition_variable>
 #include <cstring>
 #include <mutex>
 #include <optional>
-#include <unistd.h>
+#include <sys/mman.h>
 
 namespace {
 const QString kFileName = QStringLiteral("history.json");
 const QString kUnreadableSuffix = QStringLiteral(".unreadable");
 
 // Moves a library file that could not be read out of the way, under a name that is free.
+// A large library's buffers are touched once, page by page; on 2 MB pages that is a few dozen
+// page faults instead of thousands. Only a hint, so failures are fine.
+void adviseHugePages([[maybe_unused]] void* start, [[maybe_unused]] size_t bytes)
+{
+#ifdef MADV_HUGEPAGE
+    constexpr uintptr_t kHuge = 2u << 20;
+    if (bytes < 4 * kHuge)
+        return;
+    const uintptr_t first = (reinterpret_cast<uintptr_t>(start) + kHuge - 1) & ~(kHuge - 1);
+    const uintptr_t last = (reinterpret_cast<uintptr_t>(start) + bytes) & ~(kHuge - 1);
+    if (last > first)
+        madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+#endif
+}
+
 bool keepAside(const QString& filePath)
 {
     if (!QFileInfo::exists(filePath))
@@ -31,6 +47,104 @@ bool keepAside(const QString& filePath)
     return QFile::rename(filePath, target);
 }
 } // namespace
+
+// The records a save writes: the list, each record's cached bytes where known, and the loaded
+// file those bytes may point into.
+struct SaveSnapshot
+{
+    QList<HistoryTrack> tracks;
+    QList<QByteArray> encoded;
+    QByteArray loadedFile;
+};
+
+// Writes a save's bytes through one reused buffer. Cached records that lie one after another in
+// memory, separated by the comma the file needs, go to the file in one piece without a copy:
+// after an add that is nearly the whole loaded file.
+class SaveWriter
+{
+public:
+    explicit SaveWriter(QSaveFile& file)
+        : m_file(file)
+    {
+        m_chunk.reserve(kChunk + 64 * 1024);
+    }
+
+    void literal(char c)
+    {
+        endRun();
+        m_chunk.append(c);
+    }
+
+    void cached(const QByteArray& bytes, bool first)
+    {
+        const char* const begin = bytes.constData();
+        if (!first && m_runBegin && *m_runEnd == ',' && m_runEnd + 1 == begin) {
+            m_runEnd = begin + bytes.size();
+            return;
+        }
+        if (!first)
+            literal(',');
+        endRun();
+        m_runBegin = begin;
+        m_runEnd = begin + bytes.size();
+    }
+
+    void encode(const HistoryTrack& track, bool first)
+    {
+        if (!first)
+            literal(',');
+        endRun();
+        HistoryTrackJson::appendTrack(m_chunk, track);
+        if (m_chunk.size() >= kChunk)
+            flushChunk();
+    }
+
+    // Whether every byte reached the file.
+    bool finish()
+    {
+        endRun();
+        flushChunk();
+        return m_ok;
+    }
+
+private:
+    static constexpr qsizetype kChunk = 1 << 20;
+
+    void write(const char* data, qsizetype size)
+    {
+        if (m_ok && size > 0)
+            m_ok = m_file.write(data, size) == size;
+    }
+
+    void flushChunk()
+    {
+        write(m_chunk.constData(), m_chunk.size());
+        m_chunk.resize(0);
+    }
+
+    // Short runs are cheaper copied than written on their own.
+    void endRun()
+    {
+        if (!m_runBegin)
+            return;
+        const qsizetype size = m_runEnd - m_runBegin;
+        if (size < 64 * 1024) {
+            m_chunk.append(m_runBegin, size);
+            if (m_chunk.size() >= kChunk)
+                flushChunk();
+        } else {
+            flushChunk();
+            write(m_runBegin, size);
+        }
+        m_runBegin = m_runEnd = nullptr;
+    }
+
+    QSaveFile& m_file;
+    QByteArray m_chunk;
+    const char* m_runBegin = nullptr;
+    const char* m_runEnd = nullptr;
+    bool m_ok = true;
+};
 
 // Saves run on one background thread, in order; a save that is overtaken by a newer one before
 // it starts is skipped, since the newer one holds every change.
@@ -43,17 +157,17 @@ struct HistoryStore::SaveQueue
     std::mutex mutex;
     std::condition_variable wake;
     std::condition_variable idle;
-    std::optional<QList<HistoryTrack>> pending;
+    std::optional<SaveSnapshot> pending;
     bool busy = false;
     bool stopping = false;
     std::unique_ptr<QThread> worker;
 
-    void enqueue(const QList<HistoryTrack>& tracks)
+    void enqueue(SaveSnapshot snapshot)
     {
         {
             std::lock_guard lock(mutex);
-            pending =
-                tracks; // Shares the list's data; the store copies only when it changes again.
+            // Shares the lists' data; the store copies only when it changes them again.
+            pending = std::move(snapshot);
         }
         wake.notify_one();
         if (!worker) {
@@ -87,12 +201,12 @@ struct HistoryStore::SaveQueue
             wake.wait(lock, [this] { return pending || stopping; });
             if (!pending)
                 return;
-            QList<HistoryTrack> tracks = std::move(*pending);
+            SaveSnapshot snapshot = std::move(*pending);
             pending.reset();
             busy = true;
             lock.unlock();
-            write(tracks);
-            tracks = {};
+            write(snapshot);
+            snapshot = {};
             lock.lock();
             busy = false;
             if (!pending)
@@ -101,8 +215,9 @@ struct HistoryStore::SaveQueue
     }
 
     // A failed save is dropped: the change stays in memory and the next save carries it.
-    void write(const QList<HistoryTrack>& tracks)
+    void write(const SaveSnapshot& snapshot)
     {
+        const QList<HistoryTrack>& tracks = snapshot.tracks;
         // Any record that cannot be encoded fails the save before the file is touched.
         for (const HistoryTrack& track : tracks) {
             if (!std::isfinite(track.completedAt))
@@ -117,31 +232,22 @@ struct HistoryStore::SaveQueue
         QSaveFile file(filePath);
         if (!file.open(QIODevice::WriteOnly))
             return;
-        // Encoded and written a slice at a time through one reused buffer: a large library
-        // then never needs its whole text in memory, and the buffer stays in cache.
-        constexpr qsizetype kChunk = 1 << 20;
-        QByteArray chunk;
-        chunk.reserve(kChunk + 64 * 1024);
-        const auto flush = [&file, &chunk] {
-            const bool ok = file.write(chunk) == chunk.size();
-            chunk.resize(0);
-            return ok;
-        };
-        chunk.append('[');
+        const bool haveCache = snapshot.encoded.size() == tracks.size();
+        SaveWriter writer(file);
+        writer.literal('[');
         for (qsizetype i = 0; i < tracks.size(); ++i) {
-            if (i > 0)
-                chunk.append(',');
-            HistoryTrackJson::appendTrack(chunk, tracks[i]);
-            if (chunk.size() >= kChunk && !flush()) {
-                file.cancelWriting();
-                return;
-            }
+            if (haveCache && !snapshot.encoded[i].isEmpty())
+                writer.cached(snapshot.encoded[i], i == 0);
+            else
+                writer.encode(tracks[i], i == 0);
         }
-        chunk.append(']');
-        if (!flush()) {
+        writer.literal(']');
+        if (!writer.finish()) {
             file.cancelWriting();
             return;
         }
+        // QSaveFile syncs the new file to disk before it replaces the old one, so a crash
+        // leaves one whole library or the other.
         file.commit();
     }
 };
@@ -184,80 +290,113 @@ void HistoryStore::load()
         m_saves->mustKeepAside = file.size() > 0 || QFileInfo(m_filePath).isDir();
         return;
     }
-    // Sized once open, so that a file replaced meanwhile is not mapped past its end.
+    // Sized once open, so that a file replaced meanwhile is read no further than it was. Read
+    // with spare bytes so the strict decoder parses in place; the buffer is kept afterwards,
+    // since the next save writes the loaded records' bytes straight from it.
     const qint64 size = file.size();
-    // A mapped file is parsed where it lies, without copying 46 MB for a large library, when
-    // the last page has room for the decoder's spare bytes (the kernel zero-fills it).
-    const qint64 pageSize = sysconf(_SC_PAGESIZE);
-    const qint64 tail = pageSize > 0 ? size % pageSize : 0;
-    if (size > 0 && tail != 0 && pageSize - tail >= HistoryTrackJson::kReadPadding) {
-        if (uchar* mapped = file.map(0, size)) {
-            decodeLoaded(QByteArrayView(mapped, size));
-            file.unmap(mapped);
-            return;
-        }
-    }
-    // Otherwise read into a buffer with the spare bytes so it still parses in place.
     QByteArray data(size + HistoryTrackJson::kReadPadding, Qt::Uninitialized);
+    adviseHugePages(data.data(), static_cast<size_t>(data.size()));
     std::memset(data.data() + size, 0, HistoryTrackJson::kReadPadding);
     const qint64 read = file.read(data.data(), size);
     if (read != size) {
         m_saves->mustKeepAside = true;
         return;
     }
-    decodeLoaded(QByteArrayView(data.constData(), size));
+    decodeLoaded(data, size);
 }
 
-void HistoryStore::decodeLoaded(QByteArrayView json)
+void HistoryStore::decodeLoaded(const QByteArray& data, qsizetype size)
 {
+    const QByteArrayView json(data.constData(), size);
     if (json.trimmed().isEmpty())
         return; // An empty file holds nothing worth keeping.
-    std::optional<QList<HistoryTrack>> tracks = HistoryTrackJson::decode(json, nullptr, true);
+    QList<QByteArray> encoded;
+    if (std::optional<QList<HistoryTrack>> own = HistoryTrackJson::decodeOwn(json, &encoded)) {
+        m_tracks = std::move(*own);
+        m_encoded = std::move(encoded);
+        m_loadedFile = data;
+        return;
+    }
+    std::optional<QList<HistoryTrack>> tracks = HistoryTrackJson::decodeStrict(json, nullptr, true);
     if (!tracks) {
         m_saves->mustKeepAside = true;
         return;
     }
     m_tracks = std::move(*tracks);
+    m_encoded = QList<QByteArray>(m_tracks.size()); // Encoded by the first save.
 }
 
 void HistoryStore::changed()
 {
     emit tracksChanged();
-    m_saves->enqueue(m_tracks);
+    m_saves->enqueue({m_tracks, m_encoded, m_loadedFile});
+}
+
+void HistoryStore::removePositions(const QList<qsizetype>& positions)
+{
+    if (positions.isEmpty())
+        return;
+    QList<HistoryTrack> kept;
+    QList<QByteArray> keptEncoded;
+    kept.reserve(m_tracks.size() - positions.size());
+    keptEncoded.reserve(m_tracks.size() - positions.size());
+    qsizetype next = 0;
+    for (qsizetype i = 0; i < m_tracks.size(); ++i) {
+        if (next < positions.size() && positions[next] == i) {
+            ++next;
+            continue;
+        }
+        kept.append(m_tracks[i]);
+        keptEncoded.append(m_encoded[i]);
+    }
+    m_tracks = std::move(kept);
+    m_encoded = std::move(keptEncoded);
 }
 
 void HistoryStore::addTrack(const HistoryTrack& track)
 {
-    m_tracks.removeIf([&track](const HistoryTrack& record) {
-        return record.filePath == track.filePath || record.id == track.id;
-    });
+    QList<qsizetype> replaced;
+    for (qsizetype i = 0; i < m_tracks.size(); ++i) {
+        const HistoryTrack& record = m_tracks[i];
+        if (record.filePath == track.filePath || record.id == track.id)
+            replaced.append(i);
+    }
+    removePositions(replaced);
+    QByteArray bytes;
+    HistoryTrackJson::appendTrack(bytes, track); // Left empty when it cannot be encoded.
     m_tracks.prepend(track);
+    m_encoded.prepend(std::move(bytes));
     changed();
 }
 
 void HistoryStore::removeTrack(const QSet<int>& positions)
 {
-    if (!positions.isEmpty()) {
-        QList<HistoryTrack> kept;
-        kept.reserve(m_tracks.size());
-        for (qsizetype i = 0; i < m_tracks.size(); ++i) {
-            if (!positions.contains(static_cast<int>(i)))
-                kept.append(m_tracks[i]);
-        }
-        m_tracks = std::move(kept);
+    QList<qsizetype> sorted;
+    for (const int position : positions) {
+        if (position >= 0 && position < m_tracks.size())
+            sorted.append(position);
     }
+    std::sort(sorted.begin(), sorted.end());
+    removePositions(sorted);
     changed();
 }
 
 void HistoryStore::removeTrack(const HistoryTrack& track)
 {
-    m_tracks.removeIf([&track](const HistoryTrack& record) { return record.id == track.id; });
+    QList<qsizetype> matching;
+    for (qsizetype i = 0; i < m_tracks.size(); ++i) {
+        if (m_tracks[i].id == track.id)
+            matching.append(i);
+    }
+    removePositions(matching);
     changed();
 }
 
 void HistoryStore::clearAll()
 {
     m_tracks.clear();
+    m_encoded.clear();
+    m_loadedFile.clear();
     changed();
 }
 

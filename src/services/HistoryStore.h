@@ -53,12 +53,19 @@ signals:
 
 private:
     void load();
-    void decodeLoaded(QByteArrayView json);
+    void decodeLoaded(const QByteArray& data, qsizetype size);
+    // Removes the records at these ascending positions, with their cached bytes.
+    void removePositions(const QList<qsizetype>& positions);
     void changed();
 
     QString m_folderPath;
     QString m_filePath;
     QList<HistoryTrack> m_tracks;
+    // Each record's bytes as the file holds them, in the order of m_tracks, so that a save
+    // writes what it already has instead of encoding the whole library again. Empty for a
+    // record still to be encoded; a loaded record's bytes point into m_loadedFile.
+    QList<QByteArray> m_encoded;
+    QByteArray m_loadedFile;
     DesktopServices* m_desktop = nullptr;
     struct SaveQueue;
     std::unique_ptr<SaveQueue> m_saves;
