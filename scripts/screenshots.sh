@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 out=$(realpath -m "${1:?usage: screenshots.sh OUTPUT_FOLDER [BUILD_FOLDER]}")
 build=${2:-build}
 mkdir -p "$out"
-cmake --build "$build" --target veldtone veldtone-shots veldtone-library-shots >/dev/null
+cmake --build "$build" --target veldtone veldtone-shots >/dev/null
 
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
@@ -21,8 +21,6 @@ export ASAN_OPTIONS=detect_leaks=0
 
 for scheme in light dark; do
     xvfb-run -a -s "-screen 0 1280x900x24" "$build/tests/shots/veldtone-shots" "$out" "$scheme"
-    # The library and batch screens in each state, confirmations and tooltips included.
-    xvfb-run -a -s "-screen 0 1280x900x24" "$build/tests/shots/veldtone-library-shots" "$out" "$scheme"
 done
 
 # The real program, started like a user would, in an empty home.

@@ -18,7 +18,6 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -76,8 +75,6 @@ class TestBatchView : public QObject
     }
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     void init()
     {
         m_env = std::make_unique<ScreenFixture::Environment>(ScreenFixture::Tools::both);

@@ -225,8 +225,7 @@ private slots:
         QCOMPARE(names, QStringList({u"Close Player"_s, u"Pause"_s, u"Playback Position"_s,
                                      DesktopTexts::kShowInFolder, u"Stop"_s, u"Volume"_s}));
 
-        auto* seek = strip->findChild<QSlider*>();
-        QVERIFY(seek->maximum() >= 1000);
+        QVERIFY(strip->findChild<QSlider*>()->maximum() >= 1000);
 
         const QList<QPair<float, QString>> volumes = {
             {0.0f, u"speaker.slash.fill"_s},
@@ -236,7 +235,6 @@ private slots:
         for (const auto& [volume, symbol] : volumes) {
             m_env->player().setVolume(volume);
             QCOMPARE(strip->shownVolumeSymbol(), symbol);
-            QCOMPARE(MiniPlayerView::volumeSymbol(volume), symbol);
         }
 
         // The strip's own slider drives the service's volume.

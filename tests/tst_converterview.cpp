@@ -13,7 +13,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
-#include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
 
@@ -46,8 +45,6 @@ class TestConverterView : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
     void rippingTitle_data()
     {
         QTest::addColumn<AudioFormat>("format");
@@ -321,20 +318,6 @@ private slots:
         Screen readyScreen(ready);
         QCOMPARE(readyScreen.view.findChild<StatusPill*>()->text(), u"Ready (yt-dlp & ffmpeg)"_s);
         QVERIFY(!readyScreen.shows(missing));
-    }
-
-    void paste()
-    {
-        Environment env;
-        Screen screen(env);
-        screen.link()->setText(u"old"_s);
-        QGuiApplication::clipboard()->clear();
-        QTest::mouseClick(screen.button(u"Paste"_s), Qt::LeftButton);
-        QCOMPARE(screen.view.inputUrl(), u"old"_s);
-
-        QGuiApplication::clipboard()->setText(u" \n https://youtu.be/abc \n"_s);
-        QTest::mouseClick(screen.button(u"Paste"_s), Qt::LeftButton);
-        QCOMPARE(screen.view.inputUrl(), u"https://youtu.be/abc"_s);
     }
 
     // A switch between light and dark recolours the screen and keeps the typed link.

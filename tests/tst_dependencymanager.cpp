@@ -252,9 +252,6 @@ private slots:
         QCOMPARE(manager.ytDlpVersion(),
                  OptionalText(output(*manager.ytDlpPath(), u"--version"_s).trimmed()));
         QCOMPARE(manager.ffmpegVersion(), OptionalText(banner.captured(1)));
-        qInfo("yt-dlp %s at %s, ffmpeg %s at %s", qPrintable(*manager.ytDlpVersion()),
-              qPrintable(*manager.ytDlpPath()), qPrintable(*manager.ffmpegVersion()),
-              qPrintable(*manager.ffmpegPath()));
     }
 };
 

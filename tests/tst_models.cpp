@@ -4,11 +4,12 @@
 #include "models/DownloadStatus.h"
 #include "models/HistoryTrack.h"
 #include "models/VideoMetadata.h"
+#include "support/TestSupport.h"
 
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "support/TestSupport.h"
+using namespace Qt::StringLiterals;
 
 class TestModels : public QObject
 {
@@ -19,13 +20,13 @@ private slots:
     {
         QTest::addColumn<qint64>("seconds");
         QTest::addColumn<QString>("text");
-        QTest::newRow("zero") << qint64(0) << QStringLiteral("0:00");
-        QTest::newRow("59") << qint64(59) << QStringLiteral("0:59");
-        QTest::newRow("61") << qint64(61) << QStringLiteral("1:01");
-        QTest::newRow("3599") << qint64(3599) << QStringLiteral("59:59");
-        QTest::newRow("3600") << qint64(3600) << QStringLiteral("1:00:00");
-        QTest::newRow("3725") << qint64(3725) << QStringLiteral("1:02:05");
-        QTest::newRow("36000") << qint64(36000) << QStringLiteral("10:00:00");
+        QTest::newRow("zero") << qint64(0) << u"0:00"_s;
+        QTest::newRow("59") << qint64(59) << u"0:59"_s;
+        QTest::newRow("61") << qint64(61) << u"1:01"_s;
+        QTest::newRow("3599") << qint64(3599) << u"59:59"_s;
+        QTest::newRow("3600") << qint64(3600) << u"1:00:00"_s;
+        QTest::newRow("3725") << qint64(3725) << u"1:02:05"_s;
+        QTest::newRow("36000") << qint64(36000) << u"10:00:00"_s;
     }
     void formattedDuration()
     {
@@ -34,49 +35,31 @@ private slots:
         QCOMPARE(VideoMetadata::formattedDuration(seconds), text);
     }
 
-    void formatTable()
+    // The raw values are what the settings file and the library hold; the names shown come
+    // from the same table (spot-checked here, seen whole by the screen tests).
+    void formatAndQualityTables()
     {
-        const auto& all = AudioFormat::allCases();
-        QStringList raws, names, icons;
-        for (AudioFormat f : all) {
+        QStringList raws;
+        for (AudioFormat f : AudioFormat::allCases()) {
             raws << f.rawValue();
-            names << f.displayName();
-            icons << f.iconName();
-            QCOMPARE(f.id(), f.rawValue());
             QCOMPARE(f.fileExtension(), f.rawValue());
             QCOMPARE(f.supportsBitrate(), f != AudioFormat::flac && f != AudioFormat::wav);
             QCOMPARE(AudioFormat::fromRawValue(f.rawValue()), std::optional<AudioFormat>(f));
         }
         QCOMPARE(raws, QStringList({u"mp3"_qs, u"m4a"_qs, u"flac"_qs, u"wav"_qs, u"opus"_qs}));
-        QCOMPARE(names, QStringList({u"MP3 (.mp3)"_qs, u"M4A / AAC (.m4a)"_qs,
-                                     u"FLAC Lossless (.flac)"_qs, u"WAV Uncompressed (.wav)"_qs,
-                                     u"Opus (.opus)"_qs}));
-        QCOMPARE(icons, QStringList({u"music.note"_qs, u"apple.logo"_qs, u"waveform"_qs,
-                                     u"waveform.path"_qs, u"speaker.wave.3"_qs}));
-        QVERIFY(!AudioFormat::fromRawValue(u"MP3"));
-        QVERIFY(!AudioFormat::fromRawValue(u" mp3"));
-        QVERIFY(!AudioFormat::fromRawValue(u""));
-    }
+        QCOMPARE(AudioFormat(AudioFormat::m4a).displayName(), u"M4A / AAC (.m4a)"_qs);
+        QCOMPARE(AudioFormat(AudioFormat::opus).iconName(), u"speaker.wave.3"_qs);
+        for (const char16_t* bad : {u"MP3", u" mp3", u""})
+            QVERIFY(!AudioFormat::fromRawValue(QStringView(bad)));
 
-    void qualityTable()
-    {
-        QStringList raws, names, shorts, args;
+        raws.clear();
         for (AudioQuality q : AudioQuality::allCases()) {
             raws << q.rawValue();
-            names << q.displayName();
-            shorts << q.shortName();
-            args << q.ytdlpQualityArg();
             QCOMPARE(AudioQuality::fromRawValue(q.rawValue()), std::optional<AudioQuality>(q));
         }
         QCOMPARE(raws, QStringList({u"320"_qs, u"256"_qs, u"192"_qs, u"128"_qs, u"0"_qs}));
-        QCOMPARE(names, QStringList({u"320 kbps (Extreme Quality)"_qs,
-                                     u"256 kbps (High Quality)"_qs, u"192 kbps (Standard)"_qs,
-                                     u"128 kbps (Compact)"_qs, u"Best Available (Original)"_qs}));
-        QCOMPARE(shorts, QStringList({u"320 kbps"_qs, u"256 kbps"_qs, u"192 kbps"_qs,
-                                      u"128 kbps"_qs, u"Best (Auto)"_qs}));
-        QCOMPARE(args, QStringList({u"320k"_qs, u"256k"_qs, u"192k"_qs, u"128k"_qs, u"0"_qs}));
+        QCOMPARE(AudioQuality(AudioQuality::best).shortName(), u"Best (Auto)"_qs);
         QVERIFY(!AudioQuality::fromRawValue(u"best"));
-        QCOMPARE(AudioQuality::fromRawValue(u"0"), std::optional<AudioQuality>(AudioQuality::best));
     }
 
     void statusBusyAndEquality()
@@ -100,9 +83,10 @@ private slots:
         QTemporaryDir dir;
         const QString path = dir.filePath(u"Song.mp3"_qs);
         QVERIFY(TestSupport::writeFile(path, "abc"));
-        HistoryTrack a{QUuid::createUuid(), u"T"_qs,    u"C"_qs,  u"3:32"_qs,
-                       AudioFormat::mp3,    AudioQuality::best, path, u"3 bytes"_qs,
-                       QString(),           12345.5,  u"https://youtu.be/x"_qs};
+        HistoryTrack a{
+            QUuid::createUuid(),     u"T"_qs, u"C"_qs,       u"3:32"_qs, AudioFormat::mp3,
+            AudioQuality::best,      path,    u"3 bytes"_qs, QString(),  12345.5,
+            u"https://youtu.be/x"_qs};
         HistoryTrack b = a;
         QCOMPARE(a, b);
         b.completedAt = 12345.25;
@@ -114,8 +98,8 @@ private slots:
         QVERIFY(!a.fileExists());
 
         HistoryTrack stamped;
-        stamped.completedAt = HistoryTrack::referenceSeconds(
-            QDateTime(QDate(2001, 1, 1), QTime(0, 1), Qt::UTC));
+        stamped.completedAt =
+            HistoryTrack::referenceSeconds(QDateTime(QDate(2001, 1, 1), QTime(0, 1), Qt::UTC));
         QCOMPARE(stamped.completedAt, 60.0);
         QCOMPARE(stamped.completedAtDateTime().toSecsSinceEpoch(), 978307260);
         stamped.completedAt = 1e300; // garbage from a foreign file must not overflow

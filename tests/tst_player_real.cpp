@@ -44,18 +44,12 @@ private slots:
         QVERIFY(m_dir.isValid());
 
         // A 440 Hz tone in every format the converter writes.
-        const QList<QStringList> encoders = {
-            {u"clip.mp3"_qs, u"libmp3lame"_qs}, {u"clip.m4a"_qs, u"aac"_qs},
-            {u"clip.flac"_qs, u"flac"_qs},      {u"clip.wav"_qs, u"pcm_s16le"_qs},
-            {u"clip.opus"_qs, u"libopus"_qs},
-        };
-        for (const QStringList& encoder : encoders) {
+        for (const char* format : {"mp3", "m4a", "flac", "wav", "opus"}) {
             QProcess process;
             process.setProcessChannelMode(QProcess::MergedChannels);
-            process.start(ffmpeg, {u"-hide_banner"_qs, u"-loglevel"_qs, u"error"_qs, u"-y"_qs,
-                                   u"-f"_qs, u"lavfi"_qs, u"-i"_qs,
+            process.start(ffmpeg, {u"-loglevel"_qs, u"error"_qs, u"-f"_qs, u"lavfi"_qs, u"-i"_qs,
                                    u"sine=frequency=440:duration=%1"_qs.arg(kClipSeconds),
-                                   u"-c:a"_qs, encoder[1], m_dir.filePath(encoder[0])});
+                                   m_dir.filePath(u"clip."_qs + QLatin1String(format))});
             QVERIFY(process.waitForFinished(60000));
             QVERIFY2(process.exitCode() == 0, process.readAll().constData());
         }
@@ -88,7 +82,6 @@ private slots:
         // The tick follows the playing file.
         QTRY_VERIFY_WITH_TIMEOUT(player.currentTime() >= 0.6, 10000);
         const double advanced = player.currentTime();
-        const QList<double> firstPositions = positions.mid(0, 4);
         QVERIFY(advanced < kClipSeconds);
 
         // Paused, the position holds.
@@ -97,38 +90,25 @@ private slots:
         QTest::qWait(300);
         const double pausedAt = player.currentTime();
         QTest::qWait(700);
-        const double heldAt = player.currentTime();
-        QVERIFY2(qAbs(heldAt - pausedAt) < 0.05,
-                 qPrintable(u"%1 then %2"_qs.arg(pausedAt).arg(heldAt)));
-        QVERIFY(pausedAt >= advanced);
+        QVERIFY2(qAbs(player.currentTime() - pausedAt) < 0.05 && pausedAt >= advanced,
+                 qPrintable(u"%1 then %2"_qs.arg(pausedAt).arg(player.currentTime())));
 
-        // Resumed, it plays on from there to the end, where the end rule marks it finished.
+        // Resumed, it plays on from there to the end, where the end rule marks it finished,
+        // sets the position to 0 and keeps the track loaded.
         positions.clear();
         playing.clear();
         player.togglePlayPause();
         QVERIFY(player.isPlaying());
-        QTRY_VERIFY2_WITH_TIMEOUT(
-            !player.isPlaying(),
-            qPrintable(u"still playing at %1 s of %2 s"_qs.arg(player.currentTime())
-                           .arg(player.duration())),
-            int(kClipSeconds * 1000) + 10000);
+        QTRY_VERIFY2_WITH_TIMEOUT(!player.isPlaying(),
+                                  qPrintable(u"still playing at %1 s"_qs.arg(player.currentTime())),
+                                  int(kClipSeconds * 1000) + 10000);
         QCOMPARE(playing.count(), 2);
-        QVERIFY(!positions.isEmpty());
         const double lastPlayed = *std::max_element(positions.begin(), positions.end());
         QVERIFY2(lastPlayed >= duration - 0.5, qPrintable(QString::number(lastPlayed)));
-        // The rule set the position to 0; the finished track stays loaded.
-        QVERIFY(positions.contains(0.0));
         QVERIFY(positions.indexOf(0.0) > positions.indexOf(lastPlayed));
         QVERIFY(player.currentTrack());
-        QCOMPARE(player.duration(), duration);
-
-        QStringList first;
-        for (double p : firstPositions)
-            first << QString::number(p, 'f', 3);
-        qInfo("%s: duration %.3f s; first positions %s; paused at %.3f s, still %.3f s 0.7 s "
-              "later; last position before the end %.3f s, then %.3f",
-              qPrintable(file), duration, qPrintable(first.join(u", ")), pausedAt, heldAt,
-              lastPlayed, positions.at(positions.indexOf(lastPlayed) + 1));
+        qInfo("%s: duration %.3f s, paused at %.3f s, last position %.3f s", qPrintable(file),
+              duration, pausedAt, lastPlayed);
 
         // Played again, it starts over.
         player.togglePlayPause();

@@ -10,8 +10,11 @@
 #include <QFile>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
+
+using namespace Qt::StringLiterals;
 
 EngineFixture::EngineFixture()
     : EngineFixture(Options{})
@@ -20,36 +23,31 @@ EngineFixture::EngineFixture()
 EngineFixture::EngineFixture(Options options)
     : m_wantYtDlp(options.withYtDlp)
 {
-    QDir(m_root.path()).mkpath(QStringLiteral("downloads"));
-    QDir(m_root.path()).mkpath(QStringLiteral("library"));
-    QDir(m_root.path()).mkpath(QStringLiteral("tools"));
+    // Nothing a test runs may reach the user's own folders.
+    QStandardPaths::setTestModeEnabled(true);
+    QDir(m_root.path()).mkpath(u"downloads"_s);
+    QDir(m_root.path()).mkpath(u"library"_s);
+    QDir(m_root.path()).mkpath(u"tools"_s);
 
     DependencyManager::Options tools;
-    tools.installFolder = m_root.filePath(QStringLiteral("installed"));
+    tools.installFolder = m_root.filePath(u"installed"_s);
     tools.checkOnStart = false;
     const bool standIn = !options.standInScript.isEmpty() || !options.withYtDlp;
-    if (standIn) {
+    if (standIn || !options.withFfmpeg) {
         // Only the tools folder is searched: what is in it is all the engine can find.
         tools.resourceBinFolder = toolsPath();
         tools.systemFolders = {};
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("PATH"), QString());
-        tools.environment = environment;
-        if (options.withYtDlp) {
+        tools.environment = QProcessEnvironment::systemEnvironment();
+        tools.environment.insert(u"PATH"_s, QString());
+        if (!standIn)
+            QFile::link(u"/usr/bin/yt-dlp"_s, toolsPath() + u"/yt-dlp"_s);
+        else if (options.withYtDlp)
             TestSupport::writeScript(
-                toolsPath() + QStringLiteral("/yt-dlp"),
+                toolsPath() + u"/yt-dlp"_s,
                 "#!/bin/sh\nif [ \"$1\" = \"--version\" ]; then echo 2023.03.04; exit 0; fi\n" +
                     options.standInScript + "\n");
-        }
         if (options.withFfmpeg)
-            QFile::link(QStringLiteral("/usr/bin/ffmpeg"), toolsPath() + QStringLiteral("/ffmpeg"));
-    } else if (!options.withFfmpeg) {
-        tools.systemFolders = {};
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("PATH"), QString());
-        tools.environment = environment;
-        QFile::link(QStringLiteral("/usr/bin/yt-dlp"), toolsPath() + QStringLiteral("/yt-dlp"));
-        tools.resourceBinFolder = toolsPath();
+            QFile::link(u"/usr/bin/ffmpeg"_s, toolsPath() + u"/ffmpeg"_s);
     }
 
     m_dependencies = std::make_unique<DependencyManager>(tools);
@@ -80,22 +78,22 @@ bool EngineFixture::isReady() const
 
 QString EngineFixture::downloadsPath() const
 {
-    return m_root.filePath(QStringLiteral("downloads"));
+    return m_root.filePath(u"downloads"_s);
 }
 
 QString EngineFixture::libraryPath() const
 {
-    return m_root.filePath(QStringLiteral("library"));
+    return m_root.filePath(u"library"_s);
 }
 
 QString EngineFixture::settingsPath() const
 {
-    return m_root.filePath(QStringLiteral("settings.ini"));
+    return m_root.filePath(u"settings.ini"_s);
 }
 
 QString EngineFixture::toolsPath() const
 {
-    return m_root.filePath(QStringLiteral("tools"));
+    return m_root.filePath(u"tools"_s);
 }
 
 bool EngineFixture::waitForStatus(const std::function<bool(const DownloadStatus&)>& done,
@@ -138,20 +136,18 @@ QList<qint64> EngineFixture::processesMentioning(const QString& text)
 {
     QList<qint64> pids;
     const QByteArray needle = text.toUtf8();
-    const QStringList entries = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs);
+    const QStringList entries = QDir(u"/proc"_s).entryList(QDir::Dirs);
     for (const QString& entry : entries) {
         bool isPid = false;
         const qint64 pid = entry.toLongLong(&isPid);
         if (!isPid)
             continue;
-        QByteArray stat =
-            TestSupport::readFile(QStringLiteral("/proc/") + entry + QStringLiteral("/stat"));
+        QByteArray stat = TestSupport::readFile(u"/proc/"_s + entry + u"/stat"_s);
         // A zombie has let go of everything; only live processes count.
         const qsizetype close = stat.lastIndexOf(')');
         if (close > 0 && stat.mid(close + 2, 1) == "Z")
             continue;
-        QByteArray commandLine =
-            TestSupport::readFile(QStringLiteral("/proc/") + entry + QStringLiteral("/cmdline"));
+        QByteArray commandLine = TestSupport::readFile(u"/proc/"_s + entry + u"/cmdline"_s);
         commandLine.replace('\0', ' ');
         if (commandLine.contains(needle))
             pids.append(pid);

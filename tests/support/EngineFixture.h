@@ -14,20 +14,10 @@ class DownloadEngine;
 class HistoryStore;
 
 // A DownloadEngine built for tests, with everything it touches in one temporary folder: its
-// own settings file, library folder, download folder and tool search. Nothing reaches the
-// user's settings or library.
-//
-// Real tools (yt-dlp and ffmpeg as the system has them):
-//     EngineFixture fixture;
-//     QVERIFY(fixture.isReady());
-//     fixture.engine().startExtraction(server.pageUrl().toString());
-//     QVERIFY(fixture.waitForEnd());
-//
-// A stand-in yt-dlp (a shell script; "--version" is answered for it, so the tool check passes):
-//     EngineFixture fixture({.standInScript = "echo 'ERROR: boom' >&2; exit 3"});
-//
-// Every status the engine publishes is recorded in statuses(); completionHandler() gives a
-// callback that records the tracks it is called with in completions().
+// own settings file, library folder, download folder and tool search. By default it finds the
+// real yt-dlp and ffmpeg; with standInScript yt-dlp is that shell script ("--version" is
+// answered for it). Every published status is recorded in statuses(); completionHandler()
+// records the tracks it is called with in completions().
 class EngineFixture
 {
 public:

@@ -6,6 +6,8 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
+using namespace Qt::StringLiterals;
+
 LoopbackHttpServer::LoopbackHttpServer(QObject* parent)
     : QAbstractHttpServer(parent)
 {}
@@ -18,12 +20,7 @@ bool LoopbackHttpServer::start()
 
 QUrl LoopbackHttpServer::url(const QString& path) const
 {
-    QUrl url;
-    url.setScheme(QStringLiteral("http"));
-    url.setHost(QStringLiteral("127.0.0.1"));
-    url.setPort(m_port);
-    url.setPath(path);
-    return url;
+    return QUrl(u"http://127.0.0.1:%1"_s.arg(m_port) + path);
 }
 
 void LoopbackHttpServer::serve(const QString& path, const QByteArray& body, int status, Mode mode)
@@ -49,14 +46,7 @@ QUrl LoopbackHttpServer::unusedUrl(const QString& path)
     // Take a free port and let it go again; nothing else on loopback will pick it up so soon.
     QTcpServer probe;
     probe.listen(QHostAddress::LocalHost, 0);
-    const quint16 port = probe.serverPort();
-    probe.close();
-    QUrl url;
-    url.setScheme(QStringLiteral("http"));
-    url.setHost(QStringLiteral("127.0.0.1"));
-    url.setPort(port);
-    url.setPath(path);
-    return url;
+    return QUrl(u"http://127.0.0.1:%1"_s.arg(probe.serverPort()) + path);
 }
 
 bool LoopbackHttpServer::handleRequest(const QHttpServerRequest& request, QTcpSocket* socket)

@@ -10,28 +10,27 @@
 #include <QTcpSocket>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString kMediaPath = QStringLiteral("/media/tone.webm");
-const QString kSlowMediaPath = QStringLiteral("/slow/tone.webm");
-const QString kPagePath = QStringLiteral("/watch/tone.html");
-const QString kSlowPagePath = QStringLiteral("/watch/slow.html");
-const QString kThumbnailPath = QStringLiteral("/images/tone.jpg");
+const QString kMediaPath = u"/media/tone.webm"_s;
+const QString kSlowMediaPath = u"/slow/tone.webm"_s;
+const QString kThumbnailPath = u"/images/tone.jpg"_s;
 
-bool runFfmpeg(const QStringList& arguments, QString* error)
+bool runFfmpeg(const QString& arguments, const QString& output, QString* error)
 {
-    const QString ffmpeg = QStandardPaths::findExecutable(QStringLiteral("ffmpeg"));
+    const QString ffmpeg = QStandardPaths::findExecutable(u"ffmpeg"_s);
     if (ffmpeg.isEmpty()) {
-        *error = QStringLiteral("ffmpeg not found");
+        *error = u"ffmpeg not found"_s;
         return false;
     }
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(ffmpeg, QStringList{QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"),
-                                      QStringLiteral("error"), QStringLiteral("-y")} +
-                              arguments);
+    process.start(ffmpeg, QString(u"-hide_banner -loglevel error -y "_s + arguments).split(u' ')
+                              << output);
     if (!process.waitForFinished(120000) || process.exitCode() != 0) {
-        *error = QStringLiteral("ffmpeg failed: ") + QString::fromUtf8(process.readAll());
+        *error = u"ffmpeg failed: "_s + QString::fromUtf8(process.readAll());
         return false;
     }
     return true;
@@ -47,79 +46,42 @@ MediaServer::MediaServer(Options options)
     : m_options(options)
 {}
 
-MediaServer::~MediaServer() = default;
-
 bool MediaServer::start()
 {
-    if (!m_dir.isValid()) {
-        m_error = QStringLiteral("no temporary folder");
-        return false;
-    }
     const QString seconds = QString::number(m_options.durationSeconds);
+    const QString media = m_dir.filePath(u"tone.webm"_s);
+    const QString thumbnail = m_dir.filePath(u"tone.jpg"_s);
     // Vorbis audio, so every target format, Opus included, is a real conversion.
-    if (!runFfmpeg({QStringLiteral("-f"),
-                    QStringLiteral("lavfi"),
-                    QStringLiteral("-i"),
-                    QStringLiteral("sine=frequency=440:sample_rate=48000:duration=") + seconds,
-                    QStringLiteral("-f"),
-                    QStringLiteral("lavfi"),
-                    QStringLiteral("-i"),
-                    QStringLiteral("sine=frequency=660:sample_rate=48000:duration=") + seconds,
-                    QStringLiteral("-f"),
-                    QStringLiteral("lavfi"),
-                    QStringLiteral("-i"),
-                    QStringLiteral("color=c=navy:s=64x36:r=5:d=") + seconds,
-                    QStringLiteral("-filter_complex"),
-                    QStringLiteral("[0:a][1:a]amerge=inputs=2[a]"),
-                    QStringLiteral("-map"),
-                    QStringLiteral("2:v"),
-                    QStringLiteral("-map"),
-                    QStringLiteral("[a]"),
-                    QStringLiteral("-c:v"),
-                    QStringLiteral("libvpx"),
-                    QStringLiteral("-b:v"),
-                    QStringLiteral("20k"),
-                    QStringLiteral("-c:a"),
-                    QStringLiteral("libvorbis"),
-                    QStringLiteral("-q:a"),
-                    QStringLiteral("3"),
-                    mediaPath()},
-                   &m_error))
+    if (!runFfmpeg(u"-f lavfi -i sine=frequency=440:sample_rate=48000:duration=%1 "
+                   "-f lavfi -i sine=frequency=660:sample_rate=48000:duration=%1 "
+                   "-f lavfi -i color=c=navy:s=64x36:r=5:d=%1 "
+                   "-filter_complex [0:a][1:a]amerge=inputs=2[a] -map 2:v -map [a] "
+                   "-c:v libvpx -b:v 20k -c:a libvorbis -q:a 3"_s.arg(seconds),
+                   media, &m_error) ||
+        !runFfmpeg(u"-f lavfi -i color=c=orange:s=160x90:d=1 -frames:v 1"_s, thumbnail, &m_error))
         return false;
-    const QString thumbnail = m_dir.filePath(QStringLiteral("tone.jpg"));
-    if (!runFfmpeg({QStringLiteral("-f"), QStringLiteral("lavfi"), QStringLiteral("-i"),
-                    QStringLiteral("color=c=orange:s=160x90:d=1"), QStringLiteral("-frames:v"),
-                    QStringLiteral("1"), thumbnail},
-                   &m_error))
-        return false;
-    QFile media(mediaPath());
+    QFile mediaFile(media);
     QFile image(thumbnail);
-    if (!media.open(QIODevice::ReadOnly) || !image.open(QIODevice::ReadOnly)) {
-        m_error = QStringLiteral("generated files unreadable");
+    if (!mediaFile.open(QIODevice::ReadOnly) || !image.open(QIODevice::ReadOnly)) {
+        m_error = u"generated files unreadable"_s;
         return false;
     }
-    m_media = media.readAll();
+    m_media = mediaFile.readAll();
     m_thumbnail = image.readAll();
 
-    m_server.route(kPagePath, [this](const QHttpServerRequest&) {
-        ++m_hits[kPagePath];
-        return QHttpServerResponse("text/html; charset=utf-8", page(kMediaPath));
+    m_server.route(u"/watch/tone.html"_s,
+                   [this] { return QHttpServerResponse("text/html", page(kTitle, kMediaPath)); });
+    m_server.route(u"/watch/slow.html"_s, [this] {
+        return QHttpServerResponse("text/html", page(kTitle, kSlowMediaPath));
     });
-    m_server.route(kSlowPagePath, [this](const QHttpServerRequest&) {
-        ++m_hits[kSlowPagePath];
-        return QHttpServerResponse("text/html; charset=utf-8", page(kSlowMediaPath));
+    m_server.route(u"/titled/<arg>"_s, [this](const QString& title) {
+        return QHttpServerResponse("text/html", page(title.toUtf8(), kMediaPath));
     });
-    m_server.route(kMediaPath, [this](const QHttpServerRequest&) {
-        ++m_hits[kMediaPath];
-        return QHttpServerResponse("video/webm", m_media);
-    });
-    m_server.route(kThumbnailPath, [this](const QHttpServerRequest&) {
-        ++m_hits[kThumbnailPath];
-        return QHttpServerResponse("image/jpeg", m_thumbnail);
-    });
+    m_server.route(kMediaPath, [this] { return QHttpServerResponse("video/webm", m_media); });
+    m_server.route(kThumbnailPath,
+                   [this] { return QHttpServerResponse("image/jpeg", m_thumbnail); });
     m_server.route(
         kSlowMediaPath, [this](const QHttpServerRequest&, QHttpServerResponder&& responder) {
-            ++m_hits[kSlowMediaPath];
             responder.writeStatusLine(QHttpServerResponder::StatusCode::Ok);
             responder.writeHeaders({{"Content-Type", "video/webm"},
                                     {"Content-Length", QByteArray::number(m_media.size())}});
@@ -127,11 +89,9 @@ bool MediaServer::start()
         });
 
     m_port = m_server.listen(QHostAddress::LocalHost, 0);
-    if (m_port == 0) {
-        m_error = QStringLiteral("cannot listen on loopback");
-        return false;
-    }
-    return true;
+    if (m_port == 0)
+        m_error = u"cannot listen on loopback"_s;
+    return m_port != 0;
 }
 
 void MediaServer::trickle(QTcpSocket* socket)
@@ -156,43 +116,37 @@ void MediaServer::trickle(QTcpSocket* socket)
     timer->start(m_options.slowIntervalMs);
 }
 
-QByteArray MediaServer::page(const QString& media) const
+QByteArray MediaServer::page(const QByteArray& title, const QString& media) const
 {
     const QByteArray json =
-        QByteArrayLiteral("{\"@context\": \"https://schema.org\", \"@type\": \"VideoObject\", ") +
-        "\"name\": \"" + kTitle + "\", \"author\": {\"@type\": \"Person\", \"name\": \"" + kAuthor +
+        "{\"@context\": \"https://schema.org\", \"@type\": \"VideoObject\", \"name\": \"" + title +
+        "\", \"author\": {\"@type\": \"Person\", \"name\": \"" + kAuthor +
         "\"}, \"duration\": \"PT" + QByteArray::number(m_options.durationSeconds) +
-        "S\", \"uploadDate\": \"2024-05-01\", \"description\": \"A generated test tone.\", " +
-        "\"thumbnailUrl\": \"" + url(kThumbnailPath).toEncoded() + "\", \"contentUrl\": \"" +
-        url(media).toEncoded() + "\"}";
-    return QByteArrayLiteral("<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\">") + "<title>" +
-           kTitle + "</title>\n<script type=\"application/ld+json\">" + json +
-           "</script>\n</head><body><p>" + kTitle + "</p></body></html>\n";
+        "S\", \"uploadDate\": \"2024-05-01\", \"thumbnailUrl\": \"" +
+        url(kThumbnailPath).toEncoded() + "\", \"contentUrl\": \"" + url(media).toEncoded() + "\"}";
+    return "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>" + title +
+           "</title>\n<script type=\"application/ld+json\">" + json +
+           "</script>\n</head><body><p>" + title + "</p></body></html>\n";
 }
 
 QUrl MediaServer::url(const QString& path) const
 {
-    QUrl address;
-    address.setScheme(QStringLiteral("http"));
-    address.setHost(QStringLiteral("127.0.0.1"));
-    address.setPort(m_port);
-    address.setPath(path);
-    return address;
+    return QUrl(u"http://127.0.0.1:%1"_s.arg(m_port) + path);
 }
 
 QUrl MediaServer::pageUrl() const
 {
-    return url(kPagePath);
+    return url(u"/watch/tone.html"_s);
+}
+
+QUrl MediaServer::titledPageUrl(const QString& title) const
+{
+    return url(u"/titled/"_s + title);
 }
 
 QUrl MediaServer::slowPageUrl() const
 {
-    return url(kSlowPagePath);
-}
-
-QUrl MediaServer::mediaUrl() const
-{
-    return url(kMediaPath);
+    return url(u"/watch/slow.html"_s);
 }
 
 QUrl MediaServer::thumbnailUrl() const
@@ -202,15 +156,5 @@ QUrl MediaServer::thumbnailUrl() const
 
 QUrl MediaServer::missingUrl() const
 {
-    return url(QStringLiteral("/watch/missing.html"));
-}
-
-QString MediaServer::mediaPath() const
-{
-    return m_dir.filePath(QStringLiteral("tone.webm"));
-}
-
-int MediaServer::hits(const QString& path) const
-{
-    return m_hits.value(path);
+    return url(u"/watch/missing.html"_s);
 }

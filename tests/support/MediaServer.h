@@ -4,18 +4,11 @@
 #include <QObject>
 #include <QTemporaryDir>
 #include <QUrl>
-#include <memory>
 
-// A loopback web site that yt-dlp's generic extractor can rip offline: a watch page carrying
-// JSON-LD VideoObject data, the media it points to (generated with ffmpeg when the server
-// starts), a thumbnail JPEG, a slow copy of both for cancel tests, and 404 for anything else.
-//
-//   MediaServer server;
-//   QVERIFY2(server.start(), qPrintable(server.errorString()));
-//   engine.startExtraction(server.pageUrl().toString());
-//
-// The page's title, author and duration are the constants below; yt-dlp names the output file
-// after kTitle.
+// A loopback web site that yt-dlp's generic extractor can rip offline: watch pages carrying
+// JSON-LD VideoObject data, the media they point to (generated with ffmpeg when the server
+// starts), a thumbnail JPEG, a slow copy of the media for cancel tests, and 404 for anything
+// else. yt-dlp names the output file after the page's title (kTitle unless titledPageUrl).
 class MediaServer : public QObject
 {
     Q_OBJECT
@@ -35,31 +28,22 @@ public:
 
     MediaServer();
     explicit MediaServer(Options options);
-    ~MediaServer() override;
 
-    // Generates the media with ffmpeg and listens on 127.0.0.1; false with errorString() set
-    // when ffmpeg or the socket fails.
+    // Generates the media with ffmpeg and listens on 127.0.0.1; false with errorString() set.
     bool start();
     QString errorString() const { return m_error; }
 
-    // The watch page of the normal-speed clip.
     QUrl pageUrl() const;
+    // A page of the same clip titled with one word, so two rips make two files.
+    QUrl titledPageUrl(const QString& title) const;
     // The watch page whose media trickles in slowly.
     QUrl slowPageUrl() const;
-    // The media file itself, the thumbnail, and an address that answers 404.
-    QUrl mediaUrl() const;
     QUrl thumbnailUrl() const;
     QUrl missingUrl() const;
-    // The generated clip on disk.
-    QString mediaPath() const;
-    int durationSeconds() const { return m_options.durationSeconds; }
-
-    // How many times a route was asked for (by path, e.g. "/media/tone.webm").
-    int hits(const QString& path) const;
 
 private:
     QUrl url(const QString& path) const;
-    QByteArray page(const QString& mediaPath) const;
+    QByteArray page(const QByteArray& title, const QString& mediaPath) const;
     void trickle(class QTcpSocket* socket);
 
     Options m_options;
@@ -69,5 +53,4 @@ private:
     QByteArray m_media;
     QByteArray m_thumbnail;
     QString m_error;
-    QHash<QString, int> m_hits;
 };

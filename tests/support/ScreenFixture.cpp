@@ -4,13 +4,16 @@
 #include "views/ElidedLabel.h"
 
 #include <QAbstractButton>
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTcpServer>
 #include <QTcpSocket>
-#include <QtEndian>
+
+using namespace Qt::StringLiterals;
 
 namespace ScreenFixture {
 
@@ -32,21 +35,23 @@ Environment::Environment(Tools tools, bool systemTools, const QString& folder)
     : m_tools(tools)
     , m_systemTools(systemTools)
 {
+    // Nothing a test runs may reach the user's own folders.
+    QStandardPaths::setTestModeEnabled(true);
     if (folder.isEmpty()) {
         m_dir = std::make_unique<QTemporaryDir>();
         m_folder = m_dir->path();
     } else {
         m_folder = folder;
     }
-    const QString bin = m_folder + QStringLiteral("/tools");
+    const QString bin = m_folder + u"/tools"_s;
     QDir().mkpath(bin);
     if (!systemTools) {
         if (tools != Tools::none)
-            TestSupport::writeScript(bin + QStringLiteral("/yt-dlp"),
+            TestSupport::writeScript(bin + u"/yt-dlp"_s,
                                      "[ \"$1\" = --version ] && { echo 2023.03.04; exit 0; }\n"
                                      "exec sleep 30\n");
         if (tools == Tools::both)
-            TestSupport::writeScript(bin + QStringLiteral("/ffmpeg"),
+            TestSupport::writeScript(bin + u"/ffmpeg"_s,
                                      "echo 'ffmpeg version 5.1.6-0+deb12u1 Copyright'\n");
     }
     buildServices(QUrl());
@@ -63,19 +68,19 @@ void Environment::buildServices(const QUrl& installerBase)
     m_dependencies.reset();
 
     DependencyManager::Options options;
-    options.resourceBinFolder = m_folder + QStringLiteral("/tools");
-    options.installFolder = m_folder + QStringLiteral("/support/bin");
-    options.systemFolders = m_systemTools ? QStringList{QStringLiteral("/usr/bin")} : QStringList{};
+    options.resourceBinFolder = m_folder + u"/tools"_s;
+    options.installFolder = m_folder + u"/support/bin"_s;
+    options.systemFolders = m_systemTools ? QStringList{u"/usr/bin"_s} : QStringList{};
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("PATH"), QString());
+    environment.insert(u"PATH"_s, QString());
     options.environment = environment;
     options.checkOnStart = false;
     if (installerBase.isValid()) {
-        options.ytDlpDownloadUrl = installerBase.resolved(QUrl(QStringLiteral("/yt-dlp_linux")));
-        options.ffmpegDownloadUrl = installerBase.resolved(QUrl(QStringLiteral("/ffmpeg.zip")));
+        options.ytDlpDownloadUrl = installerBase.resolved(QUrl(u"/yt-dlp_linux"_s));
+        options.ffmpegDownloadUrl = installerBase.resolved(QUrl(u"/ffmpeg.zip"_s));
     }
     m_dependencies = std::make_unique<DependencyManager>(options);
-    m_history = std::make_unique<HistoryStore>(m_folder + QStringLiteral("/library"), &desktop);
+    m_history = std::make_unique<HistoryStore>(m_folder + u"/library"_s, &desktop);
     m_player = std::make_unique<AudioPlayerService>();
     m_engine = std::make_unique<DownloadEngine>(
         *m_dependencies, *m_history,
@@ -99,38 +104,25 @@ bool Environment::checkTools()
 void Environment::pointInstallerAtSilentServer()
 {
     m_silentServer = std::make_unique<SilentServer>();
-    buildServices(QUrl(QStringLiteral("http://127.0.0.1:%1/").arg(m_silentServer->serverPort())));
+    buildServices(QUrl(u"http://127.0.0.1:%1/"_s.arg(m_silentServer->serverPort())));
 }
 
 bool writeSilentWav(const QString& path, double seconds)
 {
-    const quint32 rate = 8000;
-    const quint32 samples = static_cast<quint32>(seconds * rate);
+    // 8 kHz mono 8-bit PCM, where silence is 0x80.
+    const QByteArray samples(static_cast<qsizetype>(seconds * 8000), char(0x80));
     QByteArray wav;
-    auto put32 = [&wav](quint32 v) {
-        char bytes[4];
-        qToLittleEndian(v, bytes);
-        wav.append(bytes, 4);
-    };
-    auto put16 = [&wav](quint16 v) {
-        char bytes[2];
-        qToLittleEndian(v, bytes);
-        wav.append(bytes, 2);
-    };
-    wav.append("RIFF");
-    put32(36 + samples * 2);
-    wav.append("WAVEfmt ");
-    put32(16);
-    put16(1); // PCM
-    put16(1); // mono
-    put32(rate);
-    put32(rate * 2);
-    put16(2);
-    put16(16);
-    wav.append("data");
-    put32(samples * 2);
-    wav.append(QByteArray(static_cast<qsizetype>(samples) * 2, '\0'));
-    return TestSupport::writeFile(path, wav);
+    QDataStream out(&wav, QIODevice::WriteOnly);
+    out.setByteOrder(QDataStream::LittleEndian);
+    out.writeRawData("RIFF", 4);
+    out << quint32(36 + samples.size());
+    out.writeRawData("WAVEfmt ", 8);
+    out << quint32(16) << quint16(1) << quint16(1) << quint32(8000) << quint32(8000) << quint16(1)
+        << quint16(8);
+    out.writeRawData("data", 4);
+    out << quint32(samples.size());
+    return out.writeRawData(samples.constData(), int(samples.size())) == samples.size() &&
+           TestSupport::writeFile(path, wav);
 }
 
 bool isNamed(QWidget* root, QWidget* widget, const QString& name)

@@ -10,8 +10,8 @@ QString writeScript(const QString& path, const QByteArray& body)
 {
     QByteArray script = body.startsWith("#!") ? body : QByteArray("#!/bin/sh\n") + body;
     writeFile(path, script);
-    QFile::setPermissions(path, QFile::permissions(path) | QFileDevice::ExeOwner
-                                    | QFileDevice::ExeUser | QFileDevice::ExeGroup);
+    QFile::setPermissions(path, QFile::permissions(path) | QFileDevice::ExeOwner |
+                                    QFileDevice::ExeUser | QFileDevice::ExeGroup);
     return path;
 }
 
