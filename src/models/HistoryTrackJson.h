@@ -31,12 +31,9 @@ std::optional<QList<HistoryTrack>> decode(QByteArrayView json, QString* error = 
 // The two halves of decode(). decodeOwn() reads only a file exactly as encode() writes it, fast,
 // and gives no value for anything else; decodeStrict() reads any JSON. Where decodeOwn() gives
 // records, decodeStrict() gives the same ones. records (when given) receives each record's
-// bytes as views into json, which must outlive them: what appendTrack() writes for it. From
-// splitFrom bytes up, two threads read half the records each.
-inline constexpr qsizetype kSplitInput = 1 << 20;
+// bytes as views into json, which must outlive them: what appendTrack() writes for it.
 std::optional<QList<HistoryTrack>> decodeOwn(QByteArrayView json,
-                                             QList<QByteArray>* records = nullptr,
-                                             qsizetype splitFrom = kSplitInput);
+                                             QList<QByteArray>* records = nullptr);
 std::optional<QList<HistoryTrack>> decodeStrict(QByteArrayView json, QString* error = nullptr,
                                                 bool padded = false);
 
