@@ -36,18 +36,26 @@ public:
         : m_source(std::move(source))
     {}
 
-    // A device-pixel-ratio of 1 hands the size straight to the built icon's own engine, which
-    // is what QIcon does with the size it passes in here.
+    // QIcon asks for a pixmap in device pixels: plainly at a ratio of 1, through scaledPixmap()
+    // above it. Passing the request on through the built icon's own QIcon reaches its engine
+    // with the same size and scale.
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
     {
         return m_source->get().pixmap(size, 1.0, mode, state);
     }
 
+    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state,
+                         qreal scale) override
+    {
+        if (!(scale > 1.0))
+            return pixmap(size, mode, state);
+        return m_source->get().pixmap(size / scale, scale, mode, state);
+    }
+
     QSize actualSize(const QSize& size, QIcon::Mode mode, QIcon::State state) override
     {
-        // QIcon scales the size by the screen's ratio before it asks; only at a ratio of 1
-        // does it pass the size through unchanged. A pixmap icon's pixmaps have its actual
-        // size, so their size answers at any ratio.
+        // Only at a ratio of 1 does QIcon hand the size through unchanged. A pixmap icon's
+        // pixmaps have its actual size, so their size answers at any ratio.
         if (!(qApp->devicePixelRatio() > 1.0))
             return m_source->get().actualSize(size, mode, state);
         const QPixmap made = pixmap(size, mode, state);
@@ -58,7 +66,7 @@ public:
     {
         const QPaintDevice* device = painter->device();
         const qreal ratio = device ? device->devicePixelRatio() : qApp->devicePixelRatio();
-        painter->drawPixmap(rect, pixmap(rect.size() * ratio, mode, state));
+        painter->drawPixmap(rect, scaledPixmap(rect.size() * ratio, mode, state, ratio));
     }
 
     QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override
