@@ -21,9 +21,8 @@ namespace {
 const QString kFileName = QStringLiteral("history.json");
 const QString kUnreadableSuffix = QStringLiteral(".unreadable");
 
-// Moves a library file that could not be read out of the way, under a name that is free.
-// A large library's buffers are touched once, page by page; on 2 MB pages that is a few dozen
-// page faults instead of thousands. Only a hint, so failures are fine.
+// A large library file's buffer is written once, page by page; on 2 MB pages that is a few
+// dozen page faults instead of thousands. Only a hint, so failures are fine.
 void adviseHugePages([[maybe_unused]] void* start, [[maybe_unused]] size_t bytes)
 {
 #ifdef MADV_HUGEPAGE
@@ -37,6 +36,7 @@ void adviseHugePages([[maybe_unused]] void* start, [[maybe_unused]] size_t bytes
 #endif
 }
 
+// Moves a library file that could not be read out of the way, under a name that is free.
 bool keepAside(const QString& filePath)
 {
     if (!QFileInfo::exists(filePath))
@@ -346,8 +346,8 @@ void HistoryStore::removePositions(const QList<qsizetype>& positions)
             ++next;
             continue;
         }
-        kept.append(m_tracks[i]);
-        keptEncoded.append(m_encoded[i]);
+        kept.append(m_tracks.at(i));
+        keptEncoded.append(m_encoded.at(i));
     }
     m_tracks = std::move(kept);
     m_encoded = std::move(keptEncoded);
@@ -357,7 +357,7 @@ void HistoryStore::addTrack(const HistoryTrack& track)
 {
     QList<qsizetype> replaced;
     for (qsizetype i = 0; i < m_tracks.size(); ++i) {
-        const HistoryTrack& record = m_tracks[i];
+        const HistoryTrack& record = m_tracks.at(i); // at(): no copy of a shared list
         if (record.filePath == track.filePath || record.id == track.id)
             replaced.append(i);
     }
@@ -385,7 +385,7 @@ void HistoryStore::removeTrack(const HistoryTrack& track)
 {
     QList<qsizetype> matching;
     for (qsizetype i = 0; i < m_tracks.size(); ++i) {
-        if (m_tracks[i].id == track.id)
+        if (m_tracks.at(i).id == track.id)
             matching.append(i);
     }
     removePositions(matching);
