@@ -59,18 +59,29 @@ SH
 chmod +x "$scratch/measure.sh"
 
 measure() {
-    local home="$scratch/home-$RANDOM$RANDOM"
-    mkdir -p "$home"
-    HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share" \
-    XDG_CACHE_HOME="$home/.cache" XDG_RUNTIME_DIR="$home/runtime" \
-        xvfb-run -a -s "-screen 0 1280x900x24" "$scratch/measure.sh" "$1"
+    # xvfb-run -a can hand two servers started at once the same display, and a program then
+    # fails to connect; such a run is taken again rather than counted as 0 ms.
+    local attempt result
+    for attempt in 1 2 3; do
+        local home="$scratch/home-$RANDOM$RANDOM"
+        mkdir -p "$home"
+        result=$(HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share" \
+            XDG_CACHE_HOME="$home/.cache" XDG_RUNTIME_DIR="$home/runtime" \
+            xvfb-run -a -s "-screen 0 1280x900x24" "$scratch/measure.sh" "$1" 2>/dev/null)
+        if [[ $result != failed* ]]; then
+            echo "$result"
+            return 0
+        fi
+    done
+    echo "$1 never showed a window" >&2
+    return 1
 }
 
 app_ms=() app_kb=() bare_ms=()
 for _ in $(seq 1 "$runs"); do
-    read -r ms kb < <(measure "$app")
+    read -r ms kb <<<"$(measure "$app")" && [[ -n $ms ]] || exit 1
     app_ms+=("$ms") app_kb+=("$kb")
-    read -r ms _ < <(measure "$bare")
+    read -r ms _ <<<"$(measure "$bare")" && [[ -n $ms ]] || exit 1
     bare_ms+=("$ms")
 done
 

@@ -1,4 +1,5 @@
 #include "ColorSchemeWatcher.h"
+#include "StartupStyle.h"
 #include "services/AudioPlayerService.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
@@ -12,9 +13,31 @@
 #include <QIcon>
 #include <QStyleFactory>
 #include <QTimer>
+#include <cstring>
+#include <dlfcn.h>
+#include <thread>
+
+namespace {
+
+// Fontconfig parses its whole configuration the first time any text is measured. Qt's own
+// font database already links it in; asking it to load on a thread of its own while Qt
+// connects to the display takes that parse off the way to the first window. Qt then finds it
+// loaded (fontconfig shares one configuration between threads).
+void loadFontconfig()
+{
+    void* symbol = dlsym(RTLD_DEFAULT, "FcInit");
+    if (!symbol)
+        return;
+    int (*init)() = nullptr;
+    std::memcpy(&init, &symbol, sizeof init);
+    init();
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
+    std::thread fontconfig(loadFontconfig);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Veldtone"));
     QApplication::setOrganizationName(QStringLiteral("Veldtone"));
@@ -24,9 +47,11 @@ int main(int argc, char** argv)
     // One look on every desktop, coloured by our own light and dark palettes.
     const Theme::Scheme scheme = ColorSchemeWatcher::initialScheme();
     if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
-        QApplication::setStyle(fusion);
+        QApplication::setStyle(new StartupStyle(fusion));
     ColorSchemeWatcher::apply(scheme);
     ColorSchemeWatcher colorScheme;
+    // Before any text is measured; by now the parse is usually done.
+    fontconfig.join();
 
     // The four services, created once in this order and shared by every screen.
     DownloadEngine& engine = DownloadEngine::shared();

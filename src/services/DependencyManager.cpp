@@ -185,8 +185,16 @@ DependencyManager::DependencyManager(Options options, QObject* parent)
 {
     m_standardLocations =
         QStringList{m_options.resourceBinFolder, m_options.installFolder} + m_options.systemFolders;
-    if (m_options.checkOnStart)
-        checkDependencies();
+    if (m_options.checkOnStart) {
+        // Reported as checking at once, but the probes start once the event loop runs: a
+        // Python start-up competing with building the first window would only delay it.
+        m_isChecking = true;
+        m_checkQueued = true;
+        QTimer::singleShot(0, this, [this] {
+            if (m_checkQueued)
+                beginCheck();
+        });
+    }
 }
 
 DependencyManager::~DependencyManager() = default;
@@ -283,6 +291,7 @@ bool DependencyManager::beginCheck()
 {
     const bool changed = !m_isChecking;
     m_isChecking = true;
+    m_checkQueued = false;
     // The worker gets copies, so it never touches this object.
     whenFinished(this,
                  QtConcurrent::run(&DependencyManager::runCheck, m_standardLocations,

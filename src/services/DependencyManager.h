@@ -132,6 +132,8 @@ private:
     std::optional<QString> m_ytDlpVersion;
     std::optional<QString> m_ffmpegVersion;
     bool m_isChecking = false;
+    // The check asked for at construction has not started yet.
+    bool m_checkQueued = false;
     bool m_isInstalling = false;
     QString m_installProgress;
     QNetworkAccessManager* m_network = nullptr;

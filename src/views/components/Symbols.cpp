@@ -1,5 +1,7 @@
 #include "views/components/Symbols.h"
 
+#include "views/components/DeferredIcon.h"
+
 #include <QFile>
 #include <QFontDatabase>
 #include <QHash>
@@ -177,10 +179,15 @@ QPixmap pixmap(const QString& symbolName, const QColor& color, int pixelSize,
 
 QIcon icon(const QString& symbolName, const QColor& color, int pixelSize)
 {
-    QIcon result;
-    result.addPixmap(pixmap(symbolName, color, pixelSize, 1.0));
-    result.addPixmap(pixmap(symbolName, color, pixelSize, 2.0));
-    return result;
+    // Painted when first drawn: screens set icons on buttons that show later or never.
+    return DeferredIcon::make(
+        [symbolName, color, pixelSize] {
+            QIcon result;
+            result.addPixmap(pixmap(symbolName, color, pixelSize, 1.0));
+            result.addPixmap(pixmap(symbolName, color, pixelSize, 2.0));
+            return result;
+        },
+        true);
 }
 
 QStringList knownNames()
