@@ -16,27 +16,38 @@
 #include <mutex>
 #include <optional>
 #include <sys/mman.h>
+#include <utility>
 
 namespace {
 const QString kFileName = QStringLiteral("history.json");
 const QString kUnreadableSuffix = QStringLiteral(".unreadable");
 
-// Moves a library file that could not be read out of the way, under a name that is free.
-// A large library's buffers are touched once, page by page; on 2 MB pages that is a few dozen
-// page faults instead of thousands. Only a hint, so failures are fine.
-void adviseHugePages([[maybe_unused]] void* start, [[maybe_unused]] size_t bytes)
+// The file's buffer is written once, page by page, and on a virtual machine every page fault
+// is dear. A large buffer goes on 2 MB pages, a few dozen faults instead of thousands; a
+// smaller one has its pages made in one call. Only hints, so failures are fine.
+void prepareBuffer([[maybe_unused]] void* start, [[maybe_unused]] size_t bytes)
 {
+    [[maybe_unused]] const auto inside = [start, bytes](uintptr_t unit) {
+        const uintptr_t first = (reinterpret_cast<uintptr_t>(start) + unit - 1) & ~(unit - 1);
+        const uintptr_t last = (reinterpret_cast<uintptr_t>(start) + bytes) & ~(unit - 1);
+        return std::pair(reinterpret_cast<void*>(first), last > first ? last - first : 0);
+    };
 #ifdef MADV_HUGEPAGE
-    constexpr uintptr_t kHuge = 2u << 20;
-    if (bytes < 4 * kHuge)
+    if (bytes >= 8u << 20) {
+        const auto [first, length] = inside(2u << 20);
+        madvise(first, length, MADV_HUGEPAGE);
         return;
-    const uintptr_t first = (reinterpret_cast<uintptr_t>(start) + kHuge - 1) & ~(kHuge - 1);
-    const uintptr_t last = (reinterpret_cast<uintptr_t>(start) + bytes) & ~(kHuge - 1);
-    if (last > first)
-        madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+    }
+#endif
+#ifdef MADV_POPULATE_WRITE
+    if (bytes >= 64u << 10) {
+        const auto [first, length] = inside(4096);
+        madvise(first, length, MADV_POPULATE_WRITE);
+    }
 #endif
 }
 
+// Moves a library file that could not be read out of the way, under a name that is free.
 bool keepAside(const QString& filePath)
 {
     if (!QFileInfo::exists(filePath))
@@ -295,7 +306,7 @@ void HistoryStore::load()
     // since the next save writes the loaded records' bytes straight from it.
     const qint64 size = file.size();
     QByteArray data(size + HistoryTrackJson::kReadPadding, Qt::Uninitialized);
-    adviseHugePages(data.data(), static_cast<size_t>(data.size()));
+    prepareBuffer(data.data(), static_cast<size_t>(data.size()));
     std::memset(data.data() + size, 0, HistoryTrackJson::kReadPadding);
     const qint64 read = file.read(data.data(), size);
     if (read != size) {
@@ -346,8 +357,8 @@ void HistoryStore::removePositions(const QList<qsizetype>& positions)
             ++next;
             continue;
         }
-        kept.append(m_tracks[i]);
-        keptEncoded.append(m_encoded[i]);
+        kept.append(m_tracks.at(i));
+        keptEncoded.append(m_encoded.at(i));
     }
     m_tracks = std::move(kept);
     m_encoded = std::move(keptEncoded);
@@ -357,7 +368,7 @@ void HistoryStore::addTrack(const HistoryTrack& track)
 {
     QList<qsizetype> replaced;
     for (qsizetype i = 0; i < m_tracks.size(); ++i) {
-        const HistoryTrack& record = m_tracks[i];
+        const HistoryTrack& record = m_tracks.at(i); // at(): no copy of a shared list
         if (record.filePath == track.filePath || record.id == track.id)
             replaced.append(i);
     }
@@ -385,7 +396,7 @@ void HistoryStore::removeTrack(const HistoryTrack& track)
 {
     QList<qsizetype> matching;
     for (qsizetype i = 0; i < m_tracks.size(); ++i) {
-        if (m_tracks[i].id == track.id)
+        if (m_tracks.at(i).id == track.id)
             matching.append(i);
     }
     removePositions(matching);
