@@ -14,10 +14,8 @@
 #include <QStyleFactory>
 #include <QTimer>
 #include <cstring>
-#include <thread>
-#if defined(Q_OS_UNIX)
 #include <dlfcn.h>
-#endif
+#include <thread>
 
 namespace {
 
@@ -27,14 +25,12 @@ namespace {
 // loaded (fontconfig shares one configuration between threads).
 void loadFontconfig()
 {
-#if defined(Q_OS_UNIX)
     void* symbol = dlsym(RTLD_DEFAULT, "FcInit");
     if (!symbol)
         return;
     int (*init)() = nullptr;
     std::memcpy(&init, &symbol, sizeof init);
     init();
-#endif
 }
 
 } // namespace
