@@ -13,31 +13,9 @@
 #include <QIcon>
 #include <QStyleFactory>
 #include <QTimer>
-#include <cstring>
-#include <dlfcn.h>
-#include <thread>
-
-namespace {
-
-// Fontconfig parses its whole configuration the first time any text is measured. Qt's own
-// font database already links it in; asking it to load on a thread of its own while Qt
-// connects to the display takes that parse off the way to the first window. Qt then finds it
-// loaded (fontconfig shares one configuration between threads).
-void loadFontconfig()
-{
-    void* symbol = dlsym(RTLD_DEFAULT, "FcInit");
-    if (!symbol)
-        return;
-    int (*init)() = nullptr;
-    std::memcpy(&init, &symbol, sizeof init);
-    init();
-}
-
-} // namespace
 
 int main(int argc, char** argv)
 {
-    std::thread fontconfig(loadFontconfig);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Veldtone"));
     QApplication::setOrganizationName(QStringLiteral("Veldtone"));
@@ -50,8 +28,6 @@ int main(int argc, char** argv)
         QApplication::setStyle(new StartupStyle(fusion));
     ColorSchemeWatcher::apply(scheme);
     ColorSchemeWatcher colorScheme;
-    // Before any text is measured; by now the parse is usually done.
-    fontconfig.join();
 
     // The four services, created once in this order and shared by every screen.
     DownloadEngine& engine = DownloadEngine::shared();
