@@ -135,6 +135,8 @@ std::vector<BenchFigure> libraryFigures(int count, const QString& size)
         if (store.tracks().size() != count)
             qFatal("library did not load");
     };
+    // The first load meets fresh memory, as an app start does; later ones reuse freed pages.
+    addTiming(figures, u"library_load_"_qs + size + u"_first"_qs, 1, load, true);
     addTiming(figures, u"library_load_"_qs + size, 5, load, true);
     // How far a load raises the peak above what the process held before it.
     if (const std::optional<double> peak = statusMb("VmHWM:"); peak && before) {
