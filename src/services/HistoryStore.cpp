@@ -9,7 +9,6 @@
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QThread>
-#include <algorithm>
 #include <cmath>
 #include <condition_variable>
 #include <cstring>
@@ -343,20 +342,19 @@ void HistoryStore::changed()
     m_saves->enqueue({m_tracks, m_encoded, m_loadedFile});
 }
 
-void HistoryStore::removePositions(const QList<qsizetype>& positions)
+void HistoryStore::removeWhere(const std::function<bool(qsizetype)>& drop)
 {
-    if (positions.isEmpty())
+    // Nothing is copied unless a record goes: every add asks, and most drop nothing.
+    qsizetype first = 0;
+    while (first < m_tracks.size() && !drop(first))
+        ++first;
+    if (first == m_tracks.size())
         return;
-    QList<HistoryTrack> kept;
-    QList<QByteArray> keptEncoded;
-    kept.reserve(m_tracks.size() - positions.size());
-    keptEncoded.reserve(m_tracks.size() - positions.size());
-    qsizetype next = 0;
-    for (qsizetype i = 0; i < m_tracks.size(); ++i) {
-        if (next < positions.size() && positions[next] == i) {
-            ++next;
+    QList<HistoryTrack> kept = m_tracks.first(first);
+    QList<QByteArray> keptEncoded = m_encoded.first(first);
+    for (qsizetype i = first + 1; i < m_tracks.size(); ++i) {
+        if (drop(i))
             continue;
-        }
         kept.append(m_tracks.at(i));
         keptEncoded.append(m_encoded.at(i));
     }
@@ -366,13 +364,10 @@ void HistoryStore::removePositions(const QList<qsizetype>& positions)
 
 void HistoryStore::addTrack(const HistoryTrack& track)
 {
-    QList<qsizetype> replaced;
-    for (qsizetype i = 0; i < m_tracks.size(); ++i) {
+    removeWhere([this, &track](qsizetype i) {
         const HistoryTrack& record = m_tracks.at(i); // at(): no copy of a shared list
-        if (record.filePath == track.filePath || record.id == track.id)
-            replaced.append(i);
-    }
-    removePositions(replaced);
+        return record.filePath == track.filePath || record.id == track.id;
+    });
     QByteArray bytes;
     HistoryTrackJson::appendTrack(bytes, track); // Left empty when it cannot be encoded.
     m_tracks.prepend(track);
@@ -382,24 +377,13 @@ void HistoryStore::addTrack(const HistoryTrack& track)
 
 void HistoryStore::removeTrack(const QSet<int>& positions)
 {
-    QList<qsizetype> sorted;
-    for (const int position : positions) {
-        if (position >= 0 && position < m_tracks.size())
-            sorted.append(position);
-    }
-    std::sort(sorted.begin(), sorted.end());
-    removePositions(sorted);
+    removeWhere([&positions](qsizetype i) { return positions.contains(static_cast<int>(i)); });
     changed();
 }
 
 void HistoryStore::removeTrack(const HistoryTrack& track)
 {
-    QList<qsizetype> matching;
-    for (qsizetype i = 0; i < m_tracks.size(); ++i) {
-        if (m_tracks.at(i).id == track.id)
-            matching.append(i);
-    }
-    removePositions(matching);
+    removeWhere([this, &track](qsizetype i) { return m_tracks.at(i).id == track.id; });
     changed();
 }
 

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QSet>
 #include <QString>
+#include <functional>
 #include <memory>
 
 class DesktopServices;
@@ -54,8 +55,8 @@ signals:
 private:
     void load();
     void decodeLoaded(const QByteArray& data, qsizetype size);
-    // Removes the records at these ascending positions, with their cached bytes.
-    void removePositions(const QList<qsizetype>& positions);
+    // Removes the records at the positions drop() holds for, with their cached bytes.
+    void removeWhere(const std::function<bool(qsizetype)>& drop);
     void changed();
 
     QString m_folderPath;
