@@ -6,10 +6,10 @@
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
-#include "views/ArtworkCache.h"
-#include "views/BatchView.h"
-#include "views/HistoryView.h"
-#include "views/TrackListView.h"
+#include "views/batch/BatchView.h"
+#include "views/components/ArtworkCache.h"
+#include "views/library/HistoryView.h"
+#include "views/library/TrackListView.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #include "support/ScreenFixture.h"
-#include "views/ConverterView.h"
-#include "views/SettingsView.h"
+#include "views/converter/ConverterView.h"
+#include "views/settings/SettingsView.h"
 
 #include <QAccessible>
 #include <QAccessibleActionInterface>

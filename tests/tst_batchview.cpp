@@ -4,8 +4,8 @@
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"
 #include "support/TestSupport.h"
-#include "views/BatchQueueModel.h"
-#include "views/BatchView.h"
+#include "views/batch/BatchQueueModel.h"
+#include "views/batch/BatchView.h"
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>

@@ -1,13 +1,13 @@
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"
-#include "views/ContentView.h"
-#include "views/DesktopTexts.h"
-#include "views/MainWindow.h"
-#include "views/MiniPlayerView.h"
-#include "views/ScreenFactory.h"
-#include "views/Sidebar.h"
+#include "views/components/DesktopTexts.h"
 #include "views/components/Theme.h"
+#include "views/shell/ContentView.h"
+#include "views/shell/MainWindow.h"
+#include "views/shell/MiniPlayerView.h"
+#include "views/shell/ScreenFactory.h"
+#include "views/shell/Sidebar.h"
 
 #include <QAccessible>
 #include <QAccessibleActionInterface>

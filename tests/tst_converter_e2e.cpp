@@ -1,10 +1,10 @@
 #include "support/MediaServer.h"
 #include "support/ScreenFixture.h"
-#include "views/ConverterView.h"
-#include "views/MainWindow.h"
-#include "views/MiniPlayerView.h"
-#include "views/ScreenFactory.h"
 #include "views/components/GradientButton.h"
+#include "views/converter/ConverterView.h"
+#include "views/shell/MainWindow.h"
+#include "views/shell/MiniPlayerView.h"
+#include "views/shell/ScreenFactory.h"
 
 #include <QFileInfo>
 #include <QLineEdit>

@@ -1,9 +1,9 @@
 #include "support/ScreenFixture.h"
-#include "views/ConverterView.h"
-#include "views/ElidedLabel.h"
-#include "views/StatusPill.h"
+#include "views/components/ElidedLabel.h"
 #include "views/components/GradientButton.h"
 #include "views/components/Theme.h"
+#include "views/converter/ConverterView.h"
+#include "views/converter/StatusPill.h"
 
 #include <QApplication>
 #include <QCheckBox>

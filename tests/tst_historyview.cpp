@@ -1,11 +1,11 @@
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"
-#include "views/ArtworkCache.h"
-#include "views/HistoryView.h"
-#include "views/LibraryListModel.h"
-#include "views/TrackDelegate.h"
-#include "views/TrackListView.h"
+#include "views/components/ArtworkCache.h"
+#include "views/library/HistoryView.h"
+#include "views/library/LibraryListModel.h"
+#include "views/library/TrackDelegate.h"
+#include "views/library/TrackListView.h"
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>

@@ -5,13 +5,13 @@
 #include "services/HistoryStore.h"
 #include "support/EngineFixture.h"
 #include "support/MediaServer.h"
-#include "views/ArtworkCache.h"
-#include "views/BatchQueueModel.h"
-#include "views/BatchView.h"
-#include "views/HistoryView.h"
-#include "views/LibraryListModel.h"
-#include "views/TrackDelegate.h"
-#include "views/TrackListView.h"
+#include "views/batch/BatchQueueModel.h"
+#include "views/batch/BatchView.h"
+#include "views/components/ArtworkCache.h"
+#include "views/library/HistoryView.h"
+#include "views/library/LibraryListModel.h"
+#include "views/library/TrackDelegate.h"
+#include "views/library/TrackListView.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>

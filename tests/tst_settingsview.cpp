@@ -1,9 +1,9 @@
 #include "support/ScreenFixture.h"
 #include "support/TestSupport.h"
-#include "views/DesktopTexts.h"
-#include "views/ElidedLabel.h"
-#include "views/SettingsView.h"
-#include "views/ToolStatusRow.h"
+#include "views/components/DesktopTexts.h"
+#include "views/components/ElidedLabel.h"
+#include "views/settings/SettingsView.h"
+#include "views/settings/ToolStatusRow.h"
 
 #include <QApplication>
 #include <QCheckBox>

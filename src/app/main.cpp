@@ -4,10 +4,10 @@
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
-#include "views/ContentView.h"
-#include "views/MainWindow.h"
-#include "views/NavigationItem.h"
-#include "views/ScreenFactory.h"
+#include "views/shell/ContentView.h"
+#include "views/shell/MainWindow.h"
+#include "views/shell/NavigationItem.h"
+#include "views/shell/ScreenFactory.h"
 
 #include <QApplication>
 #include <QIcon>

@@ -6,14 +6,14 @@
 #include "services/BatchRunner.h"
 #include "support/ScreenFixture.h"
 #include "support/TestSupport.h"
-#include "views/BatchItemDelegate.h"
-#include "views/BatchQueueModel.h"
-#include "views/BatchView.h"
-#include "views/ContentView.h"
-#include "views/HistoryView.h"
-#include "views/MainWindow.h"
-#include "views/ScreenFactory.h"
+#include "views/batch/BatchItemDelegate.h"
+#include "views/batch/BatchQueueModel.h"
+#include "views/batch/BatchView.h"
 #include "views/components/Theme.h"
+#include "views/library/HistoryView.h"
+#include "views/shell/ContentView.h"
+#include "views/shell/MainWindow.h"
+#include "views/shell/ScreenFactory.h"
 
 #include <QApplication>
 #include <QDir>

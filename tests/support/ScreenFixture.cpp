@@ -1,7 +1,7 @@
 #include "ScreenFixture.h"
 
 #include "TestSupport.h"
-#include "views/ElidedLabel.h"
+#include "views/components/ElidedLabel.h"
 
 #include <QAbstractButton>
 #include <QDataStream>

@@ -1,0 +1,193 @@
+#include "views/batch/BatchItemDelegate.h"
+
+#include "views/batch/BatchQueueModel.h"
+#include "views/components/PaintHelpers.h"
+#include "views/components/Theme.h"
+
+#include <QAbstractItemView>
+#include <QFontDatabase>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QToolTip>
+
+using namespace PaintHelpers;
+
+namespace {
+constexpr int kInset = 8;
+constexpr int kPadding = 10;
+constexpr int kSpacing = 12;
+constexpr int kNumberWidth = 24;
+constexpr int kTrash = 18;
+constexpr int kStatusWidth = 124;
+constexpr int kBarWidth = 80;
+
+QFont monospaced(int pixelSize, QFont::Weight weight = QFont::Normal)
+{
+    QFont f = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    f.setPixelSize(pixelSize);
+    f.setWeight(weight);
+    return f;
+}
+
+// The status indicator's own rectangle inside the status column (it is right-aligned).
+QRect indicatorRect(const QRect& column, const DownloadStatus& status)
+{
+    int width = 18;
+    switch (status.kind()) {
+    case DownloadStatus::Kind::idle:
+        width = QFontMetrics(font(11)).horizontalAdvance(QStringLiteral("Waiting"));
+        break;
+    case DownloadStatus::Kind::downloading:
+        // Room for "100%", so the bar does not move as the number grows.
+        width =
+            kBarWidth + 6 + QFontMetrics(monospaced(10)).horizontalAdvance(QStringLiteral("100%"));
+        break;
+    case DownloadStatus::Kind::converting:
+        width = QFontMetrics(font(11, QFont::Medium))
+                    .horizontalAdvance(QStringLiteral("Converting..."));
+        break;
+    default:
+        break;
+    }
+    return QRect(column.right() + 1 - width, column.top(), width, column.height());
+}
+} // namespace
+
+BatchItemDelegate::BatchItemDelegate(QObject* parent)
+    : QStyledItemDelegate(parent)
+{}
+
+BatchItemDelegate::Geometry BatchItemDelegate::geometry(const QRect& rowRect, bool showsTrash)
+{
+    Geometry g;
+    const QRect content = rowRect.adjusted(kInset + kPadding, 4, -(kInset + kPadding), -4);
+    const int centreY = content.center().y();
+    g.number = QRect(content.left(), content.top(), kNumberWidth, content.height());
+    int right = content.right() + 1;
+    if (showsTrash) {
+        g.trashButton = QRect(right - kTrash, centreY - kTrash / 2, kTrash, kTrash);
+        right = g.trashButton.left() - kSpacing;
+    }
+    g.status = QRect(right - kStatusWidth, content.top(), kStatusWidth, content.height());
+    const int textLeft = g.number.right() + 1 + kSpacing;
+    g.text = QRect(textLeft, content.top(), std::max(0, g.status.left() - kSpacing - textLeft),
+                   content.height());
+    return g;
+}
+
+QSize BatchItemDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const
+{
+    return QSize(std::max(option.rect.width(), 300), kRowHeight);
+}
+
+void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const
+{
+    const bool showsTrash = index.data(BatchQueueModel::ShowsTrashRole).toBool();
+    const auto status = index.data(BatchQueueModel::StatusRole).value<DownloadStatus>();
+    const QPalette& palette = option.palette;
+    const Geometry g = geometry(option.rect, showsTrash);
+    const QColor secondaryText = secondary(palette);
+
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    QPainterPath card;
+    card.addRoundedRect(option.rect.adjusted(kInset, 1, -kInset, -1), 8, 8);
+    painter->fillPath(card, (option.state & QStyle::State_MouseOver)
+                                ? withAlpha(palette.color(QPalette::Text), 0.05)
+                                : palette.color(QPalette::Base));
+
+    painter->setFont(monospaced(11, QFont::Bold));
+    painter->setPen(secondaryText);
+    painter->drawText(g.number, Qt::AlignCenter,
+                      index.data(BatchQueueModel::NumberRole).toString());
+
+    const QFont titleFont = font(13, QFont::Medium);
+    painter->setFont(titleFont);
+    painter->setPen(palette.color(QPalette::Text));
+    painter->drawText(g.text, Qt::AlignLeft | Qt::AlignVCenter,
+                      QFontMetrics(titleFont).elidedText(index.data(Qt::DisplayRole).toString(),
+                                                         Qt::ElideMiddle, g.text.width()));
+
+    const QRect indicator = indicatorRect(g.status, status);
+    switch (status.kind()) {
+    case DownloadStatus::Kind::idle:
+        painter->setFont(font(11));
+        painter->setPen(secondaryText);
+        painter->drawText(indicator, Qt::AlignRight | Qt::AlignVCenter, QStringLiteral("Waiting"));
+        break;
+    case DownloadStatus::Kind::downloading: {
+        const double progress = std::clamp(status.progress(), 0.0, 1.0);
+        const QRectF bar(indicator.left(), indicator.center().y() - 2.5, kBarWidth, 5);
+        QPainterPath track;
+        track.addRoundedRect(bar, 2.5, 2.5);
+        painter->fillPath(track, withAlpha(palette.color(QPalette::Text), 0.12));
+        if (progress > 0) {
+            QPainterPath done;
+            done.addRoundedRect(QRectF(bar.left(), bar.top(), bar.width() * progress, bar.height()),
+                                2.5, 2.5);
+            painter->fillPath(done, Theme::accent(palette));
+        }
+        painter->setFont(monospaced(10));
+        painter->setPen(palette.color(QPalette::Text));
+        const QRect label(int(bar.right()) + 6, indicator.top(),
+                          indicator.right() - int(bar.right()) - 5, indicator.height());
+        // Cut toward zero, never rounded up to a 100 % that has not happened.
+        painter->drawText(label, Qt::AlignLeft | Qt::AlignVCenter,
+                          QString::number(int(status.progress() * 100)) + u'%');
+        break;
+    }
+    case DownloadStatus::Kind::converting:
+        painter->setFont(font(11, QFont::Medium));
+        painter->setPen(Theme::orange(palette));
+        painter->drawText(indicator, Qt::AlignRight | Qt::AlignVCenter,
+                          QStringLiteral("Converting..."));
+        break;
+    case DownloadStatus::Kind::completed:
+        drawSymbol(painter, indicator, QStringLiteral("checkmark.circle.fill"), 15,
+                   Theme::green(palette));
+        break;
+    case DownloadStatus::Kind::failed:
+        drawSymbol(painter, indicator, QStringLiteral("exclamationmark.circle.fill"), 15,
+                   Theme::red(palette));
+        break;
+    }
+
+    if (showsTrash)
+        drawSymbol(painter, g.trashButton, QStringLiteral("trash"), 11, secondaryText);
+    painter->restore();
+}
+
+bool BatchItemDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
+                                    const QStyleOptionViewItem& option, const QModelIndex& index)
+{
+    if (event->type() != QEvent::MouseButtonRelease && event->type() != QEvent::MouseButtonPress)
+        return QStyledItemDelegate::editorEvent(event, model, option, index);
+    auto* mouse = static_cast<QMouseEvent*>(event);
+    if (mouse->button() != Qt::LeftButton || !index.data(BatchQueueModel::ShowsTrashRole).toBool())
+        return false;
+    const Geometry g = geometry(option.rect, true);
+    if (!g.trashButton.contains(mouse->position().toPoint()))
+        return false;
+    if (event->type() == QEvent::MouseButtonRelease)
+        emit removeRequested(index.data(BatchQueueModel::IdRole).toUuid());
+    return true;
+}
+
+bool BatchItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                                  const QStyleOptionViewItem& option, const QModelIndex& index)
+{
+    if (event->type() != QEvent::ToolTip || !index.isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const auto status = index.data(BatchQueueModel::StatusRole).value<DownloadStatus>();
+    const Geometry g = geometry(option.rect, index.data(BatchQueueModel::ShowsTrashRole).toBool());
+    if (status.kind() == DownloadStatus::Kind::failed &&
+        indicatorRect(g.status, status).contains(event->pos())) {
+        QToolTip::showText(event->globalPos(), status.error(), view);
+        return true;
+    }
+    QToolTip::hideText();
+    return true;
+}

@@ -1,0 +1,71 @@
+#include "views/batch/BatchQueueModel.h"
+
+#include "services/BatchRunner.h"
+
+BatchQueueModel::BatchQueueModel(BatchRunner& runner, QObject* parent)
+    : QAbstractListModel(parent)
+    , m_runner(runner)
+{
+    connect(&m_runner, &BatchRunner::queueAboutToChange, this, &BatchQueueModel::beginResetModel);
+    connect(&m_runner, &BatchRunner::queueChanged, this, &BatchQueueModel::endResetModel);
+    connect(&m_runner, &BatchRunner::itemChanged, this,
+            [this](int row) { emit dataChanged(index(row), index(row)); });
+    // Trash buttons come and go with the batch.
+    connect(&m_runner, &BatchRunner::isProcessingChanged, this, [this] {
+        if (rowCount() > 0)
+            emit dataChanged(index(0), index(rowCount() - 1), {ShowsTrashRole});
+    });
+}
+
+int BatchQueueModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(m_runner.queue().size());
+}
+
+QString BatchQueueModel::statusText(const DownloadStatus& status)
+{
+    switch (status.kind()) {
+    case DownloadStatus::Kind::idle:
+        return QStringLiteral("Waiting");
+    case DownloadStatus::Kind::downloading:
+        return u"Downloading " + QString::number(int(status.progress() * 100)) + u'%';
+    case DownloadStatus::Kind::converting:
+        return QStringLiteral("Converting...");
+    case DownloadStatus::Kind::completed:
+        return QStringLiteral("Completed");
+    case DownloadStatus::Kind::failed:
+        return u"Failed: " + status.error();
+    }
+    return {};
+}
+
+QVariant BatchQueueModel::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    const BatchItem& item = m_runner.queue().at(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return item.metadata ? item.metadata->title : item.url;
+    case Qt::AccessibleTextRole:
+        return QString(QString::number(index.row() + 1) + u". " +
+                       (item.metadata ? item.metadata->title : item.url));
+    case Qt::AccessibleDescriptionRole:
+        return statusText(item.status);
+    case Qt::ToolTipRole:
+        return item.status.kind() == DownloadStatus::Kind::failed ? QVariant(item.status.error())
+                                                                  : QVariant();
+    case NumberRole:
+        return index.row() + 1;
+    case UrlRole:
+        return item.url;
+    case IdRole:
+        return item.id;
+    case StatusRole:
+        return QVariant::fromValue(item.status);
+    case ShowsTrashRole:
+        return !m_runner.isProcessing() && item.status.kind() == DownloadStatus::Kind::idle;
+    default:
+        return {};
+    }
+}

@@ -1,0 +1,248 @@
+#include "views/batch/BatchView.h"
+
+#include "services/BatchRunner.h"
+#include "views/batch/BatchItemDelegate.h"
+#include "views/batch/BatchQueueModel.h"
+#include "views/components/AccessibleListView.h"
+#include "views/components/FilledPanel.h"
+#include "views/components/PaintHelpers.h"
+#include "views/components/Symbols.h"
+#include "views/components/Theme.h"
+
+#include <QClipboard>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+using namespace PaintHelpers;
+
+namespace {
+const QString kRemoveAction = QStringLiteral("Remove");
+
+// The queue's rows, with their trash button as a named accessible action.
+class BatchListView : public AccessibleListView
+{
+public:
+    BatchListView(BatchRunner& runner, QWidget* parent = nullptr)
+        : AccessibleListView(parent)
+        , m_runner(runner)
+    {}
+
+    QStringList rowActionNames(int row) const override
+    {
+        return model()->index(row, 0).data(BatchQueueModel::ShowsTrashRole).toBool()
+                   ? QStringList{kRemoveAction}
+                   : QStringList();
+    }
+    void triggerRowAction(int row, const QString& name) override
+    {
+        if (name == kRemoveAction)
+            m_runner.removeItem(model()->index(row, 0).data(BatchQueueModel::IdRole).toUuid());
+    }
+
+private:
+    BatchRunner& m_runner;
+};
+
+QLabel* label(const QString& text, int pixelSize, QFont::Weight weight, bool secondaryColour)
+{
+    auto* l = new QLabel(text);
+    l->setFont(font(pixelSize, weight));
+    if (secondaryColour) {
+        QPalette p = l->palette();
+        p.setColor(QPalette::WindowText, secondary(p));
+        l->setPalette(p);
+    }
+    return l;
+}
+
+// A filled, rounded button in the given colour: the platform's prominent style.
+void makeProminent(QPushButton* button, const QColor& colour)
+{
+    button->setStyleSheet(
+        QStringLiteral("QPushButton { background: %1; color: white; border: none; border-radius: "
+                       "6px; padding: 5px 12px; font-weight: 600; }"
+                       "QPushButton:hover { background: %2; }"
+                       "QPushButton:pressed { background: %3; }"
+                       "QPushButton:disabled { background: rgba(128,128,128,0.35); color: "
+                       "rgba(255,255,255,0.7); }")
+            .arg(colour.name(), colour.lighter(110).name(), colour.darker(115).name()));
+    button->setIcon(Symbols::icon(button->property("symbol").toString(), Qt::white, 13));
+    button->setIconSize(QSize(13, 13));
+}
+
+QPushButton* button(const QString& text, const QString& symbol = QString())
+{
+    auto* b = new QPushButton(text);
+    b->setProperty("symbol", symbol);
+    b->setFont(font(12));
+    b->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return b;
+}
+} // namespace
+
+BatchView::BatchView(DownloadEngine& engine, QWidget* parent)
+    : QWidget(parent)
+    , m_runner(new BatchRunner(engine, this))
+    , m_model(new BatchQueueModel(*m_runner, this))
+{
+    setAccessibleName(QStringLiteral("Batch"));
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(16);
+    column->addWidget(buildHeader());
+
+    m_stack = new QStackedWidget;
+    m_stack->addWidget(buildEditor());
+    auto* list = new BatchListView(*m_runner);
+    m_list = list;
+    m_list->setAccessibleName(QStringLiteral("Queue"));
+    m_list->setModel(m_model);
+    m_list->setUniformItemSizes(true);
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_list->setMouseTracking(true);
+    m_list->setSelectionMode(QAbstractItemView::NoSelection);
+    m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    auto* delegate = new BatchItemDelegate(m_list);
+    m_list->setItemDelegate(delegate);
+    connect(delegate, &BatchItemDelegate::removeRequested, m_runner, &BatchRunner::removeItem);
+    m_stack->addWidget(m_list);
+    // The editor sits at the top with space below it; the list takes the space.
+    column->addWidget(m_stack, 1);
+    column->addWidget(buildFooter());
+
+    connect(m_runner, &BatchRunner::queueChanged, this, &BatchView::updateState);
+    connect(m_runner, &BatchRunner::isProcessingChanged, this, &BatchView::updateState);
+    connect(m_runner, &BatchRunner::countsChanged, this, &BatchView::updateState);
+    updateState();
+}
+
+BatchView::~BatchView() = default;
+
+QWidget* BatchView::buildHeader()
+{
+    auto* header = new QWidget;
+    auto* row = new QHBoxLayout(header);
+    row->setContentsMargins(20, 16, 20, 0);
+    auto* titles = new QVBoxLayout;
+    titles->setSpacing(2);
+    titles->addWidget(label(QStringLiteral("Batch Audio Ripper"), 20, QFont::Bold, false));
+    titles->addWidget(label(QStringLiteral("Paste multiple YouTube links to rip all audio at once"),
+                            12, QFont::Normal, true));
+    row->addLayout(titles);
+    row->addStretch(1);
+    m_clearQueue = button(QStringLiteral("Clear Queue"));
+    m_clearQueue->setFont(PaintHelpers::font(11));
+    connect(m_clearQueue, &QPushButton::clicked, m_runner, &BatchRunner::clearQueue);
+    row->addWidget(m_clearQueue);
+    return header;
+}
+
+QWidget* BatchView::buildEditor()
+{
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(20, 0, 20, 0);
+    column->setSpacing(10);
+    column->addWidget(
+        label(QStringLiteral("Enter YouTube links (one per line):"), 12, QFont::Medium, true));
+
+    auto* frame = new FilledPanel(QPalette::Base, 0.8, 8);
+    frame->setOutline(QColor(142, 142, 147, 51));
+    frame->setFixedHeight(140);
+    auto* inset = new QVBoxLayout(frame);
+    inset->setContentsMargins(8, 8, 8, 8);
+    m_editor = new QPlainTextEdit;
+    m_editor->setAccessibleName(QStringLiteral("YouTube links, one per line"));
+    QFont mono = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    mono.setPixelSize(12);
+    m_editor->setFont(mono);
+    m_editor->setFrameShape(QFrame::NoFrame);
+    m_editor->setStyleSheet(QStringLiteral("QPlainTextEdit { background: transparent; }"));
+    m_editor->setTabChangesFocus(true);
+    inset->addWidget(m_editor);
+    column->addWidget(frame);
+
+    auto* actions = new QHBoxLayout;
+    m_paste = button(QStringLiteral("Paste Clipboard"));
+    connect(m_paste, &QPushButton::clicked, this, &BatchView::pasteClipboard);
+    actions->addWidget(m_paste);
+    actions->addStretch(1);
+    m_add = button(QStringLiteral("Add to Queue"), QStringLiteral("plus.circle.fill"));
+    makeProminent(m_add, Theme::accent(palette()));
+    connect(m_add, &QPushButton::clicked, this, &BatchView::addUrlsToQueue);
+    actions->addWidget(m_add);
+    column->addLayout(actions);
+    column->addStretch(1);
+
+    connect(m_editor, &QPlainTextEdit::textChanged, this,
+            [this] { m_add->setEnabled(!m_editor->toPlainText().trimmed().isEmpty()); });
+    m_add->setEnabled(false);
+    return page;
+}
+
+QWidget* BatchView::buildFooter()
+{
+    m_footer = new QWidget;
+    auto* row = new QHBoxLayout(m_footer);
+    row->setContentsMargins(20, 0, 20, 16);
+    row->setSpacing(16);
+    m_count = label(QString(), 12, QFont::Normal, true);
+    row->addWidget(m_count);
+    row->addStretch(1);
+    m_stop = button(QStringLiteral("Stop Batch"));
+    m_stop->setStyleSheet(u"QPushButton { color: " + Theme::red(palette()).name() + u"; }");
+    connect(m_stop, &QPushButton::clicked, m_runner, &BatchRunner::stopBatch);
+    row->addWidget(m_stop);
+    m_addMore = button(QStringLiteral("Add More URLs"));
+    connect(m_addMore, &QPushButton::clicked, m_runner, &BatchRunner::clearQueue);
+    row->addWidget(m_addMore);
+    m_ripAll = button(QString(), QStringLiteral("arrow.down.circle.fill"));
+    makeProminent(m_ripAll, Theme::orange(palette()));
+    connect(m_ripAll, &QPushButton::clicked, m_runner, &BatchRunner::startBatchProcessing);
+    row->addWidget(m_ripAll);
+    return m_footer;
+}
+
+BatchView::State BatchView::state() const
+{
+    if (m_runner->isProcessing())
+        return State::processing;
+    return m_runner->queue().isEmpty() ? State::composing : State::queued;
+}
+
+void BatchView::updateState()
+{
+    const State now = state();
+    const bool queueShown = !m_runner->queue().isEmpty();
+    m_stack->setCurrentIndex(queueShown ? 1 : 0);
+    m_clearQueue->setVisible(now == State::queued);
+    m_footer->setVisible(queueShown);
+    m_count->setText(m_runner->countText());
+    m_stop->setVisible(now == State::processing);
+    m_addMore->setVisible(now != State::processing);
+    m_ripAll->setVisible(now != State::processing);
+    m_ripAll->setText(u"Rip All (" + QString::number(m_runner->queue().size()) + u" Tracks)");
+}
+
+void BatchView::pasteClipboard()
+{
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    if (!data || !data->hasText())
+        return;
+    m_editor->setPlainText(BatchRunner::pastedText(m_editor->toPlainText(), data->text()));
+    m_editor->moveCursor(QTextCursor::End);
+}
+
+void BatchView::addUrlsToQueue()
+{
+    m_runner->addUrlsToQueue(m_editor->toPlainText());
+    // Emptied whether or not a line was kept.
+    m_editor->clear();
+}

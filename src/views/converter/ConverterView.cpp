@@ -1,0 +1,720 @@
+#include "views/converter/ConverterView.h"
+
+#include "models/DownloadStatus.h"
+#include "platform/DesktopServices.h"
+#include "services/AudioPlayerService.h"
+#include "services/DependencyManager.h"
+#include "services/DownloadEngine.h"
+#include "services/HistoryStore.h"
+#include "services/Services.h"
+#include "views/components/ActivitySpinner.h"
+#include "views/components/DesktopTexts.h"
+#include "views/components/ElidedLabel.h"
+#include "views/components/GlassCard.h"
+#include "views/components/GradientButton.h"
+#include "views/components/RoundedPanel.h"
+#include "views/components/ScreenStyle.h"
+#include "views/components/Symbols.h"
+#include "views/components/Theme.h"
+#include "views/converter/AppBadge.h"
+#include "views/converter/StatusPill.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPainter>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+using namespace ScreenStyle;
+
+namespace {
+
+const QList<QColor> kStartGradient = {QColor(255, 59, 48), QColor(255, 149, 0)};
+
+QHBoxLayout* row(QWidget* owner, int spacing)
+{
+    auto* layout = new QHBoxLayout(owner);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    return layout;
+}
+
+QVBoxLayout* column(QWidget* owner, int spacing)
+{
+    auto* layout = new QVBoxLayout(owner);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    return layout;
+}
+
+// A bordered button of the small control size, with an optional leading symbol.
+QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget* parent,
+                         int pixelSize = 11)
+{
+    auto* button =
+        new QPushButton(QString(text).replace(QLatin1Char('&'), QStringLiteral("&&")), parent);
+    button->setAccessibleName(text);
+    button->setFont(ScreenStyle::font(pixelSize));
+    if (!symbolName.isEmpty()) {
+        button->setIcon(Symbols::icon(symbolName, parent->palette().color(QPalette::ButtonText),
+                                      pixelSize + 2));
+        button->setIconSize(QSize(pixelSize + 2, pixelSize + 2));
+    }
+    return button;
+}
+
+// A symbol followed by a text, added to a row; returns the text part.
+QLabel* symbolText(const QString& symbolName, const QColor& color, int pixelSize, QWidget* owner,
+                   QHBoxLayout* layout)
+{
+    layout->addWidget(symbol(symbolName, color, pixelSize, owner));
+    layout->addSpacing(3);
+    QLabel* text = label(QString(), ScreenStyle::font(pixelSize), owner);
+    setTextColor(text, color);
+    layout->addWidget(text);
+    return text;
+}
+
+// A thin rounded track with a rounded fill, painted here rather than by a style sheet.
+class SlimProgressBar : public QProgressBar
+{
+public:
+    SlimProgressBar(const QColor& track, const QColor& fill, QWidget* parent)
+        : QProgressBar(parent)
+        , m_track(track)
+        , m_fill(fill)
+    {}
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        const QRectF area = rect();
+        const qreal radius = 3;
+        painter.setBrush(m_track);
+        painter.drawRoundedRect(area, radius, radius);
+        const qreal span = maximum() - minimum();
+        const qreal part = span > 0 ? qBound(0.0, (value() - minimum()) / span, 1.0) : 0.0;
+        if (part <= 0)
+            return;
+        painter.setBrush(m_fill);
+        painter.drawRoundedRect(QRectF(area.topLeft(), QSizeF(area.width() * part, area.height())),
+                                radius, radius);
+    }
+
+private:
+    QColor m_track;
+    QColor m_fill;
+};
+
+} // namespace
+
+ConverterView::ConverterView(const Services& services, DesktopServices* desktop, QWidget* parent)
+    : ThemedScreen(parent)
+    , m_services(services)
+    , m_desktop(desktop ? *desktop : DesktopServices::system())
+{
+    setAccessibleName(QStringLiteral("Converter"));
+    buildContent();
+
+    DownloadEngine& engine = m_services.engine;
+    DependencyManager& tools = m_services.dependencies;
+    for (auto signal :
+         {&DependencyManager::isReadyChanged, &DependencyManager::isCheckingChanged,
+          &DependencyManager::isInstallingChanged, &DependencyManager::installProgressChanged}) {
+        connect(&tools, signal, this, &ConverterView::updateTools);
+    }
+    for (auto signal :
+         {&DownloadEngine::selectedFormatChanged, &DownloadEngine::selectedQualityChanged,
+          &DownloadEngine::targetFolderChanged, &DownloadEngine::embedArtworkChanged,
+          &DownloadEngine::embedMetadataChanged}) {
+        connect(&engine, signal, this, &ConverterView::updateSelections);
+    }
+    connect(&engine, &DownloadEngine::currentStatusChanged, this, &ConverterView::updateStatus);
+    connect(&m_services.history, &HistoryStore::tracksChanged, this,
+            &ConverterView::updatePlayButton);
+    connect(&m_services.player, &AudioPlayerService::isPlayingChanged, this,
+            &ConverterView::updatePlayButton);
+    connect(&m_services.player, &AudioPlayerService::currentTrackChanged, this,
+            &ConverterView::updatePlayButton);
+}
+
+ConverterView::~ConverterView() = default;
+
+void ConverterView::buildContent()
+{
+    const QString link = m_linkField ? m_linkField->text() : QString();
+    QWidget* content = beginContent();
+    // Cards keep room around their panels for the shadow; the margins and gaps here are
+    // trimmed by that room so the panels sit 20 from the sides and 16 apart.
+    const QMargins shadow = GlassCard::shadowMargins();
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(20 - shadow.left(), 16, 20 - shadow.right(), 16 - shadow.bottom());
+    layout->setSpacing(0);
+    QWidget* header = buildHeader();
+    header->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
+    layout->addWidget(header);
+    layout->addSpacing(16 - shadow.top());
+    layout->addWidget(buildMissingToolsCard());
+    layout->addWidget(buildLinkCard());
+    layout->addWidget(buildConfigurationCard());
+    layout->addWidget(buildStatusGroup());
+    layout->addStretch(1);
+    m_linkField->setText(link);
+    // Show the parts for the current state before the scroll area measures them: hiding a
+    // part of a layout that has never been laid out does not reach the measures it caches.
+    updateTools();
+    updateSelections();
+    updateStatus();
+    finishContent(content);
+}
+
+QString ConverterView::inputUrl() const
+{
+    return m_linkField->text();
+}
+
+void ConverterView::setInputUrl(const QString& text)
+{
+    m_linkField->setText(text);
+}
+
+QString ConverterView::rippingTitle(AudioFormat format, AudioQuality quality)
+{
+    QString title = QStringLiteral("Rip Audio (") + format.rawValue().toUpper();
+    if (format.supportsBitrate())
+        title += QStringLiteral(" \u2022 ") + quality.shortName();
+    return title + QLatin1Char(')');
+}
+
+QString ConverterView::percentText(double progress)
+{
+    return QString::asprintf("%.1f%%", progress * 100);
+}
+
+void ConverterView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    QLinearGradient background(0, 0, 0, height());
+    background.setColorAt(0, Theme::windowBackground(palette()));
+    background.setColorAt(1, Theme::withOpacity(Theme::controlBackground(palette()), 0.85));
+    painter.fillRect(rect(), Theme::windowBackground(palette()));
+    painter.fillRect(rect(), background);
+}
+
+QWidget* ConverterView::buildHeader()
+{
+    auto* header = new QWidget(this);
+    QHBoxLayout* layout = row(header, 12);
+    layout->addWidget(new AppBadge(header));
+
+    auto* titles = new QWidget(header);
+    QVBoxLayout* titleColumn = column(titles, 2);
+    titleColumn->addWidget(
+        label(QStringLiteral("Veldtone"), ScreenStyle::font(20, QFont::Bold, Face::rounded)));
+    QLabel* tagline = label(QStringLiteral("Rip studio-quality MP3 & audio from YouTube videos"),
+                            ScreenStyle::font(12), titles);
+    setTextColor(tagline, secondaryText(this));
+    titleColumn->addWidget(tagline);
+    layout->addWidget(titles);
+    layout->addStretch(1);
+
+    m_pill = new StatusPill(header);
+    layout->addWidget(m_pill);
+    return header;
+}
+
+QWidget* ConverterView::buildMissingToolsCard()
+{
+    auto* content = new QWidget;
+    QHBoxLayout* layout = row(content, 10);
+    layout->addWidget(symbol(QStringLiteral("exclamationmark.triangle.fill"), orange(this), 18));
+
+    auto* texts = new QWidget(content);
+    QVBoxLayout* textColumn = column(texts, 2);
+    textColumn->addWidget(label(QStringLiteral("Tools Missing (yt-dlp or ffmpeg)"),
+                                ScreenStyle::font(12, QFont::DemiBold)));
+    m_missingToolsDetail = label(QString(), ScreenStyle::font(11), texts);
+    m_missingToolsDetail->setWordWrap(true);
+    textColumn->addWidget(m_missingToolsDetail);
+    layout->addWidget(texts, 1);
+
+    m_installSpinner = new ActivitySpinner(16, content);
+    layout->addWidget(m_installSpinner);
+    m_installButton = new QPushButton(QStringLiteral("Install Automatically"), content);
+    m_installButton->setFont(ScreenStyle::font(11));
+    m_installButton->setStyleSheet(prominentButtonSheet(orange(this)));
+    connect(m_installButton, &QPushButton::clicked, this,
+            [this] { m_services.dependencies.installDependenciesAutomatically(); });
+    layout->addWidget(m_installButton);
+
+    m_missingToolsCard = new GlassCard(content, 10, 10, this);
+    return m_missingToolsCard;
+}
+
+QWidget* ConverterView::buildLinkCard()
+{
+    auto* content = new QWidget;
+    QVBoxLayout* layout = column(content, 8);
+    layout->addWidget(caption(QStringLiteral("YouTube Video Link"), this));
+
+    auto* input = new RoundedPanel(RoundedPanel::Fill::textBackground, 0.8, 8, content);
+    QHBoxLayout* inputRow = row(input, 8);
+    inputRow->setContentsMargins(8, 8, 8, 8);
+    inputRow->addWidget(symbol(QStringLiteral("link"), secondaryText(this), 13, input));
+
+    m_linkField = new QLineEdit(input);
+    m_linkField->setFrame(false);
+    m_linkField->setFont(ScreenStyle::font(13));
+    m_linkField->setAccessibleName(QStringLiteral("YouTube Video Link"));
+    m_linkField->setPlaceholderText(QStringLiteral(
+        "https://www.youtube.com/watch?v=dQw4w9WgXcQ or https://youtu.be/dQw4w9WgXcQ"));
+    // Borderless: the rounded panel behind is the field's background. A palette, not a style
+    // sheet, which would give the field a style sheet style of its own and slow the first show.
+    QPalette fieldPalette = m_linkField->palette();
+    fieldPalette.setColor(QPalette::Base, Qt::transparent);
+    m_linkField->setPalette(fieldPalette);
+    inputRow->addWidget(m_linkField, 1);
+
+    m_clearButton = new QToolButton(input);
+    m_clearButton->setAutoRaise(true);
+    m_clearButton->setIcon(
+        Symbols::icon(QStringLiteral("xmark.circle.fill"), secondaryText(this), 14));
+    m_clearButton->setToolTip(QStringLiteral("Clear"));
+    m_clearButton->setAccessibleName(QStringLiteral("Clear"));
+    m_clearButton->setStyleSheet(plainButtonSheet(secondaryText(this)));
+    m_clearButton->setCursor(Qt::ArrowCursor);
+    connect(m_clearButton, &QToolButton::clicked, this, [this] { m_linkField->clear(); });
+    inputRow->addWidget(m_clearButton);
+
+    m_pasteButton = smallButton(QStringLiteral("Paste"), QStringLiteral("doc.on.clipboard"), input);
+    m_pasteButton->setFont(ScreenStyle::font(11, QFont::Medium));
+    connect(m_pasteButton, &QPushButton::clicked, this, &ConverterView::pasteFromClipboard);
+    inputRow->addWidget(m_pasteButton);
+    layout->addWidget(input);
+
+    connect(m_linkField, &QLineEdit::textChanged, this, [this](const QString& text) {
+        m_clearButton->setVisible(!text.isEmpty());
+        updateStartButton();
+    });
+    m_clearButton->setVisible(false);
+    return new GlassCard(content, 12, 12, this);
+}
+
+QWidget* ConverterView::buildConfigurationCard()
+{
+    DownloadEngine& engine = m_services.engine;
+    auto* content = new QWidget;
+    QVBoxLayout* layout = column(content, 12);
+
+    // Destination folder.
+    auto* destination = new QWidget(content);
+    QVBoxLayout* destinationColumn = column(destination, 6);
+    destinationColumn->addWidget(caption(QStringLiteral("Destination Folder"), this));
+    auto* folderRow = new RoundedPanel(RoundedPanel::Fill::controlBackground, 0.6, 6, destination);
+    QHBoxLayout* folderLayout = row(folderRow, 10);
+    folderLayout->setContentsMargins(7, 7, 7, 7);
+    folderLayout->addWidget(symbol(QStringLiteral("folder.fill"), accent(this), 16, folderRow));
+    m_folderPath = new ElidedLabel(folderRow);
+    m_folderPath->setFont(ScreenStyle::font(11, QFont::Normal, Face::monospaced));
+    folderLayout->addWidget(m_folderPath, 1);
+    m_chooseFolderButton = smallButton(QStringLiteral("Choose..."),
+                                       QStringLiteral("folder.badge.gearshape"), folderRow);
+    connect(m_chooseFolderButton, &QPushButton::clicked, this, &ConverterView::selectTargetFolder);
+    folderLayout->addWidget(m_chooseFolderButton);
+    m_openFolderButton = new QToolButton(folderRow);
+    m_openFolderButton->setAutoRaise(true);
+    m_openFolderButton->setIcon(
+        Symbols::icon(QStringLiteral("arrow.up.forward.square"), accent(this), 16));
+    m_openFolderButton->setToolTip(DesktopTexts::kOpenFolder);
+    m_openFolderButton->setAccessibleName(DesktopTexts::kOpenFolder);
+    connect(m_openFolderButton, &QToolButton::clicked, this, &ConverterView::openTargetFolder);
+    folderLayout->addWidget(m_openFolderButton);
+    destinationColumn->addWidget(folderRow);
+    layout->addWidget(destination);
+    layout->addWidget(divider(content));
+
+    // Format and quality, side by side in equal halves.
+    auto* pickers = new QWidget(content);
+    QHBoxLayout* pickerRow = row(pickers, 16);
+    auto* formatColumn = new QWidget(pickers);
+    QVBoxLayout* formatLayout = column(formatColumn, 4);
+    formatLayout->addWidget(caption(QStringLiteral("Audio Format"), this));
+    m_formatPicker = new QComboBox(formatColumn);
+    m_formatPicker->setAccessibleName(QStringLiteral("Audio Format"));
+    for (AudioFormat format : AudioFormat::allCases()) {
+        m_formatPicker->addItem(
+            Symbols::icon(format.iconName(), palette().color(QPalette::Text), 14),
+            format.displayName(), format.rawValue());
+    }
+    formatLayout->addWidget(m_formatPicker);
+    formatLayout->addStretch(1);
+    pickerRow->addWidget(formatColumn, 1, Qt::AlignTop);
+
+    auto* qualityColumn = new QWidget(pickers);
+    QVBoxLayout* qualityLayout = column(qualityColumn, 4);
+    qualityLayout->addWidget(caption(QStringLiteral("Audio Quality"), this));
+    m_qualityPicker = new QComboBox(qualityColumn);
+    m_qualityPicker->setAccessibleName(QStringLiteral("Audio Quality"));
+    for (AudioQuality quality : AudioQuality::allCases())
+        m_qualityPicker->addItem(quality.displayName(), quality.rawValue());
+    qualityLayout->addWidget(m_qualityPicker);
+    m_losslessNote =
+        label(QStringLiteral("Lossless / Best Stream"), ScreenStyle::font(12), qualityColumn);
+    m_losslessNote->setContentsMargins(0, 3, 0, 3);
+    setTextColor(m_losslessNote, secondaryText(this));
+    qualityLayout->addWidget(m_losslessNote);
+    qualityLayout->addStretch(1);
+    pickerRow->addWidget(qualityColumn, 1, Qt::AlignTop);
+    layout->addWidget(pickers);
+    layout->addWidget(divider(content));
+
+    connect(m_formatPicker, &QComboBox::activated, this, [this, &engine](int index) {
+        if (auto format = AudioFormat::fromRawValue(m_formatPicker->itemData(index).toString()))
+            engine.setSelectedFormat(*format);
+    });
+    connect(m_qualityPicker, &QComboBox::activated, this, [this, &engine](int index) {
+        if (auto quality = AudioQuality::fromRawValue(m_qualityPicker->itemData(index).toString()))
+            engine.setSelectedQuality(*quality);
+    });
+
+    // The two embedding switches; saved only when a rip starts.
+    auto* switches = new QWidget(content);
+    QHBoxLayout* switchRow = row(switches, 20);
+    const QColor iconColor = palette().color(QPalette::WindowText);
+    m_artworkBox = new QCheckBox(QStringLiteral("Embed Album Artwork"), switches);
+    m_artworkBox->setIcon(Symbols::icon(QStringLiteral("photo.artframe"), iconColor, 13));
+    m_artworkBox->setFont(ScreenStyle::font(11));
+    m_metadataBox = new QCheckBox(QStringLiteral("Embed ID3 Tags"), switches);
+    m_metadataBox->setIcon(Symbols::icon(QStringLiteral("tag.fill"), iconColor, 13));
+    m_metadataBox->setFont(ScreenStyle::font(11));
+    switchRow->addWidget(m_artworkBox);
+    switchRow->addWidget(m_metadataBox);
+    switchRow->addStretch(1);
+    layout->addWidget(switches);
+    connect(m_artworkBox, &QCheckBox::toggled, &engine, &DownloadEngine::setEmbedArtwork);
+    connect(m_metadataBox, &QCheckBox::toggled, &engine, &DownloadEngine::setEmbedMetadata);
+
+    return new GlassCard(content, 12, 12, this);
+}
+
+QWidget* ConverterView::buildStatusGroup()
+{
+    auto* group = new QWidget(this);
+    // The cards' shadow room already keeps them apart from the action row.
+    QVBoxLayout* layout = column(group, 0);
+
+    // Progress card: the downloading form or the converting form, then "Cancel Download".
+    auto* progress = new QWidget;
+    QVBoxLayout* progressLayout = column(progress, 10);
+
+    m_downloadingForm = new QWidget(progress);
+    QVBoxLayout* downloading = column(m_downloadingForm, 6);
+    auto* headline = new QWidget(m_downloadingForm);
+    QHBoxLayout* headlineRow = row(headline, 6);
+    headlineRow->addWidget(new ActivitySpinner(14, headline));
+    headlineRow->addWidget(
+        label(QStringLiteral("Downloading Audio..."), ScreenStyle::font(12, QFont::DemiBold)));
+    headlineRow->addStretch(1);
+    m_percentLabel =
+        label(QString(), ScreenStyle::font(12, QFont::Bold, Face::monospaced), headline);
+    setTextColor(m_percentLabel, orange(this));
+    headlineRow->addWidget(m_percentLabel);
+    downloading->addWidget(headline);
+
+    QColor track = palette().color(QPalette::WindowText);
+    track.setAlphaF(0.12f);
+    m_progressBar = new SlimProgressBar(track, orange(this), m_downloadingForm);
+    m_progressBar->setRange(0, 1000);
+    m_progressBar->setTextVisible(false);
+    m_progressBar->setFixedHeight(6);
+    m_progressBar->setAccessibleName(QStringLiteral("Download progress"));
+    downloading->addWidget(m_progressBar);
+
+    auto* details = new QWidget(m_downloadingForm);
+    QHBoxLayout* detailRow = row(details, 0);
+    const QColor dim = secondaryText(this);
+    m_speedLabel = symbolText(QStringLiteral("arrow.down.circle"), dim, 10, details, detailRow);
+    detailRow->addStretch(1);
+    // The ETA label carries its own trailing space, so hiding it leaves one gap, not two.
+    m_etaGroup = new QWidget(details);
+    QHBoxLayout* etaRow = row(m_etaGroup, 0);
+    m_etaLabel = symbolText(QStringLiteral("clock"), dim, 10, m_etaGroup, etaRow);
+    etaRow->addStretch(1);
+    detailRow->addWidget(m_etaGroup, 1);
+    m_sizeLabel = symbolText(QStringLiteral("internaldrive"), dim, 10, details, detailRow);
+    downloading->addWidget(details);
+    progressLayout->addWidget(m_downloadingForm);
+
+    m_convertingForm = new QWidget(progress);
+    QHBoxLayout* converting = row(m_convertingForm, 8);
+    converting->addWidget(new ActivitySpinner(14, m_convertingForm));
+    m_stageLabel = label(QString(), ScreenStyle::font(12, QFont::Medium), m_convertingForm);
+    setTextColor(m_stageLabel, orange(this));
+    converting->addWidget(m_stageLabel, 1);
+    progressLayout->addWidget(m_convertingForm);
+
+    auto* cancelRow = new QWidget(progress);
+    QHBoxLayout* cancelLayout = row(cancelRow, 0);
+    cancelLayout->addStretch(1);
+    m_cancelButton = new QPushButton(QStringLiteral("Cancel Download"), cancelRow);
+    m_cancelButton->setFont(ScreenStyle::font(11, QFont::Medium));
+    m_cancelButton->setIcon(Symbols::icon(QStringLiteral("xmark.circle.fill"), red(this), 13));
+    m_cancelButton->setStyleSheet(plainButtonSheet(red(this)));
+    m_cancelButton->setCursor(Qt::PointingHandCursor);
+    connect(m_cancelButton, &QPushButton::clicked, this, [this] { m_services.engine.cancel(); });
+    cancelLayout->addWidget(m_cancelButton);
+    progressLayout->addWidget(cancelRow);
+    m_progressCard = new GlassCard(progress, 12, 12, group);
+    layout->addWidget(m_progressCard);
+
+    // Success card.
+    auto* success = new QWidget;
+    QHBoxLayout* successRow = row(success, 12);
+    successRow->addWidget(symbol(QStringLiteral("checkmark.circle.fill"), green(this), 24));
+    auto* successTexts = new QWidget(success);
+    QVBoxLayout* successColumn = column(successTexts, 1);
+    successColumn->addWidget(
+        label(QStringLiteral("Extraction Complete!"), ScreenStyle::font(13, QFont::Bold)));
+    // One line; a long name is shortened in the middle so its extension stays in view.
+    m_fileNameLabel = new ElidedLabel(successTexts);
+    m_fileNameLabel->setFont(ScreenStyle::font(11));
+    setTextColor(m_fileNameLabel, secondaryText(this));
+    successColumn->addWidget(m_fileNameLabel);
+    successRow->addWidget(successTexts, 1);
+    m_playButton = new QPushButton(QStringLiteral("Play"), success);
+    m_playButton->setFont(ScreenStyle::font(11, QFont::DemiBold));
+    m_playButton->setStyleSheet(prominentButtonSheet(green(this)));
+    connect(m_playButton, &QPushButton::clicked, this, &ConverterView::playFinishedTrack);
+    successRow->addWidget(m_playButton);
+    m_showFileButton = smallButton(DesktopTexts::kShowInFolder, QStringLiteral("folder"), success);
+    connect(m_showFileButton, &QPushButton::clicked, this, &ConverterView::showFinishedFile);
+    successRow->addWidget(m_showFileButton);
+    m_successCard = new GlassCard(success, 12, 12, group);
+    layout->addWidget(m_successCard);
+
+    // Failure card.
+    auto* failure = new QWidget;
+    QHBoxLayout* failureRow = row(failure, 10);
+    failureRow->addWidget(symbol(QStringLiteral("xmark.octagon.fill"), red(this), 20), 0,
+                          Qt::AlignVCenter);
+    auto* failureTexts = new QWidget(failure);
+    QVBoxLayout* failureColumn = column(failureTexts, 2);
+    failureColumn->addWidget(
+        label(QStringLiteral("Extraction Failed"), ScreenStyle::font(12, QFont::Bold)));
+    m_errorLabel = label(QString(), ScreenStyle::font(11), failureTexts);
+    m_errorLabel->setWordWrap(true);
+    m_errorLabel->setMaximumHeight(m_errorLabel->fontMetrics().lineSpacing() * 3 + 2);
+    m_errorLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    setTextColor(m_errorLabel, secondaryText(this));
+    failureColumn->addWidget(m_errorLabel);
+    failureRow->addWidget(failureTexts, 1);
+    m_dismissButton = smallButton(QStringLiteral("Dismiss"), QString(), failure);
+    connect(m_dismissButton, &QPushButton::clicked, this, &ConverterView::dismiss);
+    failureRow->addWidget(m_dismissButton);
+    m_failureCard = new GlassCard(failure, 12, 12, group);
+    layout->addWidget(m_failureCard);
+
+    // Action row.
+    auto* actions = new QWidget(group);
+    QHBoxLayout* actionRow = row(actions, 12);
+    actionRow->setContentsMargins(0, 4, 0, 0);
+    actionRow->addStretch(1);
+    m_startButton = new GradientButton(QString(), QStringLiteral("arrow.down.to.line.compact"),
+                                       kStartGradient, actions);
+    connect(m_startButton, &GradientButton::clicked, this, &ConverterView::startRip);
+    actionRow->addWidget(m_startButton);
+    m_newRipButton = new QPushButton(QStringLiteral("New Rip"), actions);
+    m_newRipButton->setFont(ScreenStyle::font(12));
+    connect(m_newRipButton, &QPushButton::clicked, this, &ConverterView::newRip);
+    actionRow->addWidget(m_newRipButton);
+    actionRow->addStretch(1);
+    layout->addWidget(actions);
+    return group;
+}
+
+void ConverterView::startRip()
+{
+    DownloadEngine& engine = m_services.engine;
+    // This click is when the screen's choices are kept for the next launch.
+    engine.savePreferences();
+    // The engine trims and checks the link itself.
+    engine.startExtraction(m_linkField->text());
+}
+
+void ConverterView::pasteFromClipboard()
+{
+    const QMimeData* mime = QGuiApplication::clipboard()->mimeData();
+    if (!mime || !mime->hasText())
+        return;
+    m_linkField->setText(mime->text().trimmed());
+}
+
+void ConverterView::selectTargetFolder()
+{
+    chooseTargetFolder(m_services.engine);
+}
+
+void ConverterView::openTargetFolder()
+{
+    m_desktop.openPath(folderPath(m_services.engine.targetFolder()));
+}
+
+void ConverterView::playFinishedTrack()
+{
+    if (const auto record = matchingRecord())
+        m_services.player.play(*record);
+}
+
+void ConverterView::showFinishedFile()
+{
+    const DownloadStatus status = m_services.engine.currentStatus();
+    if (status.kind() == DownloadStatus::Kind::completed)
+        m_desktop.revealFile(status.filePath());
+}
+
+void ConverterView::newRip()
+{
+    m_services.engine.setCurrentStatus(DownloadStatus::idle());
+    m_linkField->clear();
+}
+
+void ConverterView::dismiss()
+{
+    m_services.engine.setCurrentStatus(DownloadStatus::idle());
+}
+
+void ConverterView::updateTools()
+{
+    const DependencyManager& tools = m_services.dependencies;
+    const bool ready = tools.isReady();
+    m_pill->setStatus(ready ? QStringLiteral("Ready (yt-dlp & ffmpeg)")
+                            : QStringLiteral("Checking Tools"),
+                      ready ? green(this) : orange(this));
+
+    m_missingToolsCard->setVisible(!ready && !tools.isChecking());
+    const bool installing = tools.isInstalling();
+    if (installing) {
+        m_missingToolsDetail->setText(tools.installProgress());
+        setTextColor(m_missingToolsDetail, orange(this));
+    } else {
+        m_missingToolsDetail->setText(QStringLiteral(
+            "Veldtone can automatically download and set up yt-dlp & ffmpeg for you."));
+        setTextColor(m_missingToolsDetail, secondaryText(this));
+    }
+    m_installSpinner->setVisible(installing);
+    m_installButton->setVisible(!installing);
+}
+
+void ConverterView::updateSelections()
+{
+    const DownloadEngine& engine = m_services.engine;
+    m_folderPath->setText(folderPath(engine.targetFolder()));
+
+    const AudioFormat format = engine.selectedFormat();
+    {
+        const QSignalBlocker blockFormat(m_formatPicker);
+        const QSignalBlocker blockQuality(m_qualityPicker);
+        m_formatPicker->setCurrentIndex(m_formatPicker->findData(format.rawValue()));
+        m_qualityPicker->setCurrentIndex(
+            m_qualityPicker->findData(engine.selectedQuality().rawValue()));
+    }
+    m_qualityPicker->setVisible(format.supportsBitrate());
+    m_losslessNote->setVisible(!format.supportsBitrate());
+
+    {
+        const QSignalBlocker blockArtwork(m_artworkBox);
+        const QSignalBlocker blockMetadata(m_metadataBox);
+        m_artworkBox->setChecked(engine.embedArtwork());
+        m_metadataBox->setChecked(engine.embedMetadata());
+    }
+    updateStartButton();
+}
+
+void ConverterView::updateStatus()
+{
+    const DownloadStatus status = m_services.engine.currentStatus();
+    using Kind = DownloadStatus::Kind;
+    const Kind kind = status.kind();
+
+    m_progressCard->setVisible(status.isBusy());
+    m_downloadingForm->setVisible(kind == Kind::downloading);
+    m_convertingForm->setVisible(kind == Kind::converting);
+    if (kind == Kind::downloading) {
+        m_percentLabel->setText(percentText(status.progress()));
+        m_progressBar->setValue(qBound(0, qRound(status.progress() * 1000), 1000));
+        m_speedLabel->setText(status.speed());
+        // An unknown ETA is left out rather than shown as "--".
+        m_etaGroup->setVisible(status.eta() != QStringLiteral("--"));
+        m_etaLabel->setText(QStringLiteral("ETA: ") + status.eta());
+        m_sizeLabel->setText(status.totalSize());
+    } else if (kind == Kind::converting) {
+        m_stageLabel->setText(status.stage());
+    }
+
+    m_successCard->setVisible(kind == Kind::completed);
+    if (kind == Kind::completed)
+        m_fileNameLabel->setText(QFileInfo(status.filePath()).fileName());
+
+    m_failureCard->setVisible(kind == Kind::failed);
+    if (kind == Kind::failed)
+        m_errorLabel->setText(status.error());
+
+    m_newRipButton->setVisible(kind == Kind::completed || kind == Kind::failed);
+    updatePlayButton();
+    updateStartButton();
+}
+
+std::optional<HistoryTrack> ConverterView::matchingRecord() const
+{
+    const DownloadStatus status = m_services.engine.currentStatus();
+    if (status.kind() != DownloadStatus::Kind::completed)
+        return std::nullopt;
+    for (const HistoryTrack& track : m_services.history.tracks()) {
+        if (track.filePath == status.filePath())
+            return track;
+    }
+    return std::nullopt;
+}
+
+void ConverterView::updatePlayButton()
+{
+    const std::optional<HistoryTrack> record = matchingRecord();
+    m_playButton->setVisible(record.has_value());
+    if (!record)
+        return;
+    const AudioPlayerService& player = m_services.player;
+    const auto current = player.currentTrack();
+    const bool playingThis = player.isPlaying() && current && current->filePath == record->filePath;
+    const QString symbolName =
+        playingThis ? QStringLiteral("pause.fill") : QStringLiteral("play.fill");
+    m_playButton->setIcon(Symbols::icon(symbolName, Qt::white, 13));
+    m_playButton->setProperty("symbol", symbolName);
+    // The symbol alone tells play from pause; say it in words for a screen reader.
+    m_playButton->setAccessibleDescription(playingThis ? QStringLiteral("Playing; press to pause")
+                                                       : QStringLiteral("Press to play"));
+}
+
+void ConverterView::updateStartButton()
+{
+    const DownloadEngine& engine = m_services.engine;
+    const bool busy = engine.currentStatus().isBusy();
+    const QString title = busy ? QStringLiteral("Extracting Audio...")
+                               : rippingTitle(engine.selectedFormat(), engine.selectedQuality());
+    m_startButton->setText(title);
+    m_startButton->setAccessibleName(title);
+    m_startButton->setIconName(busy ? QStringLiteral("waveform")
+                                    : QStringLiteral("arrow.down.to.line.compact"));
+    m_startButton->setEnabled(!busy && !m_linkField->text().trimmed().isEmpty());
+}

@@ -1,0 +1,118 @@
+#pragma once
+
+#include "models/AudioFormat.h"
+#include "models/AudioQuality.h"
+#include "models/HistoryTrack.h"
+#include "services/Services.h"
+#include "views/components/ThemedScreen.h"
+
+#include <optional>
+
+class ActivitySpinner;
+class DesktopServices;
+class ElidedLabel;
+class GlassCard;
+class GradientButton;
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+class QPushButton;
+class QStackedWidget;
+class QToolButton;
+class StatusPill;
+
+// The converter screen: one link in, one extraction started, followed and acted on.
+// It owns only the text of the link field; everything else is drawn from the services.
+class ConverterView : public ThemedScreen
+{
+    Q_OBJECT
+
+public:
+    // desktop reveals the finished file and opens the folder (nullptr: the system's).
+    explicit ConverterView(const Services& services, DesktopServices* desktop = nullptr,
+                           QWidget* parent = nullptr);
+    ~ConverterView() override;
+
+    QString inputUrl() const;
+    void setInputUrl(const QString& text);
+
+    // The start button's title for a format and quality when no job runs.
+    static QString rippingTitle(AudioFormat format, AudioQuality quality);
+    // "45.7%" for 0.4567.
+    static QString percentText(double progress);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void buildContent() override;
+    QWidget* buildHeader();
+    QWidget* buildMissingToolsCard();
+    QWidget* buildLinkCard();
+    QWidget* buildConfigurationCard();
+    QWidget* buildStatusGroup();
+
+    void startRip();
+    void pasteFromClipboard();
+    void selectTargetFolder();
+    void openTargetFolder();
+    void playFinishedTrack();
+    void showFinishedFile();
+    void newRip();
+    void dismiss();
+
+    void updateTools();
+    void updateSelections();
+    void updateStatus();
+    void updatePlayButton();
+    void updateStartButton();
+    std::optional<HistoryTrack> matchingRecord() const;
+
+    Services m_services;
+    DesktopServices& m_desktop;
+
+    StatusPill* m_pill = nullptr;
+    GlassCard* m_missingToolsCard = nullptr;
+    QLabel* m_missingToolsDetail = nullptr;
+    ActivitySpinner* m_installSpinner = nullptr;
+    QPushButton* m_installButton = nullptr;
+
+    QLineEdit* m_linkField = nullptr;
+    QToolButton* m_clearButton = nullptr;
+    QPushButton* m_pasteButton = nullptr;
+
+    ElidedLabel* m_folderPath = nullptr;
+    QPushButton* m_chooseFolderButton = nullptr;
+    QToolButton* m_openFolderButton = nullptr;
+    QComboBox* m_formatPicker = nullptr;
+    QComboBox* m_qualityPicker = nullptr;
+    QLabel* m_losslessNote = nullptr;
+    QCheckBox* m_artworkBox = nullptr;
+    QCheckBox* m_metadataBox = nullptr;
+
+    GlassCard* m_progressCard = nullptr;
+    QWidget* m_downloadingForm = nullptr;
+    QLabel* m_percentLabel = nullptr;
+    QProgressBar* m_progressBar = nullptr;
+    QLabel* m_speedLabel = nullptr;
+    QWidget* m_etaGroup = nullptr;
+    QLabel* m_etaLabel = nullptr;
+    QLabel* m_sizeLabel = nullptr;
+    QWidget* m_convertingForm = nullptr;
+    QLabel* m_stageLabel = nullptr;
+    QPushButton* m_cancelButton = nullptr;
+
+    GlassCard* m_successCard = nullptr;
+    ElidedLabel* m_fileNameLabel = nullptr;
+    QPushButton* m_playButton = nullptr;
+    QPushButton* m_showFileButton = nullptr;
+
+    GlassCard* m_failureCard = nullptr;
+    QLabel* m_errorLabel = nullptr;
+    QPushButton* m_dismissButton = nullptr;
+
+    GradientButton* m_startButton = nullptr;
+    QPushButton* m_newRipButton = nullptr;
+};

@@ -1,0 +1,387 @@
+#include "views/library/HistoryView.h"
+
+#include "services/AudioPlayerService.h"
+#include "services/HistoryStore.h"
+#include "views/components/ArtworkCache.h"
+#include "views/components/DesktopTexts.h"
+#include "views/components/FilledPanel.h"
+#include "views/components/PaintHelpers.h"
+#include "views/components/Symbols.h"
+#include "views/library/LibraryListModel.h"
+#include "views/library/TrackDelegate.h"
+#include "views/library/TrackListView.h"
+
+#include <QClipboard>
+#include <QFrame>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+using namespace PaintHelpers;
+
+namespace {
+const QString kAll = QStringLiteral("All");
+
+struct FilterItem
+{
+    const char16_t* text;
+    const char16_t* value;
+};
+constexpr FilterItem kFilterItems[] = {
+    {u"MP3", u"MP3"}, {u"M4A / AAC", u"M4A"}, {u"FLAC (Lossless)", u"FLAC"},
+    {u"WAV", u"WAV"}, {u"OPUS", u"OPUS"},
+};
+
+QLabel* symbolLabel(const QString& symbol, int pixelSize, const QColor& color)
+{
+    auto* label = new QLabel(Symbols::glyphName(symbol));
+    label->setFont(Symbols::font(pixelSize + 2));
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, color);
+    label->setPalette(palette);
+    label->setAlignment(Qt::AlignCenter);
+    label->setAccessibleName(QString());
+    return label;
+}
+
+QLabel* textLabel(const QString& text, int pixelSize, QFont::Weight weight,
+                  std::optional<QColor> color = std::nullopt)
+{
+    auto* label = new QLabel(text);
+    label->setFont(PaintHelpers::font(pixelSize, weight));
+    if (color) {
+        QPalette palette = label->palette();
+        palette.setColor(QPalette::WindowText, *color);
+        label->setPalette(palette);
+    }
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    return label;
+}
+
+QMessageBox* confirmation(QWidget* parent, const QString& title, const QString& message,
+                          const QString& destructiveText, QPushButton** destructive)
+{
+    auto* box = new QMessageBox(parent);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setIcon(QMessageBox::Warning);
+    box->setWindowTitle(title);
+    box->setText(title);
+    box->setInformativeText(message);
+    QPushButton* cancel = box->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+    *destructive = box->addButton(destructiveText, QMessageBox::DestructiveRole);
+    (*destructive)->setStyleSheet(QStringLiteral("color: #e0382f;"));
+    box->setDefaultButton(cancel);
+    box->setEscapeButton(cancel);
+    return box;
+}
+} // namespace
+
+HistoryView::HistoryView(HistoryStore& history, AudioPlayerService& player, ArtworkCache& artwork,
+                         QWidget* parent)
+    : QWidget(parent)
+    , m_history(history)
+    , m_player(player)
+    , m_model(new LibraryListModel(history, player, this))
+{
+    setAccessibleName(QStringLiteral("Library"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(buildTopBar());
+    auto* divider = new QFrame;
+    divider->setFrameShape(QFrame::HLine);
+    divider->setFrameShadow(QFrame::Plain);
+    divider->setFixedHeight(1);
+    divider->setStyleSheet(QStringLiteral("color: rgba(128,128,128,0.3);"));
+    layout->addWidget(divider);
+
+    m_list = new TrackListView;
+    m_list->setAccessibleName(QStringLiteral("Tracks"));
+    m_list->setModel(m_model);
+    // Every row has the same height: the view lays out 100,000 rows without asking each one.
+    m_list->setUniformItemSizes(true);
+    m_list->setFrameShape(QFrame::NoFrame);
+    m_list->setMouseTracking(true);
+    m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_list->setSpacing(0);
+    auto* delegate = new TrackDelegate(artwork, m_list);
+    m_list->setItemDelegate(delegate);
+
+    const auto play = [this](const HistoryTrack& track) { m_player.play(track); };
+    const auto reveal = [this](const HistoryTrack& track) { m_history.showInFinder(track); };
+    const auto remove = [this](const HistoryTrack& track) { requestRemoval(track); };
+    connect(delegate, &TrackDelegate::playRequested, this, play);
+    connect(delegate, &TrackDelegate::showInFolderRequested, this, reveal);
+    connect(delegate, &TrackDelegate::removeRequested, this, remove);
+    connect(m_list, &TrackListView::playRequested, this, play);
+    connect(m_list, &TrackListView::showInFolderRequested, this, reveal);
+    connect(m_list, &TrackListView::removeRequested, this, remove);
+    connect(&artwork, &ArtworkCache::artworkReady, m_list->viewport(),
+            qOverload<>(&QWidget::update));
+    connect(m_list, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
+        const QModelIndex index = m_list->indexAt(at);
+        if (!index.isValid())
+            return;
+        QMenu* menu = contextMenuFor(index.row(), this);
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        menu->popup(m_list->viewport()->mapToGlobal(at));
+    });
+
+    m_stack = new QStackedWidget;
+    m_stack->addWidget(buildEmptyState());
+    m_stack->addWidget(buildNoMatchState());
+    m_stack->addWidget(m_list);
+    layout->addWidget(m_stack, 1);
+
+    connect(m_model, &QAbstractItemModel::modelReset, this, &HistoryView::updateContent);
+    connect(&m_history, &HistoryStore::tracksChanged, this, &HistoryView::updateContent);
+    updateContent();
+}
+
+HistoryView::~HistoryView() = default;
+
+QString HistoryView::filterLabel(const QString& selectedFilter)
+{
+    return selectedFilter == kAll ? QStringLiteral("All Formats") : selectedFilter;
+}
+
+QWidget* HistoryView::buildTopBar()
+{
+    auto* bar = new FilledPanel(QPalette::Window, 0.85);
+    auto* row = new QHBoxLayout(bar);
+    row->setContentsMargins(16, 10, 16, 10);
+    row->setSpacing(12);
+
+    auto* searchBox = new FilledPanel(QPalette::Base, 0.7, 6);
+    searchBox->setMinimumWidth(160);
+    searchBox->setMaximumWidth(260);
+    searchBox->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    auto* searchRow = new QHBoxLayout(searchBox);
+    searchRow->setContentsMargins(8, 5, 8, 5);
+    searchRow->setSpacing(6);
+    searchRow->addWidget(symbolLabel(QStringLiteral("magnifyingglass"), 12, secondary(palette())));
+    m_searchField = new QLineEdit;
+    m_searchField->setFrame(false);
+    m_searchField->setPlaceholderText(QStringLiteral("Search tracks..."));
+    m_searchField->setAccessibleName(QStringLiteral("Search tracks"));
+    m_searchField->setFont(PaintHelpers::font(12));
+    m_searchField->setAttribute(Qt::WA_MacShowFocusRect, false);
+    m_searchField->setStyleSheet(QStringLiteral("QLineEdit { background: transparent; }"));
+    searchRow->addWidget(m_searchField, 1);
+    m_clearSearch = new QToolButton;
+    m_clearSearch->setAutoRaise(true);
+    m_clearSearch->setIcon(
+        Symbols::icon(QStringLiteral("xmark.circle.fill"), secondary(palette()), 12));
+    m_clearSearch->setIconSize(QSize(12, 12));
+    m_clearSearch->setAccessibleName(QStringLiteral("Clear search"));
+    m_clearSearch->setToolTip(QStringLiteral("Clear search"));
+    m_clearSearch->setCursor(Qt::ArrowCursor);
+    m_clearSearch->setStyleSheet(QStringLiteral("QToolButton { border: none; padding: 0; }"));
+    m_clearSearch->setVisible(false);
+    searchRow->addWidget(m_clearSearch);
+    // 220 wide when there is room, never narrower than 160.
+    searchBox->setIdealWidth(220);
+    row->addWidget(searchBox);
+    row->addStretch(1);
+
+    connect(m_searchField, &QLineEdit::textChanged, this, [this](const QString& text) {
+        m_clearSearch->setVisible(!text.isEmpty());
+        m_model->setSearchText(text);
+    });
+    connect(m_clearSearch, &QToolButton::clicked, this, [this] { setSearchText(QString()); });
+
+    m_formatButton = new QToolButton;
+    m_formatButton->setPopupMode(QToolButton::InstantPopup);
+    m_formatButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_formatButton->setIcon(Symbols::icon(QStringLiteral("line.3.horizontal.decrease.circle"),
+                                          palette().color(QPalette::ButtonText), 12));
+    m_formatButton->setIconSize(QSize(12, 12));
+    m_formatButton->setFont(PaintHelpers::font(12, QFont::Medium));
+    m_formatButton->setText(filterLabel(kAll));
+    m_formatButton->setAccessibleName(QStringLiteral("Format filter"));
+    m_formatButton->setAccessibleDescription(filterLabel(kAll));
+    auto* menu = new QMenu(m_formatButton);
+    const auto addItem = [this, menu](const QString& text, const QString& value) {
+        QAction* action = menu->addAction(text);
+        action->setData(value);
+        connect(action, &QAction::triggered, this, [this, value] { setSelectedFilter(value); });
+    };
+    addItem(QStringLiteral("All Formats"), kAll);
+    menu->addSeparator();
+    for (const FilterItem& item : kFilterItems)
+        addItem(QString::fromUtf16(item.text), QString::fromUtf16(item.value));
+    m_formatButton->setMenu(menu);
+    row->addWidget(m_formatButton);
+    connect(m_model, &LibraryListModel::selectedFilterChanged, this, [this] {
+        m_formatButton->setText(filterLabel(m_model->selectedFilter()));
+        m_formatButton->setAccessibleDescription(m_formatButton->text());
+    });
+
+    m_clearAll = new QPushButton(QStringLiteral("Clear All"));
+    m_clearAll->setIcon(
+        Symbols::icon(QStringLiteral("trash"), palette().color(QPalette::ButtonText), 11));
+    m_clearAll->setIconSize(QSize(11, 11));
+    m_clearAll->setFont(PaintHelpers::font(11));
+    m_clearAll->setToolTip(QStringLiteral("Clear all history items"));
+    m_clearAll->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    connect(m_clearAll, &QPushButton::clicked, this, &HistoryView::requestClearAll);
+    row->addWidget(m_clearAll);
+    return bar;
+}
+
+QWidget* HistoryView::buildEmptyState()
+{
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->setSpacing(12);
+    column->addStretch(1);
+    column->addWidget(
+        symbolLabel(QStringLiteral("music.note.list"), 42, secondary(palette(), 0.5)));
+    column->addWidget(textLabel(QStringLiteral("No Ripped Audio Yet"), 15, QFont::Bold));
+    column->addWidget(
+        textLabel(QStringLiteral("Extracted YouTube tracks and MP3s will appear here."), 12,
+                  QFont::Normal, secondary(palette())));
+    column->addStretch(1);
+    return page;
+}
+
+QWidget* HistoryView::buildNoMatchState()
+{
+    auto* page = new QWidget;
+    auto* column = new QVBoxLayout(page);
+    column->setSpacing(12);
+    column->addStretch(1);
+    column->addWidget(
+        symbolLabel(QStringLiteral("magnifyingglass"), 36, secondary(palette(), 0.5)));
+    column->addWidget(textLabel(QStringLiteral("No Matching Tracks"), 14, QFont::Bold));
+    column->addWidget(
+        textLabel(QStringLiteral("Try searching with different terms or selecting 'All Formats'."),
+                  12, QFont::Normal, secondary(palette())));
+    m_resetFilters = new QPushButton(QStringLiteral("Reset Filters"));
+    m_resetFilters->setFont(PaintHelpers::font(11));
+    connect(m_resetFilters, &QPushButton::clicked, this, [this] {
+        setSearchText(QString());
+        setSelectedFilter(kAll);
+    });
+    column->addWidget(m_resetFilters, 0, Qt::AlignHCenter);
+    column->addStretch(1);
+    return page;
+}
+
+HistoryView::Content HistoryView::content() const
+{
+    return Content(m_stack->currentIndex());
+}
+
+void HistoryView::updateContent()
+{
+    m_clearAll->setVisible(!m_model->libraryIsEmpty());
+    Content shown = Content::list;
+    if (m_model->libraryIsEmpty())
+        shown = Content::empty;
+    else if (m_model->rowCount() == 0)
+        shown = Content::noMatch;
+    m_stack->setCurrentIndex(int(shown));
+}
+
+QString HistoryView::searchText() const
+{
+    return m_model->searchText();
+}
+
+void HistoryView::setSearchText(const QString& text)
+{
+    // The field drives the model, so one place keeps them in step.
+    m_searchField->setText(text);
+}
+
+QString HistoryView::selectedFilter() const
+{
+    return m_model->selectedFilter();
+}
+
+void HistoryView::setSelectedFilter(const QString& filter)
+{
+    m_model->setSelectedFilter(filter);
+}
+
+void HistoryView::copyToClipboard(const QString& text)
+{
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    clipboard->clear();
+    clipboard->setText(text);
+}
+
+QMenu* HistoryView::contextMenuFor(int row, QWidget* parent)
+{
+    const HistoryTrack track = m_model->trackAt(row);
+    auto* menu = new QMenu(parent);
+    connect(menu->addAction(QStringLiteral("Play Track")), &QAction::triggered, this,
+            [this, track] { m_player.play(track); });
+    connect(menu->addAction(DesktopTexts::kShowInFolder), &QAction::triggered, this,
+            [this, track] { m_history.showInFinder(track); });
+    connect(menu->addAction(DesktopTexts::kOpenInDefaultPlayer), &QAction::triggered, this,
+            [this, track] { m_history.openFile(track); });
+    menu->addSeparator();
+    connect(menu->addAction(QStringLiteral("Copy File Path")), &QAction::triggered, this,
+            [this, track] { copyToClipboard(track.filePath); });
+    connect(menu->addAction(QStringLiteral("Copy YouTube Link")), &QAction::triggered, this,
+            [this, track] { copyToClipboard(track.youtubeUrl); });
+    menu->addSeparator();
+    QAction* remove = menu->addAction(QStringLiteral("Remove from Library"));
+    remove->setIcon(Symbols::icon(QStringLiteral("trash"), QColor(0xe0, 0x38, 0x2f), 14));
+    connect(remove, &QAction::triggered, this, [this, track] { m_history.removeTrack(track); });
+    return menu;
+}
+
+void HistoryView::requestRemoval(const HistoryTrack& track)
+{
+    if (m_deleteConfirmation)
+        m_deleteConfirmation->close();
+    m_trackToDelete = track;
+    QPushButton* remove = nullptr;
+    QMessageBox* box = confirmation(this, QStringLiteral("Delete Track from Library?"),
+                                    u"Remove \"" + track.title + u"\" from your library history?",
+                                    QStringLiteral("Remove"), &remove);
+    m_deleteConfirmation = box;
+    connect(box, &QMessageBox::finished, this, [this, box, remove] {
+        if (box->clickedButton() == remove && m_trackToDelete)
+            m_history.removeTrack(*m_trackToDelete);
+        // Closing by any means leaves no record pending.
+        if (m_deleteConfirmation == box) {
+            m_trackToDelete.reset();
+            m_deleteConfirmation = nullptr;
+        }
+    });
+    box->open();
+}
+
+void HistoryView::requestClearAll()
+{
+    if (m_clearAllConfirmation)
+        return;
+    QPushButton* clear = nullptr;
+    QMessageBox* box = confirmation(
+        this, QStringLiteral("Clear Download History?"),
+        QStringLiteral("This will remove all tracks from your library list. Your downloaded audio "
+                       "files will remain in your folders."),
+        QStringLiteral("Clear All"), &clear);
+    m_clearAllConfirmation = box;
+    connect(box, &QMessageBox::finished, this, [this, box, clear] {
+        if (box->clickedButton() == clear)
+            m_history.clearAll();
+        if (m_clearAllConfirmation == box)
+            m_clearAllConfirmation = nullptr;
+    });
+    box->open();
+}

@@ -1,0 +1,27 @@
+#include "views/library/TrackListView.h"
+
+#include "views/components/DesktopTexts.h"
+#include "views/library/LibraryListModel.h"
+
+TrackListView::TrackListView(QWidget* parent)
+    : AccessibleListView(parent)
+{}
+
+QStringList TrackListView::rowActionNames(int row) const
+{
+    const QModelIndex index = model()->index(row, 0);
+    const bool playing = index.data(LibraryListModel::IsPlayingRole).toBool();
+    return {playing ? pauseAction() : playAction(), DesktopTexts::kShowInFolder, removeAction()};
+}
+
+void TrackListView::triggerRowAction(int row, const QString& name)
+{
+    const auto track =
+        model()->index(row, 0).data(LibraryListModel::TrackRole).value<HistoryTrack>();
+    if (name == playAction() || name == pauseAction())
+        emit playRequested(track);
+    else if (name == DesktopTexts::kShowInFolder)
+        emit showInFolderRequested(track);
+    else if (name == removeAction())
+        emit removeRequested(track);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "models/HistoryTrack.h"
+#include "views/components/AccessibleListView.h"
+
+// The library's list of painted rows; each row offers its play, folder and trash buttons as
+// named accessible actions.
+class TrackListView : public AccessibleListView
+{
+    Q_OBJECT
+
+public:
+    explicit TrackListView(QWidget* parent = nullptr);
+
+    QStringList rowActionNames(int row) const override;
+    void triggerRowAction(int row, const QString& name) override;
+
+    static QString playAction() { return QStringLiteral("Play"); }
+    static QString pauseAction() { return QStringLiteral("Pause"); }
+    static QString removeAction() { return QStringLiteral("Remove from Library"); }
+
+signals:
+    void playRequested(const HistoryTrack& track);
+    void showInFolderRequested(const HistoryTrack& track);
+    void removeRequested(const HistoryTrack& track);
+};

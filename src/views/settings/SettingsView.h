@@ -1,0 +1,49 @@
+#pragma once
+
+#include "services/Services.h"
+#include "views/components/ThemedScreen.h"
+
+class ActivitySpinner;
+class ElidedLabel;
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QPushButton;
+class ToolStatusRow;
+
+// The settings screen: the engine's saved defaults, edited and saved at every change, and the
+// state of the two tools with re-check and install actions. It keeps no state of its own.
+class SettingsView : public ThemedScreen
+{
+    Q_OBJECT
+
+public:
+    explicit SettingsView(const Services& services, QWidget* parent = nullptr);
+    ~SettingsView() override;
+
+private:
+    void buildContent() override;
+    QWidget* buildDefaultsCard();
+    QWidget* buildToolsCard();
+    QWidget* buildAboutCard();
+
+    void chooseFolder();
+    void updateDefaults();
+    void updateTools();
+
+    Services m_services;
+
+    ElidedLabel* m_folderPath = nullptr;
+    QComboBox* m_formatPicker = nullptr;
+    QWidget* m_bitrateColumn = nullptr;
+    QComboBox* m_bitratePicker = nullptr;
+    QCheckBox* m_artworkBox = nullptr;
+    QCheckBox* m_metadataBox = nullptr;
+
+    ToolStatusRow* m_ytDlpRow = nullptr;
+    ToolStatusRow* m_ffmpegRow = nullptr;
+    QWidget* m_installRow = nullptr;
+    QPushButton* m_installButton = nullptr;
+    ActivitySpinner* m_installSpinner = nullptr;
+    QLabel* m_installProgress = nullptr;
+};

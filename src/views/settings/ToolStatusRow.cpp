@@ -1,0 +1,84 @@
+#include "views/settings/ToolStatusRow.h"
+
+#include "views/components/ElidedLabel.h"
+#include "views/components/RoundedPanel.h"
+#include "views/components/ScreenStyle.h"
+#include "views/components/Theme.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+using namespace ScreenStyle;
+
+ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
+    : QWidget(parent)
+    , m_toolName(toolName)
+{
+    auto* outer = new QHBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    auto* panel = new RoundedPanel(RoundedPanel::Fill::controlBackground, 0.6, 6, this);
+    outer->addWidget(panel);
+
+    auto* layout = new QHBoxLayout(panel);
+    layout->setContentsMargins(8, 8, 8, 8);
+    layout->setSpacing(12);
+    m_seal = new QLabel(panel);
+    layout->addWidget(m_seal);
+
+    auto* texts = new QWidget(panel);
+    auto* column = new QVBoxLayout(texts);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2);
+    auto* nameRow = new QHBoxLayout;
+    nameRow->setSpacing(6);
+    nameRow->addWidget(label(toolName, ScreenStyle::font(13, QFont::DemiBold), texts));
+    m_badge = label(QString(), ScreenStyle::font(11, QFont::Bold, Face::monospaced), texts);
+    const QColor green = Theme::green(palette());
+    m_badge->setStyleSheet(
+        QStringLiteral("QLabel { color: %1; background: %2; border-radius: 4px;"
+                       " padding: 1px 6px; }")
+            .arg(green.name(), Theme::withOpacity(green, 0.15).name(QColor::HexArgb)));
+    nameRow->addWidget(m_badge);
+    nameRow->addStretch(1);
+    column->addLayout(nameRow);
+    // A long install path is shortened in the middle rather than widening the window.
+    m_path = new ElidedLabel(texts);
+    m_path->setFont(ScreenStyle::font(11, QFont::Normal, Face::monospaced));
+    setTextColor(m_path, secondaryText(this));
+    column->addWidget(m_path);
+    layout->addWidget(texts, 1);
+    setTool(std::nullopt, std::nullopt);
+}
+
+void ToolStatusRow::setTool(const std::optional<QString>& path,
+                            const std::optional<QString>& version)
+{
+    const bool found = path.has_value();
+    m_sealSymbol =
+        found ? QStringLiteral("checkmark.seal.fill") : QStringLiteral("xmark.seal.fill");
+    setSymbol(m_seal, m_sealSymbol, found ? Theme::green(palette()) : Theme::red(palette()), 18);
+    m_seal->setAccessibleName(found ? QStringLiteral("Found") : QStringLiteral("Missing"));
+
+    m_badge->setVisible(version.has_value());
+    m_badge->setText(QStringLiteral("v") + version.value_or(QString()));
+    m_path->setText(path.value_or(QStringLiteral("Not found in standard paths")));
+
+    // One sentence for a screen reader: name, state, version, path.
+    QString description = m_toolName + QStringLiteral(": ") +
+                          (found ? QStringLiteral("found") : QStringLiteral("missing"));
+    if (version)
+        description += QStringLiteral(", version ") + *version;
+    setAccessibleName(m_toolName);
+    setAccessibleDescription(description + QStringLiteral(", ") + m_path->text());
+}
+
+QString ToolStatusRow::badgeText() const
+{
+    return m_badge->isVisibleTo(this) ? m_badge->text() : QString();
+}
+
+QString ToolStatusRow::pathText() const
+{
+    return m_path->text();
+}

@@ -1,0 +1,100 @@
+#include "views/shell/ContentView.h"
+
+#include "services/AudioPlayerService.h"
+#include "services/HistoryStore.h"
+#include "views/shell/MiniPlayerView.h"
+#include "views/shell/ScreenFactory.h"
+#include "views/shell/Sidebar.h"
+
+#include <QSplitter>
+#include <QVBoxLayout>
+#include <cmath>
+
+namespace {
+constexpr int kSidebarMinimumWidth = 170;
+constexpr int kSidebarIdealWidth = 190;
+constexpr int kSidebarMaximumWidth = 240;
+} // namespace
+
+ContentView::ContentView(const Services& services, const ScreenFactory& factory, QWidget* parent)
+    : QWidget(parent)
+    , m_services(services)
+    , m_factory(factory)
+    , m_sidebar(new Sidebar)
+{
+    setMinimumSize(820, 600);
+
+    auto* detail = new QWidget;
+    m_detail = new QVBoxLayout(detail);
+    m_detail->setContentsMargins(0, 0, 0, 0);
+    m_detail->setSpacing(0);
+
+    m_sidebar->setMinimumWidth(kSidebarMinimumWidth);
+    m_sidebar->setMaximumWidth(kSidebarMaximumWidth);
+    auto* splitter = new QSplitter(Qt::Horizontal);
+    splitter->setChildrenCollapsible(false);
+    splitter->setHandleWidth(1);
+    splitter->addWidget(m_sidebar);
+    splitter->addWidget(detail);
+    splitter->setStretchFactor(0, 0);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({kSidebarIdealWidth, 880 - kSidebarIdealWidth});
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+
+    connect(m_sidebar, &Sidebar::selectedChanged, this, &ContentView::setSelectedTab);
+    HistoryStore& history = m_services.history;
+    auto updateBadge = [this, &history] {
+        m_sidebar->setLibraryCount(static_cast<int>(history.tracks().size()));
+    };
+    connect(&history, &HistoryStore::tracksChanged, this, updateBadge);
+    updateBadge();
+
+    // The strip is built when the first track loads; an app that never plays never pays for it.
+    connect(&m_services.player, &AudioPlayerService::currentTrackChanged, this,
+            &ContentView::ensureMiniPlayer);
+    ensureMiniPlayer();
+
+    showScreen();
+}
+
+void ContentView::setSelectedTab(NavigationItem item)
+{
+    m_sidebar->setSelected(item);
+    if (item == m_selectedTab && m_screen)
+        return;
+    m_selectedTab = item;
+    showScreen();
+}
+
+void ContentView::showScreen()
+{
+    // The old screen goes with everything typed into it; the new one starts fresh.
+    if (m_screen) {
+        m_screen->hide();
+        m_detail->removeWidget(m_screen);
+        m_screen->deleteLater();
+    }
+    m_screen = m_factory.create(m_selectedTab, nullptr);
+    m_screen->setProperty("navigationItem", Navigation::rawValue(m_selectedTab));
+    m_detail->insertWidget(0, m_screen, 1);
+}
+
+void ContentView::ensureMiniPlayer()
+{
+    if (m_miniPlayer || !m_services.player.currentTrack())
+        return;
+    m_miniPlayer =
+        new MiniPlayerView(m_services.player, m_services.history, m_detail->parentWidget());
+    m_detail->addWidget(m_miniPlayer);
+}
+
+QString ContentView::formatTime(double seconds)
+{
+    if (!std::isfinite(seconds) || seconds < 0)
+        seconds = 0;
+    const auto whole = static_cast<long long>(std::min(seconds, 1e12));
+    return QString::asprintf("%lld:%02lld", whole / 60, whole % 60);
+}

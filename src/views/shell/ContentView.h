@@ -1,0 +1,48 @@
+#pragma once
+
+#include "services/Services.h"
+#include "views/shell/NavigationItem.h"
+
+#include <QPointer>
+#include <QWidget>
+
+class MiniPlayerView;
+class ScreenFactory;
+class Sidebar;
+class QVBoxLayout;
+
+// The main window's content: the sidebar, the selected destination's screen and the mini
+// player strip.
+class ContentView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // factory builds the screens; the view keeps a reference, not ownership.
+    ContentView(const Services& services, const ScreenFactory& factory, QWidget* parent = nullptr);
+
+    NavigationItem selectedTab() const { return m_selectedTab; }
+    // Replaces the shown screen with a fresh one for item.
+    void setSelectedTab(NavigationItem item);
+    QWidget* currentScreen() const { return m_screen; }
+    Sidebar* sidebar() const { return m_sidebar; }
+    // The mini player strip; nullptr until the player first loads a track.
+    MiniPlayerView* miniPlayer() const { return m_miniPlayer; }
+
+    QSize sizeHint() const override { return {880, 660}; }
+
+    // Seconds as "m:ss"; minutes grow without an hours field. Not-finite or negative: "0:00".
+    static QString formatTime(double seconds);
+
+private:
+    void showScreen();
+    void ensureMiniPlayer();
+
+    Services m_services;
+    const ScreenFactory& m_factory;
+    NavigationItem m_selectedTab = NavigationItem::convert;
+    Sidebar* m_sidebar;
+    QVBoxLayout* m_detail;
+    QPointer<QWidget> m_screen;
+    MiniPlayerView* m_miniPlayer = nullptr;
+};

@@ -1,0 +1,60 @@
+#include "views/shell/ScreenFactory.h"
+
+#include "views/batch/BatchView.h"
+#include "views/components/ArtworkCache.h"
+#include "views/converter/ConverterView.h"
+#include "views/library/HistoryView.h"
+#include "views/settings/SettingsView.h"
+
+#include <QLabel>
+
+namespace {
+
+// Stands in for a screen that is not built yet.
+QWidget* placeholder(NavigationItem item, QWidget* parent)
+{
+    auto* label = new QLabel(Navigation::rawValue(item), parent);
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+} // namespace
+
+ScreenFactory::ScreenFactory(const Services& services)
+    : m_services(services)
+{}
+
+QWidget* ScreenFactory::create(NavigationItem item, QWidget* parent) const
+{
+    switch (item) {
+    case NavigationItem::convert:
+        return converter(parent);
+    case NavigationItem::batch:
+        return batch(parent);
+    case NavigationItem::history:
+        return library(parent);
+    case NavigationItem::settings:
+        return settings(parent);
+    }
+    return placeholder(item, parent);
+}
+
+QWidget* ScreenFactory::converter(QWidget* parent) const
+{
+    return new ConverterView(m_services, nullptr, parent);
+}
+
+QWidget* ScreenFactory::batch(QWidget* parent) const
+{
+    return new BatchView(m_services.engine, parent);
+}
+
+QWidget* ScreenFactory::library(QWidget* parent) const
+{
+    return new HistoryView(m_services.history, m_services.player, ArtworkCache::shared(), parent);
+}
+
+QWidget* ScreenFactory::settings(QWidget* parent) const
+{
+    return new SettingsView(m_services, parent);
+}
