@@ -276,7 +276,9 @@ private slots:
         const HistoryTrack first = m_env->history().tracks().first();
         QVERIFY(!m_view->model()->index(0).data(LibraryListModel::IsPlayingRole).toBool());
         QSignalSpy changed(m_view->model(), &QAbstractItemModel::dataChanged);
-        m_env->player().play(first);
+        // Return on the current row presses its play button.
+        m_view->listView()->setCurrentIndex(m_view->model()->index(0));
+        QTest::keyClick(m_view->listView(), Qt::Key_Return);
         QVERIFY(m_env->player().isPlaying());
         QVERIFY(!changed.isEmpty());
         QVERIFY(m_view->model()->index(0).data(LibraryListModel::IsPlayingRole).toBool());
