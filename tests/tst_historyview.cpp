@@ -217,6 +217,14 @@ private slots:
         QVERIFY(!m_view->trackToDelete());
         QCOMPARE(shownTitles(*m_view->model()),
                  (QStringList{u"LOFI BEATS"_s, u"Quiet Piano"_s, u"Only In Path"_s}));
+
+        // A record that leaves the library while asked about is no longer pending.
+        m_view->requestRemoval(m_view->model()->trackAt(0));
+        m_env->history().removeTrack(m_view->model()->trackAt(0));
+        QVERIFY(!m_view->trackToDelete());
+        QCOMPARE(m_view->deleteConfirmation()->informativeText(), u"Remove track from history?"_s);
+        buttonNamed(m_view->deleteConfirmation(), u"Remove"_s)->click();
+        QCOMPARE(m_env->history().tracks().size(), 2);
     }
 
     void clearAllAsksFirst()
