@@ -13,6 +13,7 @@
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QApplication>
+#include <QCheckBox>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
@@ -38,7 +39,7 @@ bool stripShown(const ContentView& view)
     return view.miniPlayer() && view.miniPlayer()->isVisible();
 }
 
-// Gives the converter destination a text field, to check that a typed space reaches it.
+// Gives the converter destination a text field and a check box, which keep a typed space.
 class TextFieldFactory : public ScreenFactory
 {
 public:
@@ -50,6 +51,9 @@ public:
         auto* field = new QLineEdit(screen);
         field->setObjectName(u"field"_s);
         layout->addWidget(field);
+        auto* box = new QCheckBox(u"Box"_s, screen);
+        box->setObjectName(u"box"_s);
+        layout->addWidget(box);
         return screen;
     }
 };
@@ -190,7 +194,7 @@ private slots:
         QCOMPARE(second.sidebar()->row(NavigationItem::history)->badgeCount(), 1);
     }
 
-    // Space plays or pauses, except that a space typed into a text field stays there;
+    // Space plays or pauses, except in a text field or a check box;
     // Ctrl+. stops and hides the strip.
     void playbackShortcuts()
     {
@@ -219,18 +223,33 @@ private slots:
         QCOMPARE(field->text(), u"a b"_s);
         QVERIFY(m_env->player().isPlaying());
 
-        // A focused button takes Space as its own press, as keyboard users expect.
+        auto* box = window.findChild<QCheckBox*>(u"box"_s);
+        box->setFocus();
+        QTest::keyClick(box, Qt::Key_Space);
+        QVERIFY(box->isChecked());
+        QVERIFY(m_env->player().isPlaying());
+
+        // A focused row or button leaves Space to Play / Pause (a click focuses it) and is
+        // pressed with Return or Enter.
         SidebarRow* batch = window.contentView()->sidebar()->row(NavigationItem::batch);
         batch->setFocus();
         QTest::keyClick(batch, Qt::Key_Space);
-        QCOMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
-        QVERIFY(m_env->player().isPlaying());
-
-        window.contentView()->setFocus();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QCOMPARE(window.contentView()->selectedTab(), NavigationItem::convert);
         QVERIFY(!m_env->player().isPlaying());
+        QTest::keyClick(batch, Qt::Key_Return);
+        QTRY_COMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
         QVERIFY(m_env->player().isPlaying());
+        auto* close = ScreenFixture::findNamed<QToolButton>(window.contentView()->miniPlayer(),
+                                                            u"Close Player"_s);
+        close->setFocus();
+        QTest::keyClick(close, Qt::Key_Space);
+        QVERIFY(m_env->player().currentTrack());
+        QVERIFY(!m_env->player().isPlaying());
+        QTest::keyClick(close, Qt::Key_Enter, Qt::KeypadModifier);
+        QTRY_VERIFY(!m_env->player().currentTrack());
+        m_env->player().play(track(u"song"_s));
+        window.contentView()->setFocus();
 
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Period, Qt::ControlModifier);
         QVERIFY(!m_env->player().currentTrack());

@@ -3,6 +3,7 @@
 #include "support/EngineFixture.h"
 #include "support/TestSupport.h"
 
+#include <QDir>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -132,6 +133,18 @@ private slots:
                         u"--ffmpeg-location"_s, ffmpegFolder,
                         u"--embed-metadata"_s,  u"https://example.com/v?id=1"_s};
         QCOMPARE(lines(argsFile), first);
+
+        // The root folder is a folder like any other: the tool is told to write there, and
+        // with no file named, the root (not the working folder) is looked in.
+        const QString workingFolder = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(fixture.rootPath()));
+        QVERIFY(TestSupport::writeFile(fixture.rootPath() + u"/Decoy.opus"_s, "x"));
+        engine.setTargetFolder(QUrl::fromLocalFile(u"/"_s));
+        engine.startExtraction(u"https://example.com/v?id=2"_s);
+        QVERIFY(fixture.waitForEnd());
+        QDir::setCurrent(workingFolder);
+        QCOMPARE(lines(argsFile).at(8), u"/%(title)s.%(ext)s"_s);
+        QCOMPARE(engine.currentStatus(), DownloadStatus::completed(u"/"_s));
     }
 
     void firstLaunchDefaults()

@@ -486,7 +486,7 @@ QString DownloadEngine::folderPath(const QUrl& folder)
     QString path = folder.isLocalFile() ? folder.toLocalFile() : folder.path();
     while (path.size() > 1 && path.endsWith(QLatin1Char('/')))
         path.chop(1);
-    return path == QStringLiteral("/") ? QString() : path;
+    return path;
 }
 
 QStringList DownloadEngine::extractionArguments(const QString& link, AudioFormat format,
@@ -503,7 +503,10 @@ QStringList DownloadEngine::extractionArguments(const QString& link, AudioFormat
                              QStringLiteral("--progress-template"),
                              kProgressTemplate,
                              QStringLiteral("-o"),
-                             destinationPath + QStringLiteral("/%(title)s.%(ext)s")};
+                             // The root folder already ends in its slash.
+                             (destinationPath.endsWith(QLatin1Char('/')) ? destinationPath
+                                                                         : destinationPath + u'/') +
+                                 QStringLiteral("%(title)s.%(ext)s")};
     if (format.supportsBitrate())
         arguments << QStringLiteral("--audio-quality") << quality.ytdlpQualityArg();
     if (ffmpegPath)

@@ -124,7 +124,7 @@ private:
     void finishCancelledJob(const std::shared_ptr<Job>& job);
     void fetchEnded(const std::shared_ptr<MetadataFetch>& fetch,
                     std::optional<VideoMetadata> result);
-    // The folder's file-system path without a trailing slash.
+    // The folder's file-system path without a trailing slash ("/" stays "/").
     static QString folderPath(const QUrl& folder);
 
     DependencyManager& m_dependencies;

@@ -97,11 +97,27 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
                       index.data(BatchQueueModel::NumberRole).toString());
 
     const QFont titleFont = Theme::font(13, QFont::Medium);
+    const QString detail = index.data(BatchQueueModel::DetailRole).toString();
+    QRect titleRect = g.text;
+    if (!detail.isEmpty()) {
+        // Title above, "channel • duration" below, the pair centred in the row.
+        const QFont detailFont = Theme::font(11);
+        const int titleHeight = QFontMetrics(titleFont).height();
+        const int detailHeight = QFontMetrics(detailFont).height();
+        const int top = g.text.center().y() - (titleHeight + 2 + detailHeight) / 2;
+        titleRect = QRect(g.text.left(), top, g.text.width(), titleHeight);
+        const QRect detailRect(g.text.left(), top + titleHeight + 2, g.text.width(), detailHeight);
+        painter->setFont(detailFont);
+        painter->setPen(dim);
+        painter->drawText(detailRect, Qt::AlignLeft | Qt::AlignVCenter,
+                          QFontMetrics(detailFont).elidedText(detail, Qt::ElideRight,
+                                                              detailRect.width()));
+    }
     painter->setFont(titleFont);
     painter->setPen(palette.color(QPalette::Text));
-    painter->drawText(g.text, Qt::AlignLeft | Qt::AlignVCenter,
+    painter->drawText(titleRect, Qt::AlignLeft | Qt::AlignVCenter,
                       QFontMetrics(titleFont).elidedText(index.data(Qt::DisplayRole).toString(),
-                                                         Qt::ElideMiddle, g.text.width()));
+                                                         Qt::ElideMiddle, titleRect.width()));
 
     const QRect indicator = indicatorRect(g.status, status);
     switch (status.kind()) {

@@ -23,6 +23,7 @@
 #include <QStackedWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 using namespace Theme;
 
@@ -356,6 +357,12 @@ QMenu* HistoryView::contextMenuFor(int row, QWidget* parent)
     return menu;
 }
 
+QString HistoryView::deleteMessage(const std::optional<HistoryTrack>& track)
+{
+    return track ? u"Remove \"" + track->title + u"\" from your library history?"
+                 : QStringLiteral("Remove track from history?");
+}
+
 void HistoryView::requestRemoval(const HistoryTrack& track)
 {
     if (m_deleteConfirmation)
@@ -363,9 +370,21 @@ void HistoryView::requestRemoval(const HistoryTrack& track)
     m_trackToDelete = track;
     QPushButton* remove = nullptr;
     QMessageBox* box = confirmation(this, QStringLiteral("Delete Track from Library?"),
-                                    u"Remove \"" + track.title + u"\" from your library history?",
-                                    QStringLiteral("Remove"), &remove);
+                                    deleteMessage(m_trackToDelete), QStringLiteral("Remove"),
+                                    &remove);
     m_deleteConfirmation = box;
+    // A record that leaves the library meanwhile is no longer pending; the question says so.
+    connect(&m_history, &HistoryStore::tracksChanged, box, [this, box] {
+        if (m_deleteConfirmation != box || !m_trackToDelete)
+            return;
+        const QUuid id = m_trackToDelete->id;
+        const auto& tracks = m_history.tracks();
+        if (std::none_of(tracks.cbegin(), tracks.cend(),
+                         [&id](const HistoryTrack& t) { return t.id == id; })) {
+            m_trackToDelete.reset();
+            box->setInformativeText(deleteMessage(m_trackToDelete));
+        }
+    });
     connect(box, &QMessageBox::finished, this, [this, box, remove] {
         if (box->clickedButton() == remove && m_trackToDelete)
             m_history.removeTrack(*m_trackToDelete);

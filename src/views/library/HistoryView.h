@@ -48,6 +48,8 @@ public:
     std::optional<HistoryTrack> trackToDelete() const { return m_trackToDelete; }
     bool showClearAllAlert() const { return m_clearAllConfirmation != nullptr; }
 
+    // The delete confirmation's question: about the pending record, or general with none.
+    static QString deleteMessage(const std::optional<HistoryTrack>& track);
     // Opens the per-row and the clear-all confirmations.
     void requestRemoval(const HistoryTrack& track);
     void requestClearAll();
