@@ -2,9 +2,10 @@
 
 #include <QProxyStyle>
 
-// The application's style with the few standard icons a window asks for at construction, but
-// rarely draws, made on first use: the menu bar's overflow arrow is read from image files, and
-// the first image read loads every image-format plug-in.
+// The application's style, with the menu bar's overflow arrow made on first use: the window
+// asks for it at construction but rarely draws it, and reading its image files loads every
+// image-format plug-in. Worth about 7 % of the work up to the first shown window (callgrind:
+// 216 M instructions without it, 200 M with it).
 class StartupStyle : public QProxyStyle
 {
     Q_OBJECT

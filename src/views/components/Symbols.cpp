@@ -1,7 +1,5 @@
 #include "views/components/Symbols.h"
 
-#include "views/components/DeferredIcon.h"
-
 #include <QFile>
 #include <QFontDatabase>
 #include <QHash>
@@ -190,15 +188,10 @@ QPixmap pixmap(const QString& symbolName, const QColor& color, int pixelSize,
 
 QIcon icon(const QString& symbolName, const QColor& color, int pixelSize)
 {
-    // Painted when first drawn: screens set icons on buttons that show later or never.
-    return DeferredIcon::make(
-        [symbolName, color, pixelSize] {
-            QIcon result;
-            result.addPixmap(pixmap(symbolName, color, pixelSize, 1.0));
-            result.addPixmap(pixmap(symbolName, color, pixelSize, 2.0));
-            return result;
-        },
-        true);
+    QIcon result;
+    result.addPixmap(pixmap(symbolName, color, pixelSize, 1.0));
+    result.addPixmap(pixmap(symbolName, color, pixelSize, 2.0));
+    return result;
 }
 
 QStringList knownNames()

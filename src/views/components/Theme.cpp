@@ -2,8 +2,6 @@
 
 #include "views/components/Symbols.h"
 
-#include <QApplication>
-#include <QEvent>
 #include <QFontDatabase>
 #include <QFrame>
 #include <QGuiApplication>
@@ -269,63 +267,9 @@ QLabel* caption(const QString& text, QWidget* parent)
     return result;
 }
 
-namespace {
-
-const QString kPendingSymbolName = QStringLiteral("veldtone_pendingSymbol");
-
-QPixmap symbolPixmap(const QString& symbolName, const QColor& color, int pixelSize)
-{
-    // What the symbol's icon would give at this screen's ratio; on a plain screen that is its
-    // one-times pixmap, painted alone.
-    if (qApp->devicePixelRatio() > 1.0)
-        return Symbols::icon(symbolName, color, pixelSize).pixmap(QSize(pixelSize, pixelSize));
-    return Symbols::pixmap(symbolName, color, pixelSize, 1.0);
-}
-
-// Paints a symbol into its label when the label first shows, so the states a screen keeps
-// hidden (progress, failure, missing tools) cost nothing until they appear.
-class PendingSymbol : public QObject
-{
-public:
-    PendingSymbol(QLabel* target, const QString& symbolName, const QColor& color, int pixelSize)
-        : QObject(target)
-        , m_target(target)
-        , m_symbolName(symbolName)
-        , m_color(color)
-        , m_pixelSize(pixelSize)
-    {
-        setObjectName(kPendingSymbolName);
-        target->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (watched == m_target && event->type() == QEvent::Show) {
-            m_target->removeEventFilter(this);
-            setObjectName(QString());
-            m_target->setPixmap(symbolPixmap(m_symbolName, m_color, m_pixelSize));
-            deleteLater();
-        }
-        return false;
-    }
-
-private:
-    QLabel* m_target;
-    QString m_symbolName;
-    QColor m_color;
-    int m_pixelSize;
-};
-
-} // namespace
-
 void setSymbol(QLabel* target, const QString& symbolName, const QColor& color, int pixelSize)
 {
-    // A newer symbol replaces one still waiting for the label to show.
-    delete target->findChild<QObject*>(kPendingSymbolName, Qt::FindDirectChildrenOnly);
-    if (target->isVisible())
-        target->setPixmap(symbolPixmap(symbolName, color, pixelSize));
-    else
-        new PendingSymbol(target, symbolName, color, pixelSize);
+    target->setPixmap(Symbols::pixmap(symbolName, color, pixelSize, target->devicePixelRatioF()));
     target->setFixedSize(pixelSize + 2, pixelSize + 2);
     target->setAlignment(Qt::AlignCenter);
 }

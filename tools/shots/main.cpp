@@ -1,0 +1,347 @@
+// Renders the main window on each destination and in each state worth looking at, with real
+// services working in temporary homes, and saves one PNG per view.
+//
+// Usage: veldtone-shots OUTPUT_FOLDER [light|dark]
+
+#include "services/BatchRunner.h"
+#include "support/ScreenFixture.h"
+#include "support/TestSupport.h"
+#include "views/batch/BatchItemDelegate.h"
+#include "views/batch/BatchQueueModel.h"
+#include "views/batch/BatchView.h"
+#include "views/components/Theme.h"
+#include "views/library/HistoryView.h"
+#include "views/shell/ContentView.h"
+#include "views/shell/MainWindow.h"
+#include "views/shell/ScreenFactory.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QListView>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QStandardPaths>
+#include <QStyleFactory>
+#include <QTextStream>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
+using namespace ScreenFixture;
+
+namespace {
+
+// A yt-dlp for the batch runs: "missing…" fails like a missing page, "slow…" hangs at 42 %.
+const QByteArray kYtDlp = R"(#!/bin/sh
+case "$1" in --version) echo 2023.03.04; exit 0;; esac
+for a in "$@"; do case "$a" in *youtu*) link="$a";; esac; done
+name=${link##*/}
+case "$name" in
+  missing*) echo "ERROR: [generic] $name: Unable to download webpage: HTTP Error 404: Not Found" >&2; exit 1;;
+  slow*) echo "PROGRESS::  42.0%::1.00MiB/s::00:09::2.00MiB"; exec sleep 60;;
+esac
+echo "[ExtractAudio] Destination: $SHOTS_OUT/$name.mp3"
+printf 'ID3' > "$SHOTS_OUT/$name.mp3"
+)";
+
+const QString kLink = u"https://www.youtube.com/watch?v=dQw4w9WgXcQ"_s;
+
+void settle(int ms = 200)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < ms)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+}
+
+QString writeCover(const QString& path, const QColor& top, const QColor& bottom)
+{
+    QImage image(240, 240, QImage::Format_RGB32);
+    QPainter painter(&image);
+    QLinearGradient fill(0, 0, 0, 240);
+    fill.setColorAt(0, top);
+    fill.setColorAt(1, bottom);
+    painter.fillRect(image.rect(), fill);
+    painter.setBrush(QColor(0xFF, 0xE0, 0x8A));
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(QPointF(120, 150), 50, 50);
+    painter.end();
+    image.save(path);
+    return QUrl::fromLocalFile(path).toString();
+}
+
+// Records with playable silent files, oldest first, so the first sample ends up on top.
+void addSamples(Environment& env)
+{
+    struct Sample
+    {
+        const char* title;
+        const char* channel;
+        const char* duration;
+        AudioFormat format;
+        AudioQuality quality;
+        const char* size;
+        int cover; // -1: none
+    };
+    const Sample samples[] = {
+        {"Field Recording: Rain on a Tin Roof", "Quiet Places", "12:40", AudioFormat::wav,
+         AudioQuality::k320, "131.2 MB", -1},
+        {"Lecture 7 — Signals and Systems", "Open Course", "1:14:02", AudioFormat::opus,
+         AudioQuality::best, "38.5 MB", 2},
+        {"Weekly Podcast #112 — The Long Interview About Everything We Could Think Of",
+         "Open Air Radio", "58:17", AudioFormat::m4a, AudioQuality::k256, "56.3 MB", 1},
+        {"Evening Piano (Live)", "Harbour Lane", "4:51", AudioFormat::flac, AudioQuality::k320,
+         "31.9 MB", -1},
+        {"Morning Light (Acoustic Session)", "Harbour Lane", "3:32", AudioFormat::mp3,
+         AudioQuality::k320, "8.5 MB", 0},
+    };
+    const QString covers[] = {
+        writeCover(env.path() + u"/c0.png", QColor(0x3A, 0x1C, 0x71), QColor(0xFF, 0xAF, 0x7B)),
+        writeCover(env.path() + u"/c1.png", QColor(0x13, 0x54, 0x7A), QColor(0x80, 0xD0, 0xC7)),
+        writeCover(env.path() + u"/c2.png", QColor(0x11, 0x99, 0x8E), QColor(0x38, 0xEF, 0x7D)),
+    };
+    double when = HistoryTrack::now() - 86400 * 5;
+    for (const Sample& sample : samples) {
+        HistoryTrack track;
+        track.id = QUuid::createUuid();
+        track.title = QString::fromUtf8(sample.title);
+        track.channel = QString::fromUtf8(sample.channel);
+        track.duration = QString::fromUtf8(sample.duration);
+        track.format = sample.format;
+        track.quality = sample.quality;
+        track.filePath = env.path() + u"/Music/" + track.title + u'.' + sample.format.rawValue();
+        track.fileSize = QString::fromUtf8(sample.size);
+        track.thumbnailUrl = sample.cover >= 0 ? covers[sample.cover] : QString();
+        track.completedAt = when += 86400;
+        track.youtubeUrl = kLink;
+        writeSilentWav(track.filePath, 185);
+        env.history().addTrack(track);
+    }
+}
+
+class Shooter
+{
+public:
+    Shooter(QString out, QString scheme)
+        : m_out(std::move(out))
+        , m_scheme(std::move(scheme))
+    {}
+    // The screen, not the window: confirmations and tooltips are windows of their own.
+    void operator()(QWidget& window, const QString& name)
+    {
+        settle();
+        const QRect frame = window.frameGeometry();
+        save(window.screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height()),
+             m_scheme + u'-' + name);
+    }
+    void save(const QPixmap& image, const QString& name)
+    {
+        const QString path = m_out + u'/' + name + u".png"_s;
+        m_saved += image.save(path) ? 1 : 0;
+        QTextStream(stdout) << path << '\n';
+    }
+    int saved() const { return m_saved; }
+
+private:
+    QString m_out;
+    QString m_scheme;
+    int m_saved = 0;
+};
+
+// The converter in each state, settings, the mini player and the narrowest window, with the
+// tools as this machine has them.
+void shootWindow(Shooter& shoot)
+{
+    Environment env(Tools::none, true);
+    env.checkTools();
+    env.engine().setTargetFolder(QUrl::fromLocalFile(env.path() + u"/Music"_s));
+    addSamples(env);
+    ScreenFactory factory(env.services());
+    MainWindow window(env.services(), factory);
+    window.show();
+    settle(800);
+    ContentView* content = window.contentView();
+    DownloadEngine& engine = env.engine();
+
+    shoot(window, u"convert-idle-empty"_s);
+    findNamed<QLineEdit>(&window, u"YouTube Video Link"_s)->setText(kLink);
+    shoot(window, u"convert-idle"_s);
+    engine.setCurrentStatus(
+        DownloadStatus::downloading(0.423, u"2.4MiB/s"_s, u"00:12"_s, u"8.1MiB"_s));
+    shoot(window, u"convert-downloading"_s);
+    engine.setCurrentStatus(DownloadStatus::converting(u"Converting audio to MP3 (320 kbps)..."_s));
+    shoot(window, u"convert-converting"_s);
+    engine.setCurrentStatus(DownloadStatus::completed(env.history().tracks().first().filePath));
+    shoot(window, u"convert-completed"_s);
+    engine.setCurrentStatus(DownloadStatus::failed(
+        u"[generic] Unable to download webpage: HTTP Error 404: Not Found"_s));
+    shoot(window, u"convert-failed"_s);
+    engine.setCurrentStatus(DownloadStatus::idle());
+    content->setSelectedTab(NavigationItem::settings);
+    shoot(window, u"settings-tools-found"_s);
+
+    content->setSelectedTab(NavigationItem::history);
+    env.player().play(env.history().tracks().first());
+    settle(600);
+    env.player().togglePlayPause();
+    env.player().seek(65.9);
+    shoot(window, u"miniplayer-artwork"_s);
+    env.player().play(env.history().tracks().at(1));
+    env.player().togglePlayPause();
+    env.player().setVolume(0.4f);
+    shoot(window, u"miniplayer-placeholder"_s);
+    env.player().stop();
+
+    window.resize(window.minimumSizeHint().expandedTo(QSize(820, 600)));
+    content->setSelectedTab(NavigationItem::convert);
+    shoot(window, u"convert-minimum-size"_s);
+    env.history().waitForSaves();
+}
+
+// Only yt-dlp found, and an installer whose server never answers, so it stays mid-step.
+void shootToolsMissing(Shooter& shoot)
+{
+    Environment env(Tools::ytDlpOnly);
+    env.pointInstallerAtSilentServer();
+    env.checkTools();
+    env.engine().setSelectedFormat(AudioFormat::flac);
+    ScreenFactory factory(env.services());
+    MainWindow window(env.services(), factory);
+    window.show();
+    settle(800);
+    shoot(window, u"convert-tools-missing"_s);
+    window.contentView()->setSelectedTab(NavigationItem::settings);
+    shoot(window, u"settings-tools-missing"_s);
+    env.dependencies().installDependenciesAutomatically();
+    settle(300);
+    shoot(window, u"settings-installing"_s);
+    window.contentView()->setSelectedTab(NavigationItem::convert);
+    shoot(window, u"convert-installing"_s);
+}
+
+// The library and batch screens in each state, confirmations and a tooltip included.
+void shootLibraryAndBatch(Shooter& shoot)
+{
+    Environment env(Tools::both);
+    const QString music = env.path() + u"/Music"_s;
+    QDir().mkpath(music);
+    TestSupport::writeScript(env.path() + u"/tools/yt-dlp"_s, kYtDlp);
+    qputenv("SHOTS_OUT", music.toUtf8());
+    env.checkTools();
+    env.engine().setTargetFolder(QUrl::fromLocalFile(music));
+    ScreenFactory factory(env.services());
+    MainWindow window(env.services(), factory);
+    window.show();
+    settle(800);
+    ContentView* content = window.contentView();
+
+    content->setSelectedTab(NavigationItem::history);
+    shoot(window, u"library-empty"_s);
+    addSamples(env);
+    // Afresh, on the filled library.
+    content->setSelectedTab(NavigationItem::convert);
+    content->setSelectedTab(NavigationItem::history);
+    auto* library = qobject_cast<HistoryView*>(content->currentScreen());
+    env.player().play(env.history().tracks().first());
+    settle(400);
+    shoot(window, u"library-list-playing"_s);
+    library->setSelectedFilter(u"M4A"_s);
+    shoot(window, u"library-filter-m4a"_s);
+    library->setSelectedFilter(u"FLAC"_s);
+    library->setSearchText(u"zzz"_s);
+    shoot(window, u"library-no-match"_s);
+    library->resetFiltersButton()->click();
+    library->requestRemoval(env.history().tracks().at(2));
+    shoot(window, u"library-confirm-delete"_s);
+    library->deleteConfirmation()->reject();
+    library->requestClearAll();
+    shoot(window, u"library-confirm-clear-all"_s);
+    library->clearAllConfirmation()->reject();
+    env.player().stop();
+
+    content->setSelectedTab(NavigationItem::batch);
+    auto* batch = qobject_cast<BatchView*>(content->currentScreen());
+    batch->editor()->setPlainText(
+        u"https://www.youtube.com/watch?v=first\nhttps://youtu.be/slow-second\nnot a link\n"_s);
+    shoot(window, u"batch-composing"_s);
+    batch->addButton()->click();
+    batch->runner().addUrlsToQueue(u"https://youtu.be/third\nhttps://youtu.be/fourth"_s);
+    VideoMetadata known;
+    known.title = u"Morning Walk (Live Session)"_s;
+    known.channel = u"Field Recordings"_s;
+    known.duration = u"4:12"_s;
+    batch->runner().setMetadata(batch->runner().queue().at(2).id, known);
+    shoot(window, u"batch-queued"_s);
+    batch->ripAllButton()->click();
+    QElapsedTimer waited;
+    waited.start();
+    while (batch->runner().queue().at(1).status.progress() < 0.4 && waited.elapsed() < 10000)
+        settle(50);
+    shoot(window, u"batch-processing"_s);
+    batch->stopButton()->click();
+    settle(300);
+
+    content->setSelectedTab(NavigationItem::convert);
+    content->setSelectedTab(NavigationItem::batch);
+    batch = qobject_cast<BatchView*>(content->currentScreen());
+    batch->runner().addUrlsToQueue(
+        u"https://youtu.be/one\nhttps://youtu.be/missing-two\nhttps://youtu.be/three"_s);
+    batch->ripAllButton()->click();
+    waited.restart();
+    while (batch->runner().isProcessing() && waited.elapsed() < 20000)
+        settle(50);
+    // Point at the failed row's indicator so its tooltip shows.
+    QListView* list = batch->queueList();
+    const QRect row = list->visualRect(batch->model()->index(1));
+    const QRect status = BatchItemDelegate::geometry(row, false).status;
+    QToolTip::showText(list->viewport()->mapToGlobal(QPoint(status.right() - 8, row.center().y())),
+                       batch->model()->index(1).data(Qt::ToolTipRole).toString(), list);
+    shoot(window, u"batch-finished-failure"_s);
+    if (env.engine().currentStatus().isBusy())
+        env.engine().cancel();
+    env.history().waitForSaves();
+}
+
+// The application icon at a launcher's and a title bar's size.
+void shootIcon(Shooter& shoot)
+{
+    QPixmap icons(256 + 48 + 24 + 16, 256);
+    icons.fill(Qt::transparent);
+    QPainter painter(&icons);
+    const QIcon appIcon(QStringLiteral(VELDTONE_ICON_SVG));
+    appIcon.paint(&painter, QRect(0, 0, 256, 256));
+    appIcon.paint(&painter, QRect(256 + 8, 104, 48, 48));
+    appIcon.paint(&painter, QRect(256 + 8 + 48 + 8, 120, 16, 16));
+    painter.end();
+    shoot.save(icons, u"app-icon"_s);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    const QStringList args = QApplication::arguments();
+    if (args.size() < 2) {
+        QTextStream(stderr) << "usage: veldtone-shots OUTPUT_FOLDER [light|dark]\n";
+        return 2;
+    }
+    const bool dark = args.size() > 2 && args.at(2) == u"dark";
+    const QString scheme = dark ? u"dark"_s : u"light"_s;
+    QDir().mkpath(args.at(1));
+    QStandardPaths::setTestModeEnabled(true);
+    if (QStyle* fusion = QStyleFactory::create(u"Fusion"_s))
+        QApplication::setStyle(fusion);
+    QApplication::setPalette(Theme::palette(dark ? Theme::Scheme::dark : Theme::Scheme::light));
+
+    Shooter shoot(args.at(1), scheme);
+    shootWindow(shoot);
+    shootToolsMissing(shoot);
+    shootLibraryAndBatch(shoot);
+    shootIcon(shoot);
+    return shoot.saved() > 0 ? 0 : 1;
+}
