@@ -31,7 +31,7 @@ scripts/start-audio.sh "$scratch/pulse"
 export ASAN_OPTIONS=detect_leaks=0
 
 for scheme in light dark; do
-    xvfb-run -a -s "-screen 0 1280x900x24" "$build/tests/shots/veldtone-shots" "$out" "$scheme"
+    xvfb-run -a -s "-screen 0 1280x900x24" "$build/tools/shots/veldtone-shots" "$out" "$scheme"
 done
 
 # The real program, started like a user would, in an empty home.

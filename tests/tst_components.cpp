@@ -1,4 +1,3 @@
-#include "views/components/GlassCard.h"
 #include "views/components/GradientButton.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
@@ -8,7 +7,6 @@
 #include <QApplication>
 #include <QFontMetricsF>
 #include <QImage>
-#include <QLayout>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -60,16 +58,6 @@ private slots:
             QVERIFY2(inkedPixels(Symbols::pixmap(name, Qt::black, 32).toImage()) > 30,
                      qPrintable(name));
         }
-    }
-
-    void symbolIconIsTinted()
-    {
-        const QImage image = Symbols::pixmap(u"stop.fill"_s, Qt::red, 24, 2.0).toImage();
-        QCOMPARE(image.size(), QSize(48, 48));
-        const QColor centre = image.pixelColor(24, 24);
-        QCOMPARE(centre.red(), 255);
-        QCOMPARE(centre.green(), 0);
-        QVERIFY(!Symbols::icon(u"play.fill"_s, Qt::white).isNull());
     }
 
     // Clicking, keyboard focus and the screen reader's press all follow the enabled state.
@@ -125,23 +113,6 @@ private slots:
         const QColor disabled = image.pixelColor(fillPoint);
         QVERIFY(disabled.blue() < 200 && qAbs(disabled.red() - disabled.blue()) < 20);
         QCOMPARE(qAlpha(image.pixel(belowPoint)), 0);
-    }
-
-    // The panel is tinted over the whole rectangle, corners excepted, with a faint shadow
-    // below; the content sits 16 inside it.
-    void cardPainting()
-    {
-        auto* content = new QWidget;
-        GlassCard card(content);
-        card.resize(200, 100);
-        card.layout()->activate();
-        const QImage image = render(card);
-        const QRectF panel = GlassCard::panelRect(card.size());
-        QCOMPARE(content->geometry().topLeft() - panel.topLeft().toPoint(), QPoint(16, 16));
-        QVERIFY(qAlpha(image.pixel(panel.center().toPoint())) > 200);
-        QCOMPARE(qAlpha(image.pixel(panel.topLeft().toPoint())), 0);
-        const int below = qAlpha(image.pixel(int(panel.center().x()), int(panel.bottom()) + 4));
-        QVERIFY(below > 0 && below < 40);
     }
 };
 

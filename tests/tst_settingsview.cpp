@@ -5,6 +5,7 @@
 #include "views/settings/SettingsView.h"
 #include "views/settings/ToolStatusRow.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -73,8 +74,8 @@ private slots:
             QCOMPARE(env.savedSettings()->value(u"defaultQuality"_s).toString(), u"0"_s);
             choose(screen.picker(u"Default Format"_s), u"opus"_s);
             QCOMPARE(env.savedSettings()->value(u"defaultFormat"_s).toString(), u"opus"_s);
-            QTest::mouseClick(screen.box(kArtwork), Qt::LeftButton, {}, QPoint(5, 5));
-            QCOMPARE(env.savedSettings()->value(u"embedArtwork"_s).toBool(), false);
+            QVERIFY(press(&screen.view, kArtwork));
+            QTRY_COMPARE(env.savedSettings()->value(u"embedArtwork"_s).toBool(), false);
 
             QTimer::singleShot(0, this, [folder] {
                 auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
@@ -147,6 +148,24 @@ private slots:
         QCOMPARE(ffmpeg->badgeText(), hasFfmpeg ? u"v5.1.6-0+deb12u1"_s : QString());
         QCOMPARE(ffmpeg->pathText(), hasFfmpeg ? env.path() + u"/tools/ffmpeg"_s : missing);
         QCOMPARE(screen.button(kInstall) != nullptr, installShown);
+        QCOMPARE(reachable(&screen.view).value(u"ffmpeg"_s)->text(QAccessible::Description),
+                 hasFfmpeg ? u"ffmpeg: found, version 5.1.6-0+deb12u1, "_s + ffmpeg->pathText()
+                           : u"ffmpeg: missing, Not found in standard paths"_s);
+    }
+
+    // The install row turns into its spinner and the installer's step text.
+    void installRow()
+    {
+        Environment env(Tools::ytDlpOnly);
+        env.pointInstallerAtSilentServer();
+        QVERIFY(env.checkTools());
+        Screen screen(env);
+        QVERIFY(press(&screen.view, kInstall));
+        QTRY_VERIFY(env.dependencies().isInstalling());
+        QVERIFY(reachable(&screen.view).contains(u"In progress"_s));
+        QVERIFY(!screen.button(kInstall));
+        QTRY_VERIFY(!env.dependencies().installProgress().isEmpty());
+        QVERIFY(screen.shows(env.dependencies().installProgress()));
     }
 
     // The rows follow each new check: a tool that appears turns the row green.
@@ -159,7 +178,7 @@ private slots:
         TestSupport::writeScript(env.path() + u"/tools/ffmpeg"_s,
                                  "echo 'ffmpeg version 6.0 Copyright'\n");
         QSignalSpy finished(&env.dependencies(), &DependencyManager::checkFinished);
-        QTest::mouseClick(screen.button(u"Check Dependencies"_s), Qt::LeftButton);
+        QVERIFY(press(&screen.view, u"Check Dependencies"_s));
         QVERIFY(finished.wait(20000));
         QCOMPARE(screen.tool(u"ffmpeg"_s)->sealSymbol(), u"checkmark.seal.fill"_s);
         QCOMPARE(screen.tool(u"ffmpeg"_s)->badgeText(), u"v6.0"_s);

@@ -1,13 +1,12 @@
 #include "ScreenFixture.h"
 
 #include "TestSupport.h"
-#include "views/components/ElidedLabel.h"
 
 #include <QAbstractButton>
+#include <QAccessibleActionInterface>
 #include <QDataStream>
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTcpServer>
@@ -135,20 +134,43 @@ bool isNamed(QWidget* root, QWidget* widget, const QString& name)
     return button && button->text() == name;
 }
 
+QHash<QString, QAccessibleInterface*> reachable(QWidget* root)
+{
+    QHash<QString, QAccessibleInterface*> nodes;
+    QList<QAccessibleInterface*> pending{QAccessible::queryAccessibleInterface(root)};
+    while (!pending.isEmpty()) {
+        QAccessibleInterface* node = pending.takeFirst();
+        if (!node || node->state().invisible)
+            continue;
+        const QString name = node->text(QAccessible::Name);
+        if (!name.isEmpty() &&
+            (!nodes.contains(name) || nodes.value(name)->role() == QAccessible::StaticText))
+            nodes.insert(name, node);
+        for (int i = 0; i < node->childCount(); ++i)
+            pending << node->child(i);
+    }
+    return nodes;
+}
+
+bool press(QWidget* root, const QString& name)
+{
+    QAccessibleInterface* node = reachable(root).value(name);
+    QAccessibleActionInterface* actions = node ? node->actionInterface() : nullptr;
+    if (!actions)
+        return false;
+    for (const QString& action :
+         {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::toggleAction()}) {
+        if (actions->actionNames().contains(action)) {
+            actions->doAction(action);
+            return true;
+        }
+    }
+    return false;
+}
+
 QStringList visibleTexts(QWidget* root)
 {
-    QStringList texts;
-    const auto labels = root->findChildren<QLabel*>();
-    for (QLabel* label : labels) {
-        if (label->isVisibleTo(root) && !label->text().isEmpty())
-            texts << label->text();
-    }
-    const auto elided = root->findChildren<ElidedLabel*>();
-    for (ElidedLabel* label : elided) {
-        if (label->isVisibleTo(root) && !label->text().isEmpty())
-            texts << label->text();
-    }
-    return texts;
+    return reachable(root).keys();
 }
 
 } // namespace ScreenFixture

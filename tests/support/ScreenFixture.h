@@ -7,6 +7,8 @@
 #include "services/HistoryStore.h"
 #include "services/Services.h"
 
+#include <QAccessible>
+#include <QHash>
 #include <QSettings>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -90,7 +92,13 @@ template <class T = QWidget> T* findNamed(QWidget* root, const QString& name)
     }
     return nullptr;
 }
-// Every text shown by a visible label (plain or shortened) under root.
+// Every node a screen reader can reach from root, by name; hidden nodes are left out, and a
+// control wins over a caption of the same words.
+QHash<QString, QAccessibleInterface*> reachable(QWidget* root);
+// Presses (or toggles) the control named name the way a screen reader does. A button clicks a
+// moment later, as after a mouse press, so callers wait for the effect.
+bool press(QWidget* root, const QString& name);
+// Every text a screen reader finds shown under root: labels and the names of controls.
 QStringList visibleTexts(QWidget* root);
 
 } // namespace ScreenFixture
