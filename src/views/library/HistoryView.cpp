@@ -1,8 +1,8 @@
 #include "views/library/HistoryView.h"
 
+#include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
-#include "views/components/ArtworkCache.h"
 #include "views/components/DesktopTexts.h"
 #include "views/components/FilledPanel.h"
 #include "views/components/PaintHelpers.h"
@@ -145,6 +145,7 @@ HistoryView::HistoryView(HistoryStore& history, AudioPlayerService& player, Artw
 
     connect(m_model, &QAbstractItemModel::modelReset, this, &HistoryView::updateContent);
     connect(&m_history, &HistoryStore::tracksChanged, this, &HistoryView::updateContent);
+    connect(&m_history, &HistoryStore::isLoadingChanged, this, &HistoryView::updateContent);
     updateContent();
 }
 
@@ -247,10 +248,11 @@ QWidget* HistoryView::buildEmptyState()
     column->addStretch(1);
     column->addWidget(
         symbolLabel(QStringLiteral("music.note.list"), 42, secondary(palette(), 0.5)));
-    column->addWidget(textLabel(QStringLiteral("No Ripped Audio Yet"), 15, QFont::Bold));
-    column->addWidget(
-        textLabel(QStringLiteral("Extracted YouTube tracks and MP3s will appear here."), 12,
-                  QFont::Normal, secondary(palette())));
+    m_emptyTitle = textLabel(QStringLiteral("No Ripped Audio Yet"), 15, QFont::Bold);
+    column->addWidget(m_emptyTitle);
+    m_emptyText = textLabel(QStringLiteral("Extracted YouTube tracks and MP3s will appear here."),
+                            12, QFont::Normal, secondary(palette()));
+    column->addWidget(m_emptyText);
     column->addStretch(1);
     return page;
 }
@@ -286,6 +288,11 @@ HistoryView::Content HistoryView::content() const
 void HistoryView::updateContent()
 {
     m_clearAll->setVisible(!m_model->libraryIsEmpty());
+    // Until the library file is read, the empty page says so.
+    const bool loading = m_history.isLoading();
+    m_emptyTitle->setText(loading ? QStringLiteral("Loading Library…")
+                                  : QStringLiteral("No Ripped Audio Yet"));
+    m_emptyText->setVisible(!loading);
     Content shown = Content::list;
     if (m_model->libraryIsEmpty())
         shown = Content::empty;
