@@ -1,5 +1,7 @@
 #include "services/ArtworkCache.h"
 
+#include "services/Background.h"
+
 #include <QImage>
 #include <QImageReader>
 #include <QNetworkAccessManager>
@@ -7,7 +9,6 @@
 #include <QNetworkReply>
 #include <QStandardPaths>
 #include <QUrl>
-#include <QtConcurrent>
 
 namespace {
 constexpr int kMaxInFlight = 4;
@@ -125,22 +126,23 @@ void ArtworkCache::finished(QNetworkReply* reply, const QString& address)
     }
     // Decoding a large JPEG takes milliseconds; keep it off the GUI thread.
     m_decoding.removeIf([](const QFuture<QImage>& decode) { return decode.isFinished(); });
-    QFuture<QImage> decoded = QtConcurrent::run([bytes] {
-        QImage image;
-        image.loadFromData(bytes);
-        // A thumbnail never needs more than a few hundred pixels.
-        if (!image.isNull() && (image.width() > 480 || image.height() > 480))
-            image = image.scaled(480, 480, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        return image;
-    });
-    m_decoding.append(decoded);
-    decoded.then(this, [this, address](const QImage& image) {
-        m_inFlight.remove(address);
-        if (image.isNull())
-            m_failed.insert(address);
-        else
-            m_images.insert(address, new QImage(image));
-        emit artworkReady(address);
-        fetchMore();
-    });
+    m_decoding.append(runInBackground(
+        QThreadPool::globalInstance(), this,
+        [bytes] {
+            QImage image;
+            image.loadFromData(bytes);
+            // A thumbnail never needs more than a few hundred pixels.
+            if (!image.isNull() && (image.width() > 480 || image.height() > 480))
+                image = image.scaled(480, 480, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+            return image;
+        },
+        [this, address](const QImage& image) {
+            m_inFlight.remove(address);
+            if (image.isNull())
+                m_failed.insert(address);
+            else
+                m_images.insert(address, new QImage(image));
+            emit artworkReady(address);
+            fetchMore();
+        }));
 }

@@ -1,5 +1,7 @@
 #include "DependencyManager.h"
 
+#include "services/Background.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
@@ -16,7 +18,6 @@
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTimer>
-#include <QtConcurrent/QtConcurrentRun>
 #include <csignal>
 #include <sys/types.h>
 #include <unistd.h>
@@ -277,9 +278,13 @@ bool DependencyManager::beginCheck()
     m_checkQueued = false;
     // The worker gets copies, so it never touches this object.
     m_checks.removeIf([](const QFuture<CheckResult>& check) { return check.isFinished(); });
-    m_checks.append(QtConcurrent::run(&DependencyManager::runCheck, m_standardLocations,
-                                      m_options.environment, m_options.probeTimeoutMs));
-    m_checks.last().then(this, [this](const CheckResult& result) { publishCheck(result); });
+    m_checks.append(runInBackground(
+        QThreadPool::globalInstance(), this,
+        [locations = m_standardLocations, environment = m_options.environment,
+         timeoutMs = m_options.probeTimeoutMs] {
+            return runCheck(locations, environment, timeoutMs);
+        },
+        [this](const CheckResult& result) { publishCheck(result); }));
     return changed;
 }
 
@@ -372,11 +377,12 @@ void DependencyManager::installFfmpeg(const QString& folder)
                  file->close();
                  // tar and unzip can take a while on a large build; keep them off this thread.
                  // The archive file lives until the worker is done with it.
-                 m_unpack =
-                     QtConcurrent::run([file, folder, timeoutMs = m_options.unpackTimeoutMs] {
+                 m_unpack = runInBackground(
+                     QThreadPool::globalInstance(), this,
+                     [file, folder, timeoutMs = m_options.unpackTimeoutMs] {
                          return unpackFfmpeg(file->fileName(), folder, timeoutMs);
-                     });
-                 m_unpack.then(this, [this](bool) { finishInstall(); });
+                     },
+                     [this](bool) { finishInstall(); });
              });
 }
 

@@ -1,5 +1,6 @@
 #include "ExtractionJob.h"
 
+#include "services/Background.h"
 #include "services/ExtractionArguments.h"
 #include "services/FilePathTracker.h"
 #include "services/OutputFiles.h"
@@ -123,42 +124,52 @@ void ExtractionJob::exited(int exitCode, bool crashed)
         const QByteArray bytes =
             std::exchange(m_errorBytes, {}) + m_process->readAllStandardError();
         // The error stream can be megabytes; it is read off the GUI thread.
-        m_errorText = QtConcurrent::run([bytes, exitCode] {
-            const QString text =
-                QUtf8StringView(bytes).isValidUtf8()
-                    ? QString::fromUtf8(bytes)
-                    : QStringLiteral("Download failed with exit code ") + QString::number(exitCode);
-            return extractMeaningfulError(text);
-        });
-        m_errorText.then(this, [this](const QString& error) {
-            removeScratchFolder();
-            finish(DownloadStatus::failed(error));
-        });
+        m_errorText = runInBackground(
+            QThreadPool::globalInstance(), this,
+            [bytes, exitCode] {
+                const QString text = QUtf8StringView(bytes).isValidUtf8()
+                                         ? QString::fromUtf8(bytes)
+                                         : QStringLiteral("Download failed with exit code ") +
+                                               QString::number(exitCode);
+                return extractMeaningfulError(text);
+            },
+            [this](const QString& error) {
+                removeScratchFolder();
+                finish(DownloadStatus::failed(error));
+            });
         return;
     }
     // Finding the file, moving it and reading its size touch the disk: off the GUI thread.
-    m_placing =
-        QtConcurrent::run([tracker = m_tracker, scratch = m_scratchFolder, request = m_request] {
-            Result result;
-            std::optional<QString> found = tracker->path();
-            if (!found || !QFileInfo::exists(*found))
-                found = OutputFiles::findLatestAudioFile(scratch, request.format.rawValue());
-            if (found) {
-                result.outputPath =
-                    OutputFiles::moveIntoFolder(*found, request.destination, request.replaceable);
-                // A file that cannot be moved stays where the tool left it, and so does its folder.
-                if (!result.outputPath)
-                    result.outputPath = found;
-                result.fileSize = OutputFiles::getFileSize(*result.outputPath);
-            }
-            if (!found || !result.outputPath->startsWith(scratch + u'/'))
-                QDir(scratch).removeRecursively();
-            return result;
+    m_placing = runInBackground(
+        QThreadPool::globalInstance(), this,
+        [tracker = m_tracker, scratch = m_scratchFolder, request = m_request] {
+            return place(tracker, scratch, request);
+        },
+        [this](const Result& result) {
+            finish(DownloadStatus::completed(result.outputPath.value_or(m_request.destination)),
+                   result);
         });
-    m_placing.then(this, [this](const Result& result) {
-        finish(DownloadStatus::completed(result.outputPath.value_or(m_request.destination)),
-               result);
-    });
+}
+
+ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker>& tracker,
+                                           const QString& scratch, const Request& request)
+{
+    Result result;
+    std::optional<QString> found = tracker->path();
+    if (!found || !QFileInfo::exists(*found))
+        found = OutputFiles::findLatestAudioFile(scratch, request.format.rawValue());
+    if (found && found->startsWith(scratch + u'/')) {
+        result.outputPath =
+            OutputFiles::moveIntoFolder(*found, request.destination, request.replaceable);
+    }
+    // A file the tool put elsewhere, or one that cannot be moved, stays where it is.
+    if (found && !result.outputPath)
+        result.outputPath = found;
+    if (result.outputPath)
+        result.fileSize = OutputFiles::getFileSize(*result.outputPath);
+    if (!result.outputPath || !result.outputPath->startsWith(scratch + u'/'))
+        QDir(scratch).removeRecursively();
+    return result;
 }
 
 void ExtractionJob::failedToStart()

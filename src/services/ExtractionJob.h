@@ -70,6 +70,9 @@ private:
     void readOutput();
     void exited(int exitCode, bool crashed);
     void failedToStart();
+    // Finds the finished file and moves it from the scratch folder into the destination.
+    static Result place(const std::shared_ptr<FilePathTracker>& tracker, const QString& scratch,
+                        const Request& request);
     void finish(const DownloadStatus& status, const Result& result = {});
     void setStatus(const DownloadStatus& status);
     void signalGroup(int signalNumber);

@@ -2,6 +2,7 @@
 
 #include "models/HistoryTrackJson.h"
 #include "platform/DesktopServices.h"
+#include "services/Background.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -9,7 +10,6 @@
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
-#include <QtConcurrent/QtConcurrentRun>
 #include <algorithm>
 #include <atomic>
 
@@ -26,6 +26,26 @@ bool keepAside(const QString& filePath)
     for (int n = 2; QFileInfo::exists(target) || QFileInfo(target).isSymLink(); ++n)
         target = filePath + kUnreadableSuffix + u'.' + QString::number(n);
     return QFile::rename(filePath, target);
+}
+
+// Writes the list over the file; the reason when it could not, empty otherwise.
+QString write(const QString& filePath, bool& mustKeepAside, const QList<HistoryTrack>& tracks)
+{
+    const std::optional<QByteArray> json = HistoryTrackJson::encode(tracks);
+    if (!json)
+        return QStringLiteral("a record has a date that cannot be written");
+    if (mustKeepAside) {
+        // Writing over a file that could not be read would lose it for good.
+        if (!keepAside(filePath))
+            return QStringLiteral("the unreadable library file could not be moved aside");
+        mustKeepAside = false;
+    }
+    // QSaveFile syncs the new file before it replaces the old one, so a crash leaves one whole
+    // library or the other.
+    QSaveFile file(filePath);
+    if (!file.open(QIODevice::WriteOnly) || file.write(*json) != json->size() || !file.commit())
+        return file.errorString();
+    return QString();
 }
 
 void removeWhere(QList<HistoryTrack>& tracks, const std::function<bool(const HistoryTrack&)>& drop)
@@ -76,21 +96,23 @@ void HistoryStore::load()
         return;
     m_state = State::loading;
     emit isLoadingChanged();
-    m_read = QtConcurrent::run(&m_worker, [disk = m_disk] {
-        Loaded loaded;
-        if (!QFileInfo::exists(disk->filePath))
+    m_read = runInBackground(
+        &m_worker, this,
+        [disk = m_disk] {
+            Loaded loaded;
+            if (!QFileInfo::exists(disk->filePath))
+                return loaded;
+            if (auto tracks = HistoryTrackJson::decodeFile(disk->filePath)) {
+                loaded.tracks = std::move(*tracks);
+                return loaded;
+            }
+            // A blank file holds nothing worth keeping; anything else that does not decode does.
+            QFile file(disk->filePath);
+            disk->mustKeepAside =
+                !file.open(QIODevice::ReadOnly) || !file.readAll().trimmed().isEmpty();
             return loaded;
-        if (auto tracks = HistoryTrackJson::decodeFile(disk->filePath)) {
-            loaded.tracks = std::move(*tracks);
-            return loaded;
-        }
-        // A blank file holds nothing worth keeping; anything else that does not decode does.
-        QFile file(disk->filePath);
-        disk->mustKeepAside =
-            !file.open(QIODevice::ReadOnly) || !file.readAll().trimmed().isEmpty();
-        return loaded;
-    });
-    m_read.then(this, [this](Loaded loaded) { publishLoaded(std::move(loaded)); });
+        },
+        [this](Loaded loaded) { publishLoaded(std::move(loaded)); });
 }
 
 void HistoryStore::waitForLoad()
@@ -131,30 +153,15 @@ void HistoryStore::change(Change apply)
 void HistoryStore::save()
 {
     const int number = ++m_disk->latestSave;
-    QtConcurrent::run(&m_worker,
-                      [disk = m_disk, tracks = m_tracks, number]() -> std::optional<QString> {
-                          if (number != disk->latestSave)
-                              return std::nullopt; // A newer save holds this one's changes too.
-                          const std::optional<QByteArray> json = HistoryTrackJson::encode(tracks);
-                          if (!json)
-                              return QStringLiteral("a record has a date that cannot be written");
-                          if (disk->mustKeepAside) {
-                              // Writing over a file that could not be read would lose it for good.
-                              if (!keepAside(disk->filePath))
-                                  return QStringLiteral(
-                                      "the unreadable library file could not be moved aside");
-                              disk->mustKeepAside = false;
-                          }
-                          // QSaveFile syncs the new file before it replaces the old one, so a crash
-                          // leaves one whole library or the other.
-                          QSaveFile file(disk->filePath);
-                          if (!file.open(QIODevice::WriteOnly) ||
-                              file.write(*json) != json->size() || !file.commit()) {
-                              return file.errorString();
-                          }
-                          return QString();
-                      })
-        .then(this, [this](std::optional<QString> error) {
+    runInBackground(
+        &m_worker, this,
+        [disk = m_disk, tracks = m_tracks, number]() -> std::optional<QString> {
+            // A newer save holds this one's changes too.
+            if (number != disk->latestSave)
+                return std::nullopt;
+            return write(disk->filePath, disk->mustKeepAside, tracks);
+        },
+        [this](const std::optional<QString>& error) {
             if (error)
                 saveEnded(*error);
         });

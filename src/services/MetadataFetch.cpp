@@ -1,8 +1,9 @@
 #include "MetadataFetch.h"
 
+#include "services/Background.h"
+
 #include <QProcess>
 #include <QUuid>
-#include <QtConcurrent/QtConcurrentRun>
 #include <limits>
 #include <simdjson.h>
 
@@ -57,19 +58,21 @@ MetadataFetch::MetadataFetch(const QString& toolPath, const QString& link, QObje
         if (error == QProcess::FailedToStart)
             end(std::nullopt);
     });
-    connect(
-        m_process, &QProcess::finished, this, [this](int exitCode, QProcess::ExitStatus status) {
-            m_output.append(m_process->readAllStandardOutput());
-            if (m_ended || status != QProcess::NormalExit || exitCode != 0) {
-                end(std::nullopt);
-                return;
-            }
-            // A dump can be megabytes; it is read off the GUI thread.
-            m_parse =
-                QtConcurrent::run(&MetadataFetch::fromJson, std::exchange(m_output, {}), m_link);
-            m_parse.then(this,
-                         [this](const std::optional<VideoMetadata>& metadata) { end(metadata); });
-        });
+    connect(m_process, &QProcess::finished, this,
+            [this](int exitCode, QProcess::ExitStatus status) {
+                m_output.append(m_process->readAllStandardOutput());
+                if (m_ended || status != QProcess::NormalExit || exitCode != 0) {
+                    end(std::nullopt);
+                    return;
+                }
+                // A dump can be megabytes; it is read off the GUI thread.
+                m_parse = runInBackground(
+                    QThreadPool::globalInstance(), this,
+                    [json = std::exchange(m_output, {}), link = m_link] {
+                        return fromJson(json, link);
+                    },
+                    [this](const std::optional<VideoMetadata>& metadata) { end(metadata); });
+            });
 }
 
 MetadataFetch::~MetadataFetch()
