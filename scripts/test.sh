@@ -29,7 +29,21 @@ scripts/start-audio.sh "$scratch/pulse"
 pulse_pid=$(cat "$scratch/pulse/pid" 2>/dev/null || true)
 [ -f "$scratch/pulse/env" ] && . "$scratch/pulse/env"
 
-export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:detect_stack_use_after_return=1
+# Name the symbolizer outright: without it reports carry bare addresses and the suppressions
+# that name functions match nothing. Should it be missing all the same, unwind every allocation
+# fully (slower), so that the entries naming libraries still find them: the fast unwinder stops
+# inside system libraries built without frame pointers.
+symbolizer=/usr/lib/llvm-14/bin/llvm-symbolizer
+[ -x "$symbolizer" ] || symbolizer=$(command -v llvm-symbolizer || true)
+unwind=
+if [ -n "$symbolizer" ]; then
+    export ASAN_SYMBOLIZER_PATH=$symbolizer LSAN_SYMBOLIZER_PATH=$symbolizer
+    export UBSAN_SYMBOLIZER_PATH=$symbolizer
+else
+    echo "test.sh: no llvm-symbolizer; leak reports will carry addresses only" >&2
+    unwind=:fast_unwind_on_malloc=0
+fi
+export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:detect_stack_use_after_return=1$unwind
 export LSAN_OPTIONS="suppressions=$root/tests/lsan.supp:print_suppressions=0"
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 (cd "$build" && ctest --output-on-failure -j2 --timeout 600)

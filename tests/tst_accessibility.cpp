@@ -1,6 +1,9 @@
 #include "support/ScreenFixture.h"
 #include "views/converter/ConverterView.h"
 #include "views/settings/SettingsView.h"
+#include "views/shell/ContentView.h"
+#include "views/shell/ScreenFactory.h"
+#include "views/shell/Sidebar.h"
 
 #include <QAccessible>
 #include <QAccessibleActionInterface>
@@ -128,6 +131,39 @@ private slots:
         QTRY_COMPARE(env.desktop.revealed, QStringList{file});
         QVERIFY(press(&view, u"New Rip"_s));
         QTRY_COMPARE(view.inputUrl(), QString());
+    }
+
+    // The sidebar reads as page tabs; each tab's every action (press, toggle) shows its screen.
+    void sidebarTabs()
+    {
+        Environment env(Tools::none);
+        ScreenFactory factory(env.services());
+        ContentView view(env.services(), factory);
+        view.show();
+        QCOMPARE(QAccessible::queryAccessibleInterface(view.sidebar())->role(),
+                 QAccessible::PageTabList);
+        const QList<std::pair<NavigationItem, QString>> screens = {
+            {NavigationItem::batch, u"YouTube links, one per line"_s},
+            {NavigationItem::history, u"Search tracks"_s},
+            {NavigationItem::settings, u"Check Dependencies"_s},
+            {NavigationItem::convert, u"YouTube Video Link"_s},
+        };
+        for (const QString& action :
+             {QAccessibleActionInterface::pressAction(), QAccessibleActionInterface::toggleAction()}) {
+            for (const auto& [item, control] : screens) {
+                QAccessibleInterface* tab =
+                    QAccessible::queryAccessibleInterface(view.sidebar()->row(item));
+                QCOMPARE(tab->role(), QAccessible::PageTab);
+                QCOMPARE(tab->actionInterface()->actionNames(),
+                         QStringList({QAccessibleActionInterface::pressAction(),
+                                      QAccessibleActionInterface::toggleAction(),
+                                      QAccessibleActionInterface::setFocusAction()}));
+                tab->actionInterface()->doAction(action);
+                QTRY_VERIFY2(reachable(&view).contains(control),
+                             qPrintable(action + u" did not show "_s + control));
+                QVERIFY(tab->state().selected);
+            }
+        }
     }
 
     void settingsControls()

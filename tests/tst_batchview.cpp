@@ -11,6 +11,7 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QImage>
 #include <QLabel>
 #include <QListView>
 #include <QMimeData>
@@ -173,6 +174,18 @@ private slots:
         QCOMPARE(m_view->ripAllButton()->text(), u"Rip All (3 Tracks)"_s);
         QCOMPARE(m_view->countLabel()->text(), u"0 of 3 completed"_s);
         QVERIFY(m_view->clearQueueButton()->isVisible());
+
+        // A row draws its second line as soon as its video is known.
+        QListView* list = m_view->queueList();
+        const QModelIndex first = list->model()->index(0, 0);
+        const QImage bare = list->viewport()->grab(list->visualRect(first)).toImage();
+        VideoMetadata video;
+        video.title = link(u"ok1"_s);
+        video.channel = u"Channel"_s;
+        video.duration = u"3:05"_s;
+        runner().setMetadata(runner().queue().first().id, video);
+        QCOMPARE(first.data(BatchQueueModel::DetailRole).toString(), u"Channel \u2022 3:05"_s);
+        QVERIFY(list->viewport()->grab(list->visualRect(first)).toImage() != bare);
         QVERIFY(m_view->addMoreButton()->isVisible());
         QVERIFY(!m_view->stopButton()->isVisible());
 

@@ -1,3 +1,4 @@
+#include "models/FormatTime.h"
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"
@@ -12,11 +13,14 @@
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QApplication>
+#include <QCheckBox>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
+#include <QSet>
 #include <QSlider>
 #include <QStandardPaths>
 #include <QTest>
@@ -35,7 +39,7 @@ bool stripShown(const ContentView& view)
     return view.miniPlayer() && view.miniPlayer()->isVisible();
 }
 
-// Gives the converter destination a text field, to check that a typed space reaches it.
+// Gives the converter destination a text field and a check box, which keep a typed space.
 class TextFieldFactory : public ScreenFactory
 {
 public:
@@ -47,9 +51,44 @@ public:
         auto* field = new QLineEdit(screen);
         field->setObjectName(u"field"_s);
         layout->addWidget(field);
+        auto* box = new QCheckBox(u"Box"_s, screen);
+        box->setObjectName(u"box"_s);
+        layout->addWidget(box);
         return screen;
     }
 };
+
+// What under root is still drawn in the light palette's text colours after a switch to dark:
+// a label's text, or the opaque pixels of a label's symbol or a button's icon.
+QStringList lightLeftovers(QWidget* root)
+{
+    const QPalette light = Theme::palette(Theme::Scheme::light);
+    const QSet<QRgb> lightOnly{Theme::primaryText(light).rgb(), Theme::secondaryText(light).rgb()};
+    const auto inked = [&](const QImage& image) {
+        const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
+        for (int y = 0; y < argb.height(); ++y)
+            for (int x = 0; x < argb.width(); ++x)
+                if (qAlpha(argb.pixel(x, y)) == 255 && lightOnly.contains(argb.pixel(x, y)))
+                    return true;
+        return false;
+    };
+    QStringList found;
+    for (QWidget* widget : root->findChildren<QWidget*>()) {
+        if (!widget->isVisibleTo(root))
+            continue;
+        const QString name = QString::fromLatin1(widget->metaObject()->className()) + u' ' +
+                             widget->accessibleName() + u' ';
+        if (auto* label = qobject_cast<QLabel*>(widget)) {
+            if (lightOnly.contains(label->palette().color(QPalette::WindowText).rgb()) ||
+                inked(label->pixmap().toImage()))
+                found << name + label->text();
+        } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+            if (inked(button->icon().pixmap(button->iconSize()).toImage()))
+                found << name + button->text();
+        }
+    }
+    return found;
+}
 
 } // namespace
 
@@ -88,6 +127,7 @@ private slots:
     void init() { m_env = std::make_unique<ScreenFixture::Environment>(); }
     void cleanup()
     {
+        QApplication::setPalette(Theme::palette(Theme::Scheme::light));
         m_env->player().stop();
         m_env->history().waitForSaves();
         m_env.reset();
@@ -154,7 +194,7 @@ private slots:
         QCOMPARE(second.sidebar()->row(NavigationItem::history)->badgeCount(), 1);
     }
 
-    // Space plays or pauses, except that a space typed into a text field stays there;
+    // Space plays or pauses, except in a text field or a check box;
     // Ctrl+. stops and hides the strip.
     void playbackShortcuts()
     {
@@ -183,18 +223,33 @@ private slots:
         QCOMPARE(field->text(), u"a b"_s);
         QVERIFY(m_env->player().isPlaying());
 
-        // A focused button takes Space as its own press, as keyboard users expect.
+        auto* box = window.findChild<QCheckBox*>(u"box"_s);
+        box->setFocus();
+        QTest::keyClick(box, Qt::Key_Space);
+        QVERIFY(box->isChecked());
+        QVERIFY(m_env->player().isPlaying());
+
+        // A focused row or button leaves Space to Play / Pause (a click focuses it) and is
+        // pressed with Return or Enter.
         SidebarRow* batch = window.contentView()->sidebar()->row(NavigationItem::batch);
         batch->setFocus();
         QTest::keyClick(batch, Qt::Key_Space);
-        QCOMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
-        QVERIFY(m_env->player().isPlaying());
-
-        window.contentView()->setFocus();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QCOMPARE(window.contentView()->selectedTab(), NavigationItem::convert);
         QVERIFY(!m_env->player().isPlaying());
+        QTest::keyClick(batch, Qt::Key_Return);
+        QTRY_COMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
         QVERIFY(m_env->player().isPlaying());
+        auto* close = ScreenFixture::findNamed<QToolButton>(window.contentView()->miniPlayer(),
+                                                            u"Close Player"_s);
+        close->setFocus();
+        QTest::keyClick(close, Qt::Key_Space);
+        QVERIFY(m_env->player().currentTrack());
+        QVERIFY(!m_env->player().isPlaying());
+        QTest::keyClick(close, Qt::Key_Enter, Qt::KeypadModifier);
+        QTRY_VERIFY(!m_env->player().currentTrack());
+        m_env->player().play(track(u"song"_s));
+        window.contentView()->setFocus();
 
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Period, Qt::ControlModifier);
         QVERIFY(!m_env->player().currentTrack());
@@ -269,6 +324,33 @@ private slots:
         QVERIFY(!strip->showsArtworkImage());
     }
 
+    // Every screen and the mini player take the dark colours when the desktop switches, and
+    // keep what the user typed.
+    void appearanceSwitch_data()
+    {
+        QTest::addColumn<NavigationItem>("item");
+        for (NavigationItem item : Navigation::allCases())
+            QTest::newRow(qPrintable(Navigation::rawValue(item))) << item;
+    }
+    void appearanceSwitch()
+    {
+        QFETCH(NavigationItem, item);
+        ScreenFactory factory(m_env->services());
+        ContentView view(m_env->services(), factory);
+        view.setSelectedTab(item);
+        view.show();
+        m_env->player().play(track(u"song"_s));
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        for (QLineEdit* field : view.currentScreen()->findChildren<QLineEdit*>())
+            field->setText(u"typed"_s);
+        QVERIFY(!lightLeftovers(&view).isEmpty());
+
+        QApplication::setPalette(Theme::palette(Theme::Scheme::dark));
+        QTRY_COMPARE(lightLeftovers(&view), QStringList());
+        for (QLineEdit* field : view.currentScreen()->findChildren<QLineEdit*>())
+            QCOMPARE(field->text(), u"typed"_s);
+    }
+
     void formatTime_data()
     {
         QTest::addColumn<double>("seconds");
@@ -283,7 +365,7 @@ private slots:
     {
         QFETCH(double, seconds);
         QFETCH(QString, text);
-        QCOMPARE(ContentView::formatTime(seconds), text);
+        QCOMPARE(::formatTime(seconds), text);
     }
 };
 

@@ -4,6 +4,7 @@
 #include "support/EngineFixture.h"
 #include "support/TestSupport.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QSignalSpy>
@@ -131,6 +132,18 @@ private slots:
                         u"--ffmpeg-location"_s, ffmpegFolder,
                         u"--embed-metadata"_s,  u"https://example.com/v?id=1"_s};
         QCOMPARE(given, first);
+
+        // The root folder is a folder like any other: the job's scratch folder sits right in it.
+        engine.setTargetFolder(QUrl::fromLocalFile(u"/"_s));
+        engine.startExtraction(u"https://example.com/v?id=2"_s);
+        QVERIFY(fixture.waitForEnd());
+        if (QFileInfo(u"/"_s).isWritable()) {
+            QVERIFY(lines(argsFile).at(8).startsWith(u"/.veldtone-"_s));
+            QCOMPARE(engine.currentStatus(), DownloadStatus::completed(u"/"_s));
+        } else {
+            QCOMPARE(engine.currentStatus(),
+                     DownloadStatus::failed(u"Cannot write to the folder /"_s));
+        }
     }
 
     void storedValues_data()

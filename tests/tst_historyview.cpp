@@ -217,6 +217,14 @@ private slots:
         QVERIFY(!m_view->trackToDelete());
         QCOMPARE(shownTitles(*m_view->model()),
                  (QStringList{u"LOFI BEATS"_s, u"Quiet Piano"_s, u"Only In Path"_s}));
+
+        // A record that leaves the library while asked about is no longer pending.
+        m_view->requestRemoval(m_view->model()->trackAt(0));
+        m_env->history().removeTrack(m_view->model()->trackAt(0));
+        QVERIFY(!m_view->trackToDelete());
+        QCOMPARE(m_view->deleteConfirmation()->informativeText(), u"Remove track from history?"_s);
+        buttonNamed(m_view->deleteConfirmation(), u"Remove"_s)->click();
+        QCOMPARE(m_env->history().tracks().size(), 2);
     }
 
     void clearAllAsksFirst()
@@ -276,7 +284,9 @@ private slots:
         const HistoryTrack first = m_env->history().tracks().first();
         QVERIFY(!m_view->model()->index(0).data(LibraryListModel::IsPlayingRole).toBool());
         QSignalSpy changed(m_view->model(), &QAbstractItemModel::dataChanged);
-        m_env->player().play(first);
+        // Return on the current row presses its play button.
+        m_view->listView()->setCurrentIndex(m_view->model()->index(0));
+        QTest::keyClick(m_view->listView(), Qt::Key_Return);
         QVERIFY(m_env->player().isPlaying());
         QVERIFY(!changed.isEmpty());
         QVERIFY(m_view->model()->index(0).data(LibraryListModel::IsPlayingRole).toBool());

@@ -236,6 +236,15 @@ void BatchRunner::setStatus(const QUuid& id, const DownloadStatus& status)
         emit countsChanged();
 }
 
+void BatchRunner::setMetadata(const QUuid& id, const VideoMetadata& metadata)
+{
+    const int row = rowOf(id);
+    if (row < 0 || m_queue[row].metadata == metadata)
+        return;
+    m_queue[row].metadata = metadata;
+    emit itemChanged(row);
+}
+
 void BatchRunner::setProcessing(bool on)
 {
     if (m_isProcessing == on)

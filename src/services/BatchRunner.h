@@ -38,6 +38,8 @@ public:
     // Appends one item per accepted line; returns how many were queued.
     int addUrlsToQueue(const QString& text);
     void removeItem(const QUuid& id);
+    // What is known of an item's video; its row shows it at once.
+    void setMetadata(const QUuid& id, const VideoMetadata& metadata);
     void clearQueue();
     void startBatchProcessing();
     void stopBatch();
@@ -46,7 +48,7 @@ signals:
     // Around any change of the queue's length or order.
     void queueAboutToChange();
     void queueChanged();
-    // One item's status changed.
+    // One item's status or metadata changed.
     void itemChanged(int row);
     void isProcessingChanged();
     void countsChanged();

@@ -118,7 +118,7 @@ QString DownloadEngine::folderPath(const QUrl& folder)
     QString path = folder.isLocalFile() ? folder.toLocalFile() : folder.path();
     while (path.size() > 1 && path.endsWith(QLatin1Char('/')))
         path.chop(1);
-    return path == QStringLiteral("/") ? QString() : path;
+    return path;
 }
 
 void DownloadEngine::startExtraction(const QString& url, std::optional<AudioFormat> format,

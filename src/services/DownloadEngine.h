@@ -104,7 +104,7 @@ protected:
 private:
     void jobFinished(ExtractionJob* job, const std::optional<QString>& outputPath,
                      const std::optional<QString>& fileSize, const CompletionHandler& onComplete);
-    // The folder's file-system path without a trailing slash.
+    // The folder's file-system path without a trailing slash ("/" stays "/").
     static QString folderPath(const QUrl& folder);
 
     DependencyManager& m_dependencies;

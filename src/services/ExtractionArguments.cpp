@@ -8,16 +8,15 @@ QStringList extractionArguments(const QString& link, AudioFormat format, AudioQu
                                 bool embedMetadata)
 {
     QStringList arguments = {
-        QStringLiteral("--extract-audio"),
-        QStringLiteral("--audio-format"),
-        format.rawValue(),
-        QStringLiteral("--newline"),
-        QStringLiteral("--no-playlist"),
+        QStringLiteral("--extract-audio"), QStringLiteral("--audio-format"), format.rawValue(),
+        QStringLiteral("--newline"), QStringLiteral("--no-playlist"),
         QStringLiteral("--progress-template"),
         QStringLiteral("PROGRESS::%(progress._percent_str)s::%(progress._speed_str)s::%(progress."
                        "_eta_str)s::%(progress._total_bytes_estimate_str)s"),
         QStringLiteral("-o"),
-        outputFolder + QStringLiteral("/%(title)s.%(ext)s")};
+        // The root folder already ends in its slash.
+        (outputFolder.endsWith(u'/') ? outputFolder : outputFolder + u'/') +
+            QStringLiteral("%(title)s.%(ext)s")};
     if (format.supportsBitrate())
         arguments << QStringLiteral("--audio-quality") << quality.ytdlpQualityArg();
     if (ffmpegPath)

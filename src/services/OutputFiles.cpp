@@ -16,7 +16,7 @@ namespace OutputFiles {
 
 QString scratchFolder(const QString& destination, const QString& jobId)
 {
-    return destination + u'/' + kScratchPrefix + jobId;
+    return (destination.endsWith(u'/') ? destination : destination + u'/') + kScratchPrefix + jobId;
 }
 
 std::optional<QString> findLatestAudioFile(const QString& folder, const QString& ext)

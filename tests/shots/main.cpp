@@ -270,6 +270,11 @@ void shootLibraryAndBatch(Shooter& shoot)
     shoot(window, u"batch-composing"_s);
     batch->addButton()->click();
     batch->runner().addUrlsToQueue(u"https://youtu.be/third\nhttps://youtu.be/fourth"_s);
+    VideoMetadata known;
+    known.title = u"Morning Walk (Live Session)"_s;
+    known.channel = u"Field Recordings"_s;
+    known.duration = u"4:12"_s;
+    batch->runner().setMetadata(batch->runner().queue().at(2).id, known);
     shoot(window, u"batch-queued"_s);
     batch->ripAllButton()->click();
     QElapsedTimer waited;

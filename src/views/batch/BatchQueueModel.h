@@ -20,6 +20,7 @@ public:
         IdRole,
         StatusRole, // DownloadStatus
         ShowsTrashRole,
+        DetailRole, // "channel • duration" once the video is known, else empty
     };
 
     explicit BatchQueueModel(BatchRunner& runner, QObject* parent = nullptr);

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "models/HistoryTrack.h"
+#include "views/components/ThemedScreen.h"
 
 #include <QMessageBox>
 #include <QPointer>
-#include <QWidget>
 #include <optional>
 
 class ArtworkCache;
@@ -22,7 +22,7 @@ class TrackListView;
 // The library screen: searches and filters the library, plays, reveals and copies from its
 // records, and removes one or all of them after asking. Removing never touches the files and
 // never stops playback.
-class HistoryView : public QWidget
+class HistoryView : public ThemedScreen
 {
     Q_OBJECT
 
@@ -49,6 +49,8 @@ public:
     std::optional<HistoryTrack> trackToDelete() const { return m_trackToDelete; }
     bool showClearAllAlert() const { return m_clearAllConfirmation != nullptr; }
 
+    // The delete confirmation's question: about the pending record, or general with none.
+    static QString deleteMessage(const std::optional<HistoryTrack>& track);
     // Opens the per-row and the clear-all confirmations.
     void requestRemoval(const HistoryTrack& track);
     void requestClearAll();
@@ -68,6 +70,7 @@ public:
     QMessageBox* clearAllConfirmation() const { return m_clearAllConfirmation; }
 
 private:
+    void buildContent() override;
     QWidget* buildTopBar();
     QWidget* buildEmptyState();
     QWidget* buildNoMatchState();
@@ -76,6 +79,7 @@ private:
 
     HistoryStore& m_history;
     AudioPlayerService& m_player;
+    ArtworkCache& m_artwork;
     LibraryListModel* m_model;
 
     QLineEdit* m_searchField = nullptr;

@@ -3,6 +3,8 @@
 #include "views/components/DesktopTexts.h"
 #include "views/library/LibraryListModel.h"
 
+#include <QKeyEvent>
+
 TrackListView::TrackListView(QWidget* parent)
     : AccessibleListView(parent)
 {}
@@ -24,4 +26,16 @@ void TrackListView::triggerRowAction(int row, const QString& name)
         emit showInFolderRequested(track);
     else if (name == removeAction())
         emit removeRequested(track);
+}
+
+void TrackListView::keyPressEvent(QKeyEvent* event)
+{
+    // Enter or Return presses the current row's play button, as a click on it would.
+    const QModelIndex current = currentIndex();
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && current.isValid() &&
+        (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
+        triggerRowAction(current.row(), rowActionNames(current.row()).constFirst());
+        return;
+    }
+    AccessibleListView::keyPressEvent(event);
 }

@@ -19,6 +19,9 @@ public:
     static QString pauseAction() { return QStringLiteral("Pause"); }
     static QString removeAction() { return QStringLiteral("Remove from Library"); }
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
 signals:
     void playRequested(const HistoryTrack& track);
     void showInFolderRequested(const HistoryTrack& track);

@@ -4,10 +4,9 @@
 #include "views/shell/ContentView.h"
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
-#include <QComboBox>
+#include <QCheckBox>
 #include <QKeyEvent>
 #include <QMenuBar>
 
@@ -40,17 +39,28 @@ MainWindow::MainWindow(const Services& services, const ScreenFactory& factory, Q
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    // Text fields already claim a typed space before it can become the menu shortcut. A
-    // focused button, check box, pop-up or list uses Space as its own key too, so keyboard
-    // users can still press them.
-    if (event->type() == QEvent::ShortcutOverride) {
-        auto* key = static_cast<QKeyEvent*>(event);
-        auto* widget = qobject_cast<QWidget*>(watched);
-        if (key->key() == Qt::Key_Space && key->modifiers() == Qt::NoModifier && widget &&
-            widget->window() == this &&
-            (qobject_cast<QAbstractButton*>(widget) || qobject_cast<QComboBox*>(widget) ||
-             qobject_cast<QAbstractItemView*>(widget))) {
-            event->accept();
+    auto* widget = qobject_cast<QWidget*>(watched);
+    if (!widget || widget->window() != this ||
+        (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress))
+        return QMainWindow::eventFilter(watched, event);
+    auto* key = static_cast<QKeyEvent*>(event);
+    const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
+
+    // Space is "Play / Pause" wherever it is not the focused control's own key: text fields
+    // claim a typed space themselves, and a check box keeps it here. Open pop-up lists and
+    // dialogs are windows of their own, out of the shortcut's reach. Buttons, rows, lists and
+    // sliders give it up, since a click focuses them and Space would press them again.
+    if (event->type() == QEvent::ShortcutOverride && key->key() == Qt::Key_Space &&
+        modifiers == Qt::NoModifier && qobject_cast<QCheckBox*>(widget)) {
+        event->accept();
+        return true;
+    }
+    // Keyboard users press a focused button or row with Enter or Return instead.
+    if (event->type() == QEvent::KeyPress && modifiers == Qt::NoModifier &&
+        (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
+        auto* button = qobject_cast<QAbstractButton*>(widget);
+        if (button && button->isEnabled() && !qobject_cast<QCheckBox*>(button)) {
+            button->animateClick();
             return true;
         }
     }

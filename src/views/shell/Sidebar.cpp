@@ -3,6 +3,7 @@
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
 
+#include <QAccessibleWidget>
 #include <QButtonGroup>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -18,6 +19,61 @@ constexpr int kBadgeSize = 10;
 constexpr int kBadgePadX = 6;
 constexpr int kBadgePadY = 2;
 constexpr qreal kSelectionRadius = 6;
+
+// A screen reader meets the rows as page tabs in a page-tab list: pressing or toggling one
+// selects it, and the selected row reads as selected.
+class SidebarRowAccessible : public QAccessibleWidget
+{
+public:
+    explicit SidebarRowAccessible(SidebarRow* row)
+        : QAccessibleWidget(row, QAccessible::PageTab)
+    {}
+
+    SidebarRow* row() const { return static_cast<SidebarRow*>(widget()); }
+
+    QString text(QAccessible::Text t) const override
+    {
+        if (t == QAccessible::Name && row()->accessibleName().isEmpty())
+            return row()->text();
+        return QAccessibleWidget::text(t);
+    }
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.selectable = true;
+        state.selected = row()->isChecked();
+        state.checkable = true;
+        state.checked = row()->isChecked();
+        return state;
+    }
+    QStringList actionNames() const override
+    {
+        QStringList names;
+        if (row()->isEnabled())
+            names << pressAction() << toggleAction();
+        return names + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& name) override
+    {
+        if (!row()->isEnabled())
+            return;
+        if (name == pressAction())
+            row()->animateClick();
+        else if (name == toggleAction())
+            row()->setChecked(true);
+        else
+            QAccessibleWidget::doAction(name);
+    }
+};
+
+QAccessibleInterface* sidebarFactory(const QString&, QObject* object)
+{
+    if (auto* row = qobject_cast<SidebarRow*>(object))
+        return new SidebarRowAccessible(row);
+    if (auto* sidebar = qobject_cast<Sidebar*>(object))
+        return new QAccessibleWidget(sidebar, QAccessible::PageTabList);
+    return nullptr;
+}
 } // namespace
 
 SidebarRow::SidebarRow(NavigationItem item, QWidget* parent)
@@ -103,6 +159,11 @@ Sidebar::Sidebar(QWidget* parent)
     : QWidget(parent)
     , m_group(new QButtonGroup(this))
 {
+    static const bool factoryInstalled = [] {
+        QAccessible::installFactory(sidebarFactory);
+        return true;
+    }();
+    Q_UNUSED(factoryInstalled);
     setAccessibleName(QStringLiteral("Sidebar"));
     setAutoFillBackground(false);
     auto* layout = new QVBoxLayout(this);
@@ -114,8 +175,12 @@ Sidebar::Sidebar(QWidget* parent)
         m_rows << row;
         m_group->addButton(row);
         layout->addWidget(row);
-        connect(row, &QAbstractButton::clicked, this, [this, item] { setSelected(item); });
     }
+    // The screen follows the checked row, whatever checked it: a click, a key, a screen reader.
+    connect(m_group, &QButtonGroup::buttonToggled, this, [this](QAbstractButton* row, bool on) {
+        if (on)
+            setSelected(static_cast<SidebarRow*>(row)->item());
+    });
     layout->addStretch(1);
     m_rows.constFirst()->setChecked(true);
 }
