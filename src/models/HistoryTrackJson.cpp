@@ -72,6 +72,9 @@ void appendString(QByteArray& out, const QString& text)
 // magnitudes (785000000.25) and exponent form only for very large or tiny ones.
 void appendNumber(QByteArray& out, double value)
 {
+    // Minus zero is the same moment; readers take "-0" for the integer 0.
+    if (value == 0)
+        value = 0;
     char number[64];
     const double magnitude = std::fabs(value);
     const bool plain = value == 0 || (magnitude >= 1e-4 && magnitude < 9007199254740992.0);
