@@ -1,5 +1,6 @@
 // The screens end to end: the real window, the real yt-dlp and ffmpeg ripping pages served on
 // loopback, the real store recording them and the real player playing them.
+#include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
 #include "services/BatchRunner.h"
 #include "services/HistoryStore.h"
@@ -8,7 +9,6 @@
 #include "support/ScreenFixture.h"
 #include "views/batch/BatchQueueModel.h"
 #include "views/batch/BatchView.h"
-#include "views/components/ArtworkCache.h"
 #include "views/components/GradientButton.h"
 #include "views/converter/ConverterView.h"
 #include "views/library/HistoryView.h"
