@@ -108,7 +108,7 @@ void ContentView::ensureMiniPlayer()
 {
     if (m_miniPlayer || !m_services.player.currentTrack())
         return;
-    m_miniPlayer =
-        new MiniPlayerView(m_services.player, m_services.history, m_detail->parentWidget());
+    m_miniPlayer = new MiniPlayerView(m_services.player, m_services.history, m_services.artwork,
+                                      m_detail->parentWidget());
     m_detail->addWidget(m_miniPlayer);
 }

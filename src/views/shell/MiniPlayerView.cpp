@@ -1,23 +1,19 @@
 #include "views/shell/MiniPlayerView.h"
 
 #include "models/FormatTime.h"
+#include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
 #include "views/components/DesktopTexts.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
 
-#include <QBuffer>
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QImageReader>
 #include <QLabel>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
 #include <QPainter>
 #include <QSlider>
 #include <QToolButton>
-#include <QUrl>
 #include <QVBoxLayout>
 #include <cmath>
 
@@ -28,8 +24,6 @@ constexpr int kTextColumnWidth = 180;
 constexpr int kVolumeSliderWidth = 70;
 // Seek positions are kept in milliseconds on the integer slider.
 constexpr double kSeekScale = 1000.0;
-// A thumbnail larger than this is not an image we want to hold.
-constexpr qint64 kMaxArtworkBytes = 16 * 1024 * 1024;
 
 QToolButton* plainButton(const QString& accessibleName, QWidget* parent)
 {
@@ -59,7 +53,7 @@ public:
         setFixedSize(kArtworkSize, kArtworkSize);
     }
 
-    void setImage(const QImage& image)
+    void setImage(const QPixmap& image)
     {
         m_image = image;
         update();
@@ -81,22 +75,21 @@ protected:
             return;
         }
         // Fill the square, keeping the aspect ratio and cropping the overflow.
-        const QSizeF scaled =
-            QSizeF(m_image.size()).scaled(frame.size(), Qt::KeepAspectRatioByExpanding);
-        const QRectF target(frame.center() - QPointF(scaled.width() / 2, scaled.height() / 2),
-                            scaled);
+        // The cache gives the square already filled and cropped.
         painter.setClipPath(clip);
-        painter.drawImage(target, m_image);
+        painter.drawPixmap(frame, m_image, QRectF(m_image.rect()));
     }
 
 private:
-    QImage m_image;
+    QPixmap m_image;
 };
 
-MiniPlayerView::MiniPlayerView(AudioPlayerService& player, HistoryStore& history, QWidget* parent)
+MiniPlayerView::MiniPlayerView(AudioPlayerService& player, HistoryStore& history,
+                               ArtworkCache& artwork, QWidget* parent)
     : QWidget(parent)
     , m_player(player)
     , m_history(history)
+    , m_artworkCache(artwork)
     , m_artwork(new Artwork(this))
     , m_title(new QLabel(this))
     , m_channel(new QLabel(this))
@@ -192,17 +185,17 @@ MiniPlayerView::MiniPlayerView(AudioPlayerService& player, HistoryStore& history
     connect(&m_player, &AudioPlayerService::currentTimeChanged, this, &MiniPlayerView::timeChanged);
     connect(&m_player, &AudioPlayerService::durationChanged, this, &MiniPlayerView::timeChanged);
     connect(&m_player, &AudioPlayerService::volumeChanged, this, &MiniPlayerView::volumeChanged);
+    connect(&m_artworkCache, &ArtworkCache::artworkReady, this, [this](const QString& address) {
+        if (address == m_artworkAddress)
+            showArtwork();
+    });
 
     trackChanged();
     timeChanged();
     refreshIcons();
 }
 
-MiniPlayerView::~MiniPlayerView()
-{
-    if (m_artworkReply)
-        m_artworkReply->abort();
-}
+MiniPlayerView::~MiniPlayerView() = default;
 
 QString MiniPlayerView::volumeSymbol(float volume)
 {
@@ -285,46 +278,19 @@ void MiniPlayerView::refreshIcons()
 
 void MiniPlayerView::loadArtwork(const QString& thumbnailUrl)
 {
-    if (m_artworkReply) {
-        m_artworkReply->disconnect(this);
-        m_artworkReply->abort();
-        m_artworkReply->deleteLater();
-        m_artworkReply = nullptr;
-    }
-    m_artwork->setImage(QImage());
-    const QUrl url(thumbnailUrl, QUrl::StrictMode);
-    if (thumbnailUrl.isEmpty() || !url.isValid() || url.scheme().isEmpty())
-        return;
-    if (!m_network)
-        m_network = new QNetworkAccessManager(this);
-    QNetworkRequest request(url);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setTransferTimeout(30000);
-    QNetworkReply* reply = m_network->get(request);
-    m_artworkReply = reply;
-    connect(reply, &QNetworkReply::downloadProgress, this, [reply](qint64 received, qint64) {
-        if (received > kMaxArtworkBytes)
-            reply->abort();
-    });
-    connect(reply, &QNetworkReply::finished, this, [this, reply] {
-        reply->deleteLater();
-        if (reply != m_artworkReply)
-            return;
-        m_artworkReply = nullptr;
-        if (reply->error() != QNetworkReply::NoError)
-            return;
-        QByteArray data = reply->readAll();
-        QBuffer buffer(&data);
-        QImageReader reader(&buffer);
-        // Only the 44-point square is ever shown; decode no more than a few times that.
-        const QSize size = reader.size();
-        if (size.isValid() && (size.width() > 4096 || size.height() > 4096))
-            reader.setScaledSize(size.scaled(512, 512, Qt::KeepAspectRatio));
-        const QImage image = reader.read();
-        if (!image.isNull())
-            m_artwork->setImage(image);
-    });
+    m_artworkAddress = thumbnailUrl;
+    showArtwork();
+}
+
+void MiniPlayerView::showArtwork()
+{
+    // Asking starts the fetch; the placeholder shows until the cache reports the image.
+    const QPixmap image =
+        m_artworkAddress.isEmpty()
+            ? QPixmap()
+            : m_artworkCache.artwork(m_artworkAddress,
+                                     qCeil(kArtworkSize * m_artwork->devicePixelRatioF()));
+    m_artwork->setImage(image);
 }
 
 void MiniPlayerView::paintEvent(QPaintEvent*)

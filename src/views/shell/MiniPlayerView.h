@@ -2,11 +2,10 @@
 
 #include <QWidget>
 
+class ArtworkCache;
 class AudioPlayerService;
 class HistoryStore;
 class QLabel;
-class QNetworkAccessManager;
-class QNetworkReply;
 class QSlider;
 class QToolButton;
 
@@ -17,7 +16,8 @@ class MiniPlayerView : public QWidget
     Q_OBJECT
 
 public:
-    MiniPlayerView(AudioPlayerService& player, HistoryStore& history, QWidget* parent = nullptr);
+    MiniPlayerView(AudioPlayerService& player, HistoryStore& history, ArtworkCache& artwork,
+                   QWidget* parent = nullptr);
     ~MiniPlayerView() override;
 
     // The symbol shown for a volume: muted at 0 or less, one wave up to half, three above.
@@ -39,9 +39,11 @@ private:
     void volumeChanged();
     void refreshIcons();
     void loadArtwork(const QString& thumbnailUrl);
+    void showArtwork();
 
     AudioPlayerService& m_player;
     HistoryStore& m_history;
+    ArtworkCache& m_artworkCache;
     class Artwork;
     Artwork* m_artwork;
     QLabel* m_title;
@@ -57,7 +59,6 @@ private:
     QToolButton* m_close;
     QString m_volumeSymbol;
     QString m_playSymbol;
-    QNetworkAccessManager* m_network = nullptr;
-    QNetworkReply* m_artworkReply = nullptr;
+    QString m_artworkAddress;
     bool m_updatingSeek = false;
 };
