@@ -1,5 +1,6 @@
 #include "models/LibraryFilter.h"
 #include "models/LibrarySearchIndex.h"
+#include "support/TestSupport.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -86,7 +87,8 @@ private slots:
     void indexAgreesWithFilter()
     {
         const QString alphabet = u"abAB \u00e9\u00c9e\u0301-"_qs;
-        auto* random = QRandomGenerator::global();
+        TestSupport::SeededRandom seeded;
+        QRandomGenerator* random = &seeded;
         const auto randomText = [&](int maxLength) {
             QString text;
             for (int n = random->bounded(maxLength + 1); n > 0; --n)
