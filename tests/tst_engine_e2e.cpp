@@ -9,6 +9,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QPointer>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTest>
@@ -212,6 +213,7 @@ private slots:
                                       120000));
         QVERIFY(!QDir(fixture.downloadsPath()).isEmpty(kAnyFile));
 
+        const QPointer<QProcess> tool = engine.activeProcess();
         engine.cancel();
         QCOMPARE(engine.currentStatus(), DownloadStatus::idle());
         QVERIFY(!engine.activeProcess());
@@ -220,7 +222,8 @@ private slots:
             15000));
         QVERIFY(QTest::qWaitFor([&] { return QDir(fixture.downloadsPath()).isEmpty(kAnyFile); },
                                 15000));
-        QTest::qWait(500);
+        // The job's end has been handled once its process is let go.
+        QTRY_VERIFY_WITH_TIMEOUT(tool.isNull(), 15000);
         QCOMPARE(engine.currentStatus(), DownloadStatus::idle());
         QVERIFY(fixture.history().tracks().isEmpty());
         QVERIFY(fixture.completions().isEmpty());

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTest>
@@ -255,6 +256,7 @@ private slots:
                                std::nullopt,
                                [&](const HistoryTrack& track) { firstCallbacks.append(track); });
         QVERIFY(QTest::qWaitFor([&] { return engine.currentStatus().progress() > 0; }, 30000));
+        const QPointer<QProcess> first = engine.activeProcess();
         engine.cancel();
         fixture.clearStatuses();
         engine.startExtraction(u"https://example.com/second"_s, std::nullopt, std::nullopt,
@@ -263,8 +265,8 @@ private slots:
         QVERIFY(second);
         QCOMPARE(engine.currentUrl(), u"https://example.com/second"_s);
 
-        // Long enough for the first job to have ended.
-        QTest::qWait(2000);
+        // The first job's late end has been handled once its process is let go.
+        QTRY_VERIFY_WITH_TIMEOUT(first.isNull(), 15000);
         QCOMPARE(engine.activeProcess(), second);
         QVERIFY(engine.currentStatus().isBusy());
         QCOMPARE(engine.currentStatus().progress(), 0.5);
