@@ -1,3 +1,4 @@
+#include "models/FormatTime.h"
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"
@@ -14,10 +15,12 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QImage>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
+#include <QSet>
 #include <QSlider>
 #include <QStandardPaths>
 #include <QTest>
@@ -54,6 +57,38 @@ public:
         return screen;
     }
 };
+
+// What under root is still drawn in the light palette's text colours after a switch to dark:
+// a label's text, or the opaque pixels of a label's symbol or a button's icon.
+QStringList lightLeftovers(QWidget* root)
+{
+    const QPalette light = Theme::palette(Theme::Scheme::light);
+    const QSet<QRgb> lightOnly{Theme::primaryText(light).rgb(), Theme::secondaryText(light).rgb()};
+    const auto inked = [&](const QImage& image) {
+        const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
+        for (int y = 0; y < argb.height(); ++y)
+            for (int x = 0; x < argb.width(); ++x)
+                if (qAlpha(argb.pixel(x, y)) == 255 && lightOnly.contains(argb.pixel(x, y)))
+                    return true;
+        return false;
+    };
+    QStringList found;
+    for (QWidget* widget : root->findChildren<QWidget*>()) {
+        if (!widget->isVisibleTo(root))
+            continue;
+        const QString name = QString::fromLatin1(widget->metaObject()->className()) + u' ' +
+                             widget->accessibleName() + u' ';
+        if (auto* label = qobject_cast<QLabel*>(widget)) {
+            if (lightOnly.contains(label->palette().color(QPalette::WindowText).rgb()) ||
+                inked(label->pixmap().toImage()))
+                found << name + label->text();
+        } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+            if (inked(button->icon().pixmap(button->iconSize()).toImage()))
+                found << name + button->text();
+        }
+    }
+    return found;
+}
 
 } // namespace
 
@@ -92,6 +127,7 @@ private slots:
     void init() { m_env = std::make_unique<ScreenFixture::Environment>(); }
     void cleanup()
     {
+        QApplication::setPalette(Theme::palette(Theme::Scheme::light));
         m_env->player().stop();
         m_env->history().waitForSaves();
         m_env.reset();
@@ -288,6 +324,33 @@ private slots:
         QVERIFY(!strip->showsArtworkImage());
     }
 
+    // Every screen and the mini player take the dark colours when the desktop switches, and
+    // keep what the user typed.
+    void appearanceSwitch_data()
+    {
+        QTest::addColumn<NavigationItem>("item");
+        for (NavigationItem item : Navigation::allCases())
+            QTest::newRow(qPrintable(Navigation::rawValue(item))) << item;
+    }
+    void appearanceSwitch()
+    {
+        QFETCH(NavigationItem, item);
+        ScreenFactory factory(m_env->services());
+        ContentView view(m_env->services(), factory);
+        view.setSelectedTab(item);
+        view.show();
+        m_env->player().play(track(u"song"_s));
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        for (QLineEdit* field : view.currentScreen()->findChildren<QLineEdit*>())
+            field->setText(u"typed"_s);
+        QVERIFY(!lightLeftovers(&view).isEmpty());
+
+        QApplication::setPalette(Theme::palette(Theme::Scheme::dark));
+        QTRY_COMPARE(lightLeftovers(&view), QStringList());
+        for (QLineEdit* field : view.currentScreen()->findChildren<QLineEdit*>())
+            QCOMPARE(field->text(), u"typed"_s);
+    }
+
     void formatTime_data()
     {
         QTest::addColumn<double>("seconds");
@@ -302,7 +365,7 @@ private slots:
     {
         QFETCH(double, seconds);
         QFETCH(QString, text);
-        QCOMPARE(ContentView::formatTime(seconds), text);
+        QCOMPARE(::formatTime(seconds), text);
     }
 };
 

@@ -1,18 +1,17 @@
 #include "views/batch/BatchItemDelegate.h"
 
 #include "views/batch/BatchQueueModel.h"
-#include "views/components/PaintHelpers.h"
+#include "views/components/Symbols.h"
 #include "views/components/Theme.h"
 
 #include <QAbstractItemView>
-#include <QFontDatabase>
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QToolTip>
 
-using namespace PaintHelpers;
+using namespace Theme;
 
 namespace {
 constexpr int kInset = 8;
@@ -23,29 +22,22 @@ constexpr int kTrash = 18;
 constexpr int kStatusWidth = 124;
 constexpr int kBarWidth = 80;
 
-QFont monospaced(int pixelSize, QFont::Weight weight = QFont::Normal)
-{
-    QFont f = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    f.setPixelSize(pixelSize);
-    f.setWeight(weight);
-    return f;
-}
-
 // The status indicator's own rectangle inside the status column (it is right-aligned).
 QRect indicatorRect(const QRect& column, const DownloadStatus& status)
 {
     int width = 18;
     switch (status.kind()) {
     case DownloadStatus::Kind::idle:
-        width = QFontMetrics(font(11)).horizontalAdvance(QStringLiteral("Waiting"));
+        width = QFontMetrics(Theme::font(11)).horizontalAdvance(QStringLiteral("Waiting"));
         break;
     case DownloadStatus::Kind::downloading:
         // Room for "100%", so the bar does not move as the number grows.
-        width =
-            kBarWidth + 6 + QFontMetrics(monospaced(10)).horizontalAdvance(QStringLiteral("100%"));
+        width = kBarWidth + 6 +
+                QFontMetrics(Theme::font(10, QFont::Normal, Face::monospaced))
+                    .horizontalAdvance(QStringLiteral("100%"));
         break;
     case DownloadStatus::Kind::converting:
-        width = QFontMetrics(font(11, QFont::Medium))
+        width = QFontMetrics(Theme::font(11, QFont::Medium))
                     .horizontalAdvance(QStringLiteral("Converting..."));
         break;
     default:
@@ -89,34 +81,34 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     const auto status = index.data(BatchQueueModel::StatusRole).value<DownloadStatus>();
     const QPalette& palette = option.palette;
     const Geometry g = geometry(option.rect, showsTrash);
-    const QColor secondaryText = secondary(palette);
+    const QColor dim = secondaryText(palette);
 
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     QPainterPath card;
     card.addRoundedRect(option.rect.adjusted(kInset, 1, -kInset, -1), 8, 8);
     painter->fillPath(card, (option.state & QStyle::State_MouseOver)
-                                ? withAlpha(palette.color(QPalette::Text), 0.05)
+                                ? withOpacity(palette.color(QPalette::Text), 0.05)
                                 : palette.color(QPalette::Base));
 
-    painter->setFont(monospaced(11, QFont::Bold));
-    painter->setPen(secondaryText);
+    painter->setFont(Theme::font(11, QFont::Bold, Face::monospaced));
+    painter->setPen(dim);
     painter->drawText(g.number, Qt::AlignCenter,
                       index.data(BatchQueueModel::NumberRole).toString());
 
-    const QFont titleFont = font(13, QFont::Medium);
+    const QFont titleFont = Theme::font(13, QFont::Medium);
     const QString detail = index.data(BatchQueueModel::DetailRole).toString();
     QRect titleRect = g.text;
     if (!detail.isEmpty()) {
         // Title above, "channel • duration" below, the pair centred in the row.
-        const QFont detailFont = font(11);
+        const QFont detailFont = Theme::font(11);
         const int titleHeight = QFontMetrics(titleFont).height();
         const int detailHeight = QFontMetrics(detailFont).height();
         const int top = g.text.center().y() - (titleHeight + 2 + detailHeight) / 2;
         titleRect = QRect(g.text.left(), top, g.text.width(), titleHeight);
         const QRect detailRect(g.text.left(), top + titleHeight + 2, g.text.width(), detailHeight);
         painter->setFont(detailFont);
-        painter->setPen(secondaryText);
+        painter->setPen(dim);
         painter->drawText(detailRect, Qt::AlignLeft | Qt::AlignVCenter,
                           QFontMetrics(detailFont).elidedText(detail, Qt::ElideRight,
                                                               detailRect.width()));
@@ -130,8 +122,8 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     const QRect indicator = indicatorRect(g.status, status);
     switch (status.kind()) {
     case DownloadStatus::Kind::idle:
-        painter->setFont(font(11));
-        painter->setPen(secondaryText);
+        painter->setFont(Theme::font(11));
+        painter->setPen(dim);
         painter->drawText(indicator, Qt::AlignRight | Qt::AlignVCenter, QStringLiteral("Waiting"));
         break;
     case DownloadStatus::Kind::downloading: {
@@ -139,14 +131,14 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
         const QRectF bar(indicator.left(), indicator.center().y() - 2.5, kBarWidth, 5);
         QPainterPath track;
         track.addRoundedRect(bar, 2.5, 2.5);
-        painter->fillPath(track, withAlpha(palette.color(QPalette::Text), 0.12));
+        painter->fillPath(track, withOpacity(palette.color(QPalette::Text), 0.12));
         if (progress > 0) {
             QPainterPath done;
             done.addRoundedRect(QRectF(bar.left(), bar.top(), bar.width() * progress, bar.height()),
                                 2.5, 2.5);
             painter->fillPath(done, Theme::accent(palette));
         }
-        painter->setFont(monospaced(10));
+        painter->setFont(Theme::font(10, QFont::Normal, Face::monospaced));
         painter->setPen(palette.color(QPalette::Text));
         const QRect label(int(bar.right()) + 6, indicator.top(),
                           indicator.right() - int(bar.right()) - 5, indicator.height());
@@ -156,23 +148,23 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
         break;
     }
     case DownloadStatus::Kind::converting:
-        painter->setFont(font(11, QFont::Medium));
+        painter->setFont(Theme::font(11, QFont::Medium));
         painter->setPen(Theme::orange(palette));
         painter->drawText(indicator, Qt::AlignRight | Qt::AlignVCenter,
                           QStringLiteral("Converting..."));
         break;
     case DownloadStatus::Kind::completed:
-        drawSymbol(painter, indicator, QStringLiteral("checkmark.circle.fill"), 15,
-                   Theme::green(palette));
+        Symbols::paint(*painter, indicator, QStringLiteral("checkmark.circle.fill"), 15,
+                       Theme::green(palette));
         break;
     case DownloadStatus::Kind::failed:
-        drawSymbol(painter, indicator, QStringLiteral("exclamationmark.circle.fill"), 15,
-                   Theme::red(palette));
+        Symbols::paint(*painter, indicator, QStringLiteral("exclamationmark.circle.fill"), 15,
+                       Theme::red(palette));
         break;
     }
 
     if (showsTrash)
-        drawSymbol(painter, g.trashButton, QStringLiteral("trash"), 11, secondaryText);
+        Symbols::paint(*painter, g.trashButton, QStringLiteral("trash"), 11, dim);
     painter->restore();
 }
 

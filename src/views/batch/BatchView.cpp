@@ -4,13 +4,11 @@
 #include "views/batch/BatchItemDelegate.h"
 #include "views/batch/BatchQueueModel.h"
 #include "views/components/AccessibleListView.h"
-#include "views/components/FilledPanel.h"
-#include "views/components/PaintHelpers.h"
+#include "views/components/RoundedPanel.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
 
 #include <QClipboard>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -20,7 +18,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-using namespace PaintHelpers;
+using namespace Theme;
 
 namespace {
 const QString kRemoveAction = QStringLiteral("Remove");
@@ -50,50 +48,50 @@ private:
     BatchRunner& m_runner;
 };
 
-QLabel* label(const QString& text, int pixelSize, QFont::Weight weight, bool secondaryColour)
+QLabel* textLabel(const QString& text, int pixelSize, QFont::Weight weight, bool secondaryColour)
 {
-    auto* l = new QLabel(text);
-    l->setFont(font(pixelSize, weight));
-    if (secondaryColour) {
-        QPalette p = l->palette();
-        p.setColor(QPalette::WindowText, secondary(p));
-        l->setPalette(p);
-    }
-    return l;
+    QLabel* result = label(text, Theme::font(pixelSize, weight));
+    if (secondaryColour)
+        setTextColor(result, secondaryText(result->palette()));
+    return result;
 }
 
-// A filled, rounded button in the given colour: the platform's prominent style.
-void makeProminent(QPushButton* button, const QColor& colour)
+QPushButton* button(const QString& text)
 {
-    button->setStyleSheet(
-        QStringLiteral("QPushButton { background: %1; color: white; border: none; border-radius: "
-                       "6px; padding: 5px 12px; font-weight: 600; }"
-                       "QPushButton:hover { background: %2; }"
-                       "QPushButton:pressed { background: %3; }"
-                       "QPushButton:disabled { background: rgba(128,128,128,0.35); color: "
-                       "rgba(255,255,255,0.7); }")
-            .arg(colour.name(), colour.lighter(110).name(), colour.darker(115).name()));
-    button->setIcon(Symbols::icon(button->property("symbol").toString(), Qt::white, 13));
-    button->setIconSize(QSize(13, 13));
+    auto* result = new QPushButton(text);
+    result->setFont(Theme::font(12));
+    result->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    return result;
 }
 
-QPushButton* button(const QString& text, const QString& symbol = QString())
+// The regular-sized prominent button with a white symbol before its title.
+QPushButton* prominentButton(const QString& text, const QString& symbolName, const QColor& tint)
 {
-    auto* b = new QPushButton(text);
-    b->setProperty("symbol", symbol);
-    b->setFont(font(12));
-    b->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    return b;
+    QPushButton* result = button(text);
+    makeProminent(result, tint, ControlSize::regular);
+    result->setIcon(Symbols::icon(symbolName, Qt::white, 13));
+    result->setIconSize(QSize(13, 13));
+    return result;
 }
 } // namespace
 
 BatchView::BatchView(DownloadEngine& engine, QWidget* parent)
-    : QWidget(parent)
+    : ThemedScreen(Scrolling::fills, parent)
     , m_runner(new BatchRunner(engine, this))
     , m_model(new BatchQueueModel(*m_runner, this))
 {
     setAccessibleName(QStringLiteral("Batch"));
-    auto* column = new QVBoxLayout(this);
+    buildContent();
+    connect(m_runner, &BatchRunner::queueChanged, this, &BatchView::updateState);
+    connect(m_runner, &BatchRunner::isProcessingChanged, this, &BatchView::updateState);
+    connect(m_runner, &BatchRunner::countsChanged, this, &BatchView::updateState);
+}
+
+void BatchView::buildContent()
+{
+    const QString typed = m_editor ? m_editor->toPlainText() : QString();
+    QWidget* content = beginContent();
+    auto* column = new QVBoxLayout(content);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(16);
     column->addWidget(buildHeader());
@@ -116,11 +114,9 @@ BatchView::BatchView(DownloadEngine& engine, QWidget* parent)
     // The editor sits at the top with space below it; the list takes the space.
     column->addWidget(m_stack, 1);
     column->addWidget(buildFooter());
-
-    connect(m_runner, &BatchRunner::queueChanged, this, &BatchView::updateState);
-    connect(m_runner, &BatchRunner::isProcessingChanged, this, &BatchView::updateState);
-    connect(m_runner, &BatchRunner::countsChanged, this, &BatchView::updateState);
+    m_editor->setPlainText(typed);
     updateState();
+    finishContent(content);
 }
 
 BatchView::~BatchView() = default;
@@ -132,13 +128,14 @@ QWidget* BatchView::buildHeader()
     row->setContentsMargins(20, 16, 20, 0);
     auto* titles = new QVBoxLayout;
     titles->setSpacing(2);
-    titles->addWidget(label(QStringLiteral("Batch Audio Ripper"), 20, QFont::Bold, false));
-    titles->addWidget(label(QStringLiteral("Paste multiple YouTube links to rip all audio at once"),
-                            12, QFont::Normal, true));
+    titles->addWidget(textLabel(QStringLiteral("Batch Audio Ripper"), 20, QFont::Bold, false));
+    titles->addWidget(
+        textLabel(QStringLiteral("Paste multiple YouTube links to rip all audio at once"), 12,
+                  QFont::Normal, true));
     row->addLayout(titles);
     row->addStretch(1);
     m_clearQueue = button(QStringLiteral("Clear Queue"));
-    m_clearQueue->setFont(PaintHelpers::font(11));
+    m_clearQueue->setFont(Theme::font(11));
     connect(m_clearQueue, &QPushButton::clicked, m_runner, &BatchRunner::clearQueue);
     row->addWidget(m_clearQueue);
     return header;
@@ -151,18 +148,16 @@ QWidget* BatchView::buildEditor()
     column->setContentsMargins(20, 0, 20, 0);
     column->setSpacing(10);
     column->addWidget(
-        label(QStringLiteral("Enter YouTube links (one per line):"), 12, QFont::Medium, true));
+        textLabel(QStringLiteral("Enter YouTube links (one per line):"), 12, QFont::Medium, true));
 
-    auto* frame = new FilledPanel(QPalette::Base, 0.8, 8);
+    auto* frame = new RoundedPanel(QPalette::Base, 0.8, 8);
     frame->setOutline(QColor(142, 142, 147, 51));
     frame->setFixedHeight(140);
     auto* inset = new QVBoxLayout(frame);
     inset->setContentsMargins(8, 8, 8, 8);
     m_editor = new QPlainTextEdit;
     m_editor->setAccessibleName(QStringLiteral("YouTube links, one per line"));
-    QFont mono = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    mono.setPixelSize(12);
-    m_editor->setFont(mono);
+    m_editor->setFont(Theme::font(12, QFont::Normal, Face::monospaced));
     m_editor->setFrameShape(QFrame::NoFrame);
     m_editor->setStyleSheet(QStringLiteral("QPlainTextEdit { background: transparent; }"));
     m_editor->setTabChangesFocus(true);
@@ -174,8 +169,8 @@ QWidget* BatchView::buildEditor()
     connect(m_paste, &QPushButton::clicked, this, &BatchView::pasteClipboard);
     actions->addWidget(m_paste);
     actions->addStretch(1);
-    m_add = button(QStringLiteral("Add to Queue"), QStringLiteral("plus.circle.fill"));
-    makeProminent(m_add, Theme::accent(palette()));
+    m_add = prominentButton(QStringLiteral("Add to Queue"), QStringLiteral("plus.circle.fill"),
+                            accent(palette()));
     connect(m_add, &QPushButton::clicked, this, &BatchView::addUrlsToQueue);
     actions->addWidget(m_add);
     column->addLayout(actions);
@@ -193,7 +188,7 @@ QWidget* BatchView::buildFooter()
     auto* row = new QHBoxLayout(m_footer);
     row->setContentsMargins(20, 0, 20, 16);
     row->setSpacing(16);
-    m_count = label(QString(), 12, QFont::Normal, true);
+    m_count = textLabel(QString(), 12, QFont::Normal, true);
     row->addWidget(m_count);
     row->addStretch(1);
     m_stop = button(QStringLiteral("Stop Batch"));
@@ -203,8 +198,8 @@ QWidget* BatchView::buildFooter()
     m_addMore = button(QStringLiteral("Add More URLs"));
     connect(m_addMore, &QPushButton::clicked, m_runner, &BatchRunner::clearQueue);
     row->addWidget(m_addMore);
-    m_ripAll = button(QString(), QStringLiteral("arrow.down.circle.fill"));
-    makeProminent(m_ripAll, Theme::orange(palette()));
+    m_ripAll =
+        prominentButton(QString(), QStringLiteral("arrow.down.circle.fill"), orange(palette()));
     connect(m_ripAll, &QPushButton::clicked, m_runner, &BatchRunner::startBatchProcessing);
     row->addWidget(m_ripAll);
     return m_footer;

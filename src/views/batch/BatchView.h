@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QWidget>
+#include "views/components/ThemedScreen.h"
 
 class BatchQueueModel;
 class BatchRunner;
@@ -14,7 +14,7 @@ class QStackedWidget;
 // The batch screen: many pasted links become a queue that is ripped one item after another.
 // The queue and its sequencing live in a BatchRunner owned by this screen, so leaving the screen
 // discards them.
-class BatchView : public QWidget
+class BatchView : public ThemedScreen
 {
     Q_OBJECT
 
@@ -45,6 +45,7 @@ public:
     QPushButton* ripAllButton() const { return m_ripAll; }
 
 private:
+    void buildContent() override;
     QWidget* buildHeader();
     QWidget* buildEditor();
     QWidget* buildFooter();

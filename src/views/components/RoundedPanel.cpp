@@ -4,19 +4,33 @@
 
 #include <QPainter>
 
-RoundedPanel::RoundedPanel(Fill fill, qreal opacity, qreal cornerRadius, QWidget* parent)
+RoundedPanel::RoundedPanel(QPalette::ColorRole role, qreal opacity, qreal cornerRadius,
+                           QWidget* parent)
     : QWidget(parent)
-    , m_fill(fill)
+    , m_role(role)
     , m_opacity(opacity)
     , m_cornerRadius(cornerRadius)
 {}
+
+QSize RoundedPanel::sizeHint() const
+{
+    QSize hint = QWidget::sizeHint();
+    if (m_idealWidth > 0)
+        hint.setWidth(m_idealWidth);
+    return hint;
+}
 
 void RoundedPanel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor base = m_fill == Fill::controlBackground ? Theme::controlBackground(palette())
-                                                          : Theme::textBackground(palette());
-    painter.fillPath(Theme::continuousRoundedRect(QRectF(rect()), m_cornerRadius),
-                     Theme::withOpacity(base, m_opacity));
+    const bool outlined = m_outline.alpha() > 0;
+    // An outline is drawn on pixel centres so it stays one pixel wide.
+    const QRectF area = outlined ? QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5) : QRectF(rect());
+    const QPainterPath shape = Theme::continuousRoundedRect(area, m_cornerRadius);
+    painter.fillPath(shape, Theme::withOpacity(palette().color(m_role), m_opacity));
+    if (outlined) {
+        painter.setPen(QPen(m_outline, 1));
+        painter.drawPath(shape);
+    }
 }

@@ -1,26 +1,32 @@
 #pragma once
 
+#include <QPalette>
 #include <QWidget>
 
-// A plain rounded background behind a row of controls: a system colour at an opacity.
+// A plain rounded background behind a group of controls: a palette colour at an opacity, read
+// when painted, so it follows light and dark palettes as they change.
 class RoundedPanel : public QWidget
 {
     Q_OBJECT
 
 public:
-    enum class Fill
-    {
-        controlBackground,
-        textBackground
-    };
+    RoundedPanel(QPalette::ColorRole role, qreal opacity, qreal cornerRadius = 0,
+                 QWidget* parent = nullptr);
 
-    RoundedPanel(Fill fill, qreal opacity, qreal cornerRadius, QWidget* parent = nullptr);
+    // An outline drawn on the same shape; none while its alpha is zero.
+    void setOutline(const QColor& color) { m_outline = color; }
+    // The width the panel asks for when there is room; 0: what its layout asks for.
+    void setIdealWidth(int width) { m_idealWidth = width; }
+
+    QSize sizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    Fill m_fill;
+    QPalette::ColorRole m_role;
     qreal m_opacity;
     qreal m_cornerRadius;
+    QColor m_outline = Qt::transparent;
+    int m_idealWidth = 0;
 };

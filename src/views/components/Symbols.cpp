@@ -164,6 +164,17 @@ void paint(QPainter& painter, const QRectF& rect, const QString& symbolName, con
     painter.restore();
 }
 
+void paint(QPainter& painter, const QRectF& rect, const QString& symbolName, int pixelSize,
+           const QColor& color, bool bold)
+{
+    painter.save();
+    // Material glyphs sit in a square em; a slightly larger glyph matches the symbol weights.
+    painter.setFont(font(bold ? pixelSize + 3 : pixelSize + 2));
+    painter.setPen(color);
+    painter.drawText(rect, Qt::AlignCenter, glyphName(symbolName));
+    painter.restore();
+}
+
 QPixmap pixmap(const QString& symbolName, const QColor& color, int pixelSize,
                qreal devicePixelRatio)
 {

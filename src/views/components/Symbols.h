@@ -23,6 +23,10 @@ bool fontAvailable();
 QFont font(int pixelSize);
 // Draws the symbol centred in rect, sized to the rect's smaller side.
 void paint(QPainter& painter, const QRectF& rect, const QString& symbolName, const QColor& color);
+// Draws the symbol's glyph at a pixel size centred in rect, as the painted lists do; bold
+// glyphs are drawn a little larger.
+void paint(QPainter& painter, const QRectF& rect, const QString& symbolName, int pixelSize,
+           const QColor& color, bool bold = false);
 // A tinted pixmap of the symbol, pixelSize square in device-independent pixels.
 QPixmap pixmap(const QString& symbolName, const QColor& color, int pixelSize = 16,
                qreal devicePixelRatio = 1.0);

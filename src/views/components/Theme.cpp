@@ -1,9 +1,16 @@
 #include "views/components/Theme.h"
 
+#include "views/components/Symbols.h"
+
+#include <QApplication>
+#include <QEvent>
 #include <QFontDatabase>
+#include <QFrame>
 #include <QGuiApplication>
 #include <QImage>
+#include <QLabel>
 #include <QPainter>
+#include <QPushButton>
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -161,19 +168,17 @@ QColor withOpacity(QColor color, qreal opacity)
     return color;
 }
 
-QFont font(qreal pixelSize, QFont::Weight weight)
+QFont font(qreal pixelSize, QFont::Weight weight, Face face)
 {
-    QFont f = QGuiApplication::font();
+    QFont f = face == Face::monospaced ? QFontDatabase::systemFont(QFontDatabase::FixedFont)
+                                       : QGuiApplication::font();
     f.setPixelSize(std::max(1, qRound(pixelSize)));
     f.setWeight(weight);
-    return f;
-}
-
-QFont monospacedFont(qreal pixelSize, QFont::Weight weight)
-{
-    QFont f = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    f.setPixelSize(std::max(1, qRound(pixelSize)));
-    f.setWeight(weight);
+    if (face == Face::rounded) {
+        // The nearest rounded faces a desktop may carry, then the system font.
+        f.setFamilies({QStringLiteral("Nunito"), QStringLiteral("Varela Round"),
+                       QStringLiteral("Ubuntu"), f.family()});
+    }
     return f;
 }
 
@@ -237,6 +242,152 @@ void paintShadow(QPainter& painter, const QPainterPath& shape, const QColor& col
     }
     image.setDevicePixelRatio(dpr);
     painter.drawImage(bounds.topLeft() + offset - QPointF(margin / dpr, margin / dpr), image);
+}
+
+QLabel* label(const QString& text, const QFont& labelFont, QWidget* parent)
+{
+    auto* result = new QLabel(text, parent);
+    result->setFont(labelFont);
+    result->setTextFormat(Qt::PlainText);
+    return result;
+}
+
+void setTextColor(QWidget* widget, const QColor& color)
+{
+    QPalette palette = widget->palette();
+    palette.setColor(QPalette::WindowText, color);
+    palette.setColor(QPalette::Text, color);
+    palette.setColor(QPalette::ButtonText, color);
+    widget->setPalette(palette);
+}
+
+QLabel* caption(const QString& text, QWidget* parent)
+{
+    QLabel* result = label(text.toUpper(), font(11, QFont::Bold), parent);
+    result->setAccessibleName(text);
+    setTextColor(result, secondaryText(parent->palette()));
+    return result;
+}
+
+namespace {
+
+const QString kPendingSymbolName = QStringLiteral("veldtone_pendingSymbol");
+
+QPixmap symbolPixmap(const QString& symbolName, const QColor& color, int pixelSize)
+{
+    // What the symbol's icon would give at this screen's ratio; on a plain screen that is its
+    // one-times pixmap, painted alone.
+    if (qApp->devicePixelRatio() > 1.0)
+        return Symbols::icon(symbolName, color, pixelSize).pixmap(QSize(pixelSize, pixelSize));
+    return Symbols::pixmap(symbolName, color, pixelSize, 1.0);
+}
+
+// Paints a symbol into its label when the label first shows, so the states a screen keeps
+// hidden (progress, failure, missing tools) cost nothing until they appear.
+class PendingSymbol : public QObject
+{
+public:
+    PendingSymbol(QLabel* target, const QString& symbolName, const QColor& color, int pixelSize)
+        : QObject(target)
+        , m_target(target)
+        , m_symbolName(symbolName)
+        , m_color(color)
+        , m_pixelSize(pixelSize)
+    {
+        setObjectName(kPendingSymbolName);
+        target->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == m_target && event->type() == QEvent::Show) {
+            m_target->removeEventFilter(this);
+            setObjectName(QString());
+            m_target->setPixmap(symbolPixmap(m_symbolName, m_color, m_pixelSize));
+            deleteLater();
+        }
+        return false;
+    }
+
+private:
+    QLabel* m_target;
+    QString m_symbolName;
+    QColor m_color;
+    int m_pixelSize;
+};
+
+} // namespace
+
+void setSymbol(QLabel* target, const QString& symbolName, const QColor& color, int pixelSize)
+{
+    // A newer symbol replaces one still waiting for the label to show.
+    delete target->findChild<QObject*>(kPendingSymbolName, Qt::FindDirectChildrenOnly);
+    if (target->isVisible())
+        target->setPixmap(symbolPixmap(symbolName, color, pixelSize));
+    else
+        new PendingSymbol(target, symbolName, color, pixelSize);
+    target->setFixedSize(pixelSize + 2, pixelSize + 2);
+    target->setAlignment(Qt::AlignCenter);
+}
+
+QLabel* symbol(const QString& symbolName, const QColor& color, int pixelSize, QWidget* parent)
+{
+    auto* result = new QLabel(parent);
+    setSymbol(result, symbolName, color, pixelSize);
+    return result;
+}
+
+QFrame* divider(QWidget* parent)
+{
+    auto* line = new QFrame(parent);
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Plain);
+    line->setFixedHeight(1);
+    QPalette palette = line->palette();
+    QColor color = palette.color(QPalette::WindowText);
+    color.setAlphaF(0.12f);
+    palette.setColor(QPalette::WindowText, color);
+    line->setPalette(palette);
+    return line;
+}
+
+QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget* parent,
+                         int pixelSize)
+{
+    auto* button =
+        new QPushButton(QString(text).replace(QLatin1Char('&'), QStringLiteral("&&")), parent);
+    button->setAccessibleName(text);
+    button->setFont(font(pixelSize));
+    if (!symbolName.isEmpty()) {
+        button->setIcon(Symbols::icon(symbolName, parent->palette().color(QPalette::ButtonText),
+                                      pixelSize + 2));
+        button->setIconSize(QSize(pixelSize + 2, pixelSize + 2));
+    }
+    return button;
+}
+
+void makeProminent(QPushButton* button, const QColor& tint, ControlSize size)
+{
+    const bool small = size == ControlSize::small;
+    button->setStyleSheet(
+        QStringLiteral("QPushButton { background: %1; color: white; border: none; "
+                       "border-radius: %4px; padding: %5; %6}"
+                       "QPushButton:hover { background: %2; }"
+                       "QPushButton:pressed { background: %3; }"
+                       "QPushButton:focus { outline: none; border: 2px solid %3; }"
+                       "QPushButton:disabled { background: rgba(128,128,128,0.35); "
+                       "color: rgba(255,255,255,0.7); }")
+            .arg(tint.name(), tint.lighter(108).name(), tint.darker(115).name(),
+                 small ? QStringLiteral("5") : QStringLiteral("6"),
+                 small ? QStringLiteral("3px 10px") : QStringLiteral("5px 12px"),
+                 small ? QString() : QStringLiteral("font-weight: 600; ")));
+}
+
+QString plainButtonSheet(const QColor& textColor)
+{
+    return QStringLiteral("QPushButton, QToolButton { background: transparent; border: none; "
+                          "color: %1; padding: 2px; }")
+        .arg(textColor.name(QColor::HexArgb));
 }
 
 } // namespace Theme

@@ -5,11 +5,17 @@
 #include <QPainterPath>
 #include <QPalette>
 #include <QRectF>
+#include <QString>
 
+class QFrame;
+class QLabel;
 class QPainter;
+class QPushButton;
+class QWidget;
 
-// The adaptive colours the screens are drawn with, in a light and a dark variant, and the
-// small painting helpers the painted components share.
+// The one style kit of the screens: the light and dark palettes with their named colours, the
+// font helper, the painting helpers of the painted components and the small building blocks
+// every screen is made of. Sizes are device-independent pixels.
 namespace Theme {
 
 enum class Scheme
@@ -31,6 +37,7 @@ QColor red(const QPalette& palette);
 QColor green(const QPalette& palette);
 QColor grey(const QPalette& palette);
 QColor primaryText(const QPalette& palette);
+// Dimmed text, like a secondary label.
 QColor secondaryText(const QPalette& palette);
 QColor windowBackground(const QPalette& palette);
 QColor controlBackground(const QPalette& palette);
@@ -39,10 +46,15 @@ QColor textBackground(const QPalette& palette);
 // A colour with its alpha scaled by opacity (0..1).
 QColor withOpacity(QColor color, qreal opacity);
 
-// The system font at a pixel size and weight; the screens give sizes in device-independent
-// pixels so that layouts match at any font DPI setting.
-QFont font(qreal pixelSize, QFont::Weight weight = QFont::Normal);
-QFont monospacedFont(qreal pixelSize, QFont::Weight weight = QFont::Normal);
+enum class Face
+{
+    regular,
+    monospaced,
+    rounded
+};
+// The system font (or its fixed-width or a rounded face) at a pixel size and weight; pixel
+// sizes keep layouts the same at any font DPI setting.
+QFont font(qreal pixelSize, QFont::Weight weight = QFont::Normal, Face face = Face::regular);
 
 // A rounded rectangle whose corners blend smoothly into the sides (a squircle-like curve)
 // rather than joining as circular arcs.
@@ -52,5 +64,30 @@ QPainterPath continuousRoundedRect(const QRectF& rect, qreal radius);
 // moved by offset. The shadow may extend up to blurRadius outside the moved shape.
 void paintShadow(QPainter& painter, const QPainterPath& shape, const QColor& color,
                  qreal blurRadius, QPointF offset);
+
+// A label in the given font.
+QLabel* label(const QString& text, const QFont& font, QWidget* parent = nullptr);
+void setTextColor(QWidget* widget, const QColor& color);
+// A section caption: shown in capitals, 11 bold, secondary; its accessible name keeps the
+// literal text.
+QLabel* caption(const QString& text, QWidget* parent);
+// A symbol drawn as a glyph in a label of its own.
+QLabel* symbol(const QString& symbolName, const QColor& color, int pixelSize,
+               QWidget* parent = nullptr);
+void setSymbol(QLabel* label, const QString& symbolName, const QColor& color, int pixelSize);
+QFrame* divider(QWidget* parent = nullptr);
+
+// The nearest counterparts of the platform's button styles.
+enum class ControlSize
+{
+    small,
+    regular
+};
+// A bordered button of the small control size, with an optional leading symbol.
+QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget* parent,
+                         int pixelSize = 11);
+// A filled button in a tint with white text.
+void makeProminent(QPushButton* button, const QColor& tint, ControlSize size = ControlSize::small);
+QString plainButtonSheet(const QColor& textColor);
 
 } // namespace Theme

@@ -1,17 +1,14 @@
 #include "views/components/ThemedScreen.h"
 
-#include "services/DownloadEngine.h"
 #include "views/components/Theme.h"
 
-#include <QDir>
 #include <QEvent>
-#include <QFileDialog>
 #include <QScrollArea>
-#include <QUrl>
 #include <QVBoxLayout>
 
-ThemedScreen::ThemedScreen(QWidget* parent)
+ThemedScreen::ThemedScreen(Scrolling scrolling, QWidget* parent)
     : QWidget(parent)
+    , m_scrolling(scrolling)
 {
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
@@ -19,23 +16,28 @@ ThemedScreen::ThemedScreen(QWidget* parent)
 
 QWidget* ThemedScreen::beginContent()
 {
-    delete m_scroll;
+    delete m_shown;
     m_builtDark = Theme::isDark(palette());
-
-    m_scroll = new QScrollArea(this);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    if (m_scrolling == Scrolling::fills) {
+        m_shown = new QWidget(this);
+        return m_shown;
+    }
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // The screen's own background shows through the scroll area.
-    m_scroll->setAutoFillBackground(false);
-    m_scroll->viewport()->setAutoFillBackground(false);
-    return new QWidget(m_scroll);
+    scroll->setAutoFillBackground(false);
+    scroll->viewport()->setAutoFillBackground(false);
+    m_shown = scroll;
+    return new QWidget(scroll);
 }
 
 void ThemedScreen::finishContent(QWidget* content)
 {
-    m_scroll->setWidget(content);
-    layout()->addWidget(m_scroll);
+    if (auto* scroll = qobject_cast<QScrollArea*>(m_shown))
+        scroll->setWidget(content);
+    layout()->addWidget(m_shown);
 }
 
 void ThemedScreen::changeEvent(QEvent* event)
@@ -51,20 +53,4 @@ void ThemedScreen::changeEvent(QEvent* event)
             },
             Qt::QueuedConnection);
     }
-}
-
-QString ThemedScreen::folderPath(const QUrl& folder)
-{
-    const QString path = folder.isLocalFile() ? folder.toLocalFile() : folder.path();
-    return path.isEmpty() ? path : QDir::cleanPath(path);
-}
-
-void ThemedScreen::chooseTargetFolder(DownloadEngine& engine)
-{
-    const QString chosen = QFileDialog::getExistingDirectory(
-        this, QStringLiteral("Select Download Folder"), folderPath(engine.targetFolder()));
-    if (chosen.isEmpty())
-        return;
-    engine.setTargetFolder(QUrl::fromLocalFile(chosen));
-    engine.savePreferences();
 }

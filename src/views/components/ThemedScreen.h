@@ -2,16 +2,22 @@
 
 #include <QWidget>
 
-class DownloadEngine;
 class QScrollArea;
-class QUrl;
 
-// A screen whose colours are fixed when its parts are made, in a scroll area that fills it.
-// When the appearance turns light or dark, the parts are made again.
+// A screen whose parts take their colours when they are made. When the appearance turns light
+// or dark, the parts are made again from the services' state and what the user typed.
 class ThemedScreen : public QWidget
 {
 public:
-    explicit ThemedScreen(QWidget* parent = nullptr);
+    enum class Scrolling
+    {
+        // The parts sit in a scroll area that fills the screen.
+        scrolls,
+        // The parts fill the screen; lists scroll themselves.
+        fills
+    };
+
+    explicit ThemedScreen(Scrolling scrolling, QWidget* parent = nullptr);
 
 protected:
     // Makes the screen's parts: beginContent(), the parts, then finishContent().
@@ -23,12 +29,8 @@ protected:
 
     void changeEvent(QEvent* event) override;
 
-    // The folder's file-system path; a saved plain path (a URL without scheme) counts too.
-    static QString folderPath(const QUrl& folder);
-    // Asks for the download folder and saves a new choice at once.
-    void chooseTargetFolder(DownloadEngine& engine);
-
 private:
-    QScrollArea* m_scroll = nullptr;
+    Scrolling m_scrolling;
+    QWidget* m_shown = nullptr;
     bool m_builtDark = false;
 };

@@ -12,8 +12,8 @@
 #include "views/components/ElidedLabel.h"
 #include "views/components/GlassCard.h"
 #include "views/components/GradientButton.h"
+#include "views/components/OutputOptionsForm.h"
 #include "views/components/RoundedPanel.h"
-#include "views/components/ScreenStyle.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
 #include "views/converter/AppBadge.h"
@@ -34,7 +34,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-using namespace ScreenStyle;
+using namespace Theme;
 
 namespace {
 
@@ -56,29 +56,13 @@ QVBoxLayout* column(QWidget* owner, int spacing)
     return layout;
 }
 
-// A bordered button of the small control size, with an optional leading symbol.
-QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget* parent,
-                         int pixelSize = 11)
-{
-    auto* button =
-        new QPushButton(QString(text).replace(QLatin1Char('&'), QStringLiteral("&&")), parent);
-    button->setAccessibleName(text);
-    button->setFont(ScreenStyle::font(pixelSize));
-    if (!symbolName.isEmpty()) {
-        button->setIcon(Symbols::icon(symbolName, parent->palette().color(QPalette::ButtonText),
-                                      pixelSize + 2));
-        button->setIconSize(QSize(pixelSize + 2, pixelSize + 2));
-    }
-    return button;
-}
-
 // A symbol followed by a text, added to a row; returns the text part.
 QLabel* symbolText(const QString& symbolName, const QColor& color, int pixelSize, QWidget* owner,
                    QHBoxLayout* layout)
 {
     layout->addWidget(symbol(symbolName, color, pixelSize, owner));
     layout->addSpacing(3);
-    QLabel* text = label(QString(), ScreenStyle::font(pixelSize), owner);
+    QLabel* text = label(QString(), font(pixelSize), owner);
     setTextColor(text, color);
     layout->addWidget(text);
     return text;
@@ -121,7 +105,7 @@ private:
 } // namespace
 
 ConverterView::ConverterView(const Services& services, DesktopServices* desktop, QWidget* parent)
-    : ThemedScreen(parent)
+    : ThemedScreen(Scrolling::scrolls, parent)
     , m_services(services)
     , m_desktop(desktop ? *desktop : DesktopServices::system())
 {
@@ -135,12 +119,11 @@ ConverterView::ConverterView(const Services& services, DesktopServices* desktop,
           &DependencyManager::isInstallingChanged, &DependencyManager::installProgressChanged}) {
         connect(&tools, signal, this, &ConverterView::updateTools);
     }
-    for (auto signal :
-         {&DownloadEngine::selectedFormatChanged, &DownloadEngine::selectedQualityChanged,
-          &DownloadEngine::targetFolderChanged, &DownloadEngine::embedArtworkChanged,
-          &DownloadEngine::embedMetadataChanged}) {
-        connect(&engine, signal, this, &ConverterView::updateSelections);
-    }
+    // The start button's title names the chosen format and quality.
+    connect(&engine, &DownloadEngine::selectedFormatChanged, this,
+            &ConverterView::updateStartButton);
+    connect(&engine, &DownloadEngine::selectedQualityChanged, this,
+            &ConverterView::updateStartButton);
     connect(&engine, &DownloadEngine::currentStatusChanged, this, &ConverterView::updateStatus);
     connect(&m_services.history, &HistoryStore::tracksChanged, this,
             &ConverterView::updatePlayButton);
@@ -175,7 +158,6 @@ void ConverterView::buildContent()
     // Show the parts for the current state before the scroll area measures them: hiding a
     // part of a layout that has never been laid out does not reach the measures it caches.
     updateTools();
-    updateSelections();
     updateStatus();
     finishContent(content);
 }
@@ -222,10 +204,10 @@ QWidget* ConverterView::buildHeader()
     auto* titles = new QWidget(header);
     QVBoxLayout* titleColumn = column(titles, 2);
     titleColumn->addWidget(
-        label(QStringLiteral("Veldtone"), ScreenStyle::font(20, QFont::Bold, Face::rounded)));
+        label(QStringLiteral("Veldtone"), Theme::font(20, QFont::Bold, Face::rounded)));
     QLabel* tagline = label(QStringLiteral("Rip studio-quality MP3 & audio from YouTube videos"),
-                            ScreenStyle::font(12), titles);
-    setTextColor(tagline, secondaryText(this));
+                            Theme::font(12), titles);
+    setTextColor(tagline, secondaryText(palette()));
     titleColumn->addWidget(tagline);
     layout->addWidget(titles);
     layout->addStretch(1);
@@ -239,13 +221,14 @@ QWidget* ConverterView::buildMissingToolsCard()
 {
     auto* content = new QWidget;
     QHBoxLayout* layout = row(content, 10);
-    layout->addWidget(symbol(QStringLiteral("exclamationmark.triangle.fill"), orange(this), 18));
+    layout->addWidget(
+        symbol(QStringLiteral("exclamationmark.triangle.fill"), orange(palette()), 18));
 
     auto* texts = new QWidget(content);
     QVBoxLayout* textColumn = column(texts, 2);
     textColumn->addWidget(label(QStringLiteral("Tools Missing (yt-dlp or ffmpeg)"),
-                                ScreenStyle::font(12, QFont::DemiBold)));
-    m_missingToolsDetail = label(QString(), ScreenStyle::font(11), texts);
+                                Theme::font(12, QFont::DemiBold)));
+    m_missingToolsDetail = label(QString(), Theme::font(11), texts);
     m_missingToolsDetail->setWordWrap(true);
     textColumn->addWidget(m_missingToolsDetail);
     layout->addWidget(texts, 1);
@@ -253,8 +236,8 @@ QWidget* ConverterView::buildMissingToolsCard()
     m_installSpinner = new ActivitySpinner(16, content);
     layout->addWidget(m_installSpinner);
     m_installButton = new QPushButton(QStringLiteral("Install Automatically"), content);
-    m_installButton->setFont(ScreenStyle::font(11));
-    m_installButton->setStyleSheet(prominentButtonSheet(orange(this)));
+    m_installButton->setFont(Theme::font(11));
+    makeProminent(m_installButton, orange(palette()));
     connect(m_installButton, &QPushButton::clicked, this,
             [this] { m_services.dependencies.installDependenciesAutomatically(); });
     layout->addWidget(m_installButton);
@@ -269,14 +252,14 @@ QWidget* ConverterView::buildLinkCard()
     QVBoxLayout* layout = column(content, 8);
     layout->addWidget(caption(QStringLiteral("YouTube Video Link"), this));
 
-    auto* input = new RoundedPanel(RoundedPanel::Fill::textBackground, 0.8, 8, content);
+    auto* input = new RoundedPanel(QPalette::Base, 0.8, 8, content);
     QHBoxLayout* inputRow = row(input, 8);
     inputRow->setContentsMargins(8, 8, 8, 8);
-    inputRow->addWidget(symbol(QStringLiteral("link"), secondaryText(this), 13, input));
+    inputRow->addWidget(symbol(QStringLiteral("link"), secondaryText(palette()), 13, input));
 
     m_linkField = new QLineEdit(input);
     m_linkField->setFrame(false);
-    m_linkField->setFont(ScreenStyle::font(13));
+    m_linkField->setFont(Theme::font(13));
     m_linkField->setAccessibleName(QStringLiteral("YouTube Video Link"));
     m_linkField->setPlaceholderText(QStringLiteral(
         "https://www.youtube.com/watch?v=dQw4w9WgXcQ or https://youtu.be/dQw4w9WgXcQ"));
@@ -290,16 +273,16 @@ QWidget* ConverterView::buildLinkCard()
     m_clearButton = new QToolButton(input);
     m_clearButton->setAutoRaise(true);
     m_clearButton->setIcon(
-        Symbols::icon(QStringLiteral("xmark.circle.fill"), secondaryText(this), 14));
+        Symbols::icon(QStringLiteral("xmark.circle.fill"), secondaryText(palette()), 14));
     m_clearButton->setToolTip(QStringLiteral("Clear"));
     m_clearButton->setAccessibleName(QStringLiteral("Clear"));
-    m_clearButton->setStyleSheet(plainButtonSheet(secondaryText(this)));
+    m_clearButton->setStyleSheet(plainButtonSheet(secondaryText(palette())));
     m_clearButton->setCursor(Qt::ArrowCursor);
     connect(m_clearButton, &QToolButton::clicked, this, [this] { m_linkField->clear(); });
     inputRow->addWidget(m_clearButton);
 
     m_pasteButton = smallButton(QStringLiteral("Paste"), QStringLiteral("doc.on.clipboard"), input);
-    m_pasteButton->setFont(ScreenStyle::font(11, QFont::Medium));
+    m_pasteButton->setFont(Theme::font(11, QFont::Medium));
     connect(m_pasteButton, &QPushButton::clicked, this, &ConverterView::pasteFromClipboard);
     inputRow->addWidget(m_pasteButton);
     layout->addWidget(input);
@@ -314,99 +297,9 @@ QWidget* ConverterView::buildLinkCard()
 
 QWidget* ConverterView::buildConfigurationCard()
 {
-    DownloadEngine& engine = m_services.engine;
-    auto* content = new QWidget;
-    QVBoxLayout* layout = column(content, 12);
-
-    // Destination folder.
-    auto* destination = new QWidget(content);
-    QVBoxLayout* destinationColumn = column(destination, 6);
-    destinationColumn->addWidget(caption(QStringLiteral("Destination Folder"), this));
-    auto* folderRow = new RoundedPanel(RoundedPanel::Fill::controlBackground, 0.6, 6, destination);
-    QHBoxLayout* folderLayout = row(folderRow, 10);
-    folderLayout->setContentsMargins(7, 7, 7, 7);
-    folderLayout->addWidget(symbol(QStringLiteral("folder.fill"), accent(this), 16, folderRow));
-    m_folderPath = new ElidedLabel(folderRow);
-    m_folderPath->setFont(ScreenStyle::font(11, QFont::Normal, Face::monospaced));
-    folderLayout->addWidget(m_folderPath, 1);
-    m_chooseFolderButton = smallButton(QStringLiteral("Choose..."),
-                                       QStringLiteral("folder.badge.gearshape"), folderRow);
-    connect(m_chooseFolderButton, &QPushButton::clicked, this, &ConverterView::selectTargetFolder);
-    folderLayout->addWidget(m_chooseFolderButton);
-    m_openFolderButton = new QToolButton(folderRow);
-    m_openFolderButton->setAutoRaise(true);
-    m_openFolderButton->setIcon(
-        Symbols::icon(QStringLiteral("arrow.up.forward.square"), accent(this), 16));
-    m_openFolderButton->setToolTip(DesktopTexts::kOpenFolder);
-    m_openFolderButton->setAccessibleName(DesktopTexts::kOpenFolder);
-    connect(m_openFolderButton, &QToolButton::clicked, this, &ConverterView::openTargetFolder);
-    folderLayout->addWidget(m_openFolderButton);
-    destinationColumn->addWidget(folderRow);
-    layout->addWidget(destination);
-    layout->addWidget(divider(content));
-
-    // Format and quality, side by side in equal halves.
-    auto* pickers = new QWidget(content);
-    QHBoxLayout* pickerRow = row(pickers, 16);
-    auto* formatColumn = new QWidget(pickers);
-    QVBoxLayout* formatLayout = column(formatColumn, 4);
-    formatLayout->addWidget(caption(QStringLiteral("Audio Format"), this));
-    m_formatPicker = new QComboBox(formatColumn);
-    m_formatPicker->setAccessibleName(QStringLiteral("Audio Format"));
-    for (AudioFormat format : AudioFormat::allCases()) {
-        m_formatPicker->addItem(
-            Symbols::icon(format.iconName(), palette().color(QPalette::Text), 14),
-            format.displayName(), format.rawValue());
-    }
-    formatLayout->addWidget(m_formatPicker);
-    formatLayout->addStretch(1);
-    pickerRow->addWidget(formatColumn, 1, Qt::AlignTop);
-
-    auto* qualityColumn = new QWidget(pickers);
-    QVBoxLayout* qualityLayout = column(qualityColumn, 4);
-    qualityLayout->addWidget(caption(QStringLiteral("Audio Quality"), this));
-    m_qualityPicker = new QComboBox(qualityColumn);
-    m_qualityPicker->setAccessibleName(QStringLiteral("Audio Quality"));
-    for (AudioQuality quality : AudioQuality::allCases())
-        m_qualityPicker->addItem(quality.displayName(), quality.rawValue());
-    qualityLayout->addWidget(m_qualityPicker);
-    m_losslessNote =
-        label(QStringLiteral("Lossless / Best Stream"), ScreenStyle::font(12), qualityColumn);
-    m_losslessNote->setContentsMargins(0, 3, 0, 3);
-    setTextColor(m_losslessNote, secondaryText(this));
-    qualityLayout->addWidget(m_losslessNote);
-    qualityLayout->addStretch(1);
-    pickerRow->addWidget(qualityColumn, 1, Qt::AlignTop);
-    layout->addWidget(pickers);
-    layout->addWidget(divider(content));
-
-    connect(m_formatPicker, &QComboBox::activated, this, [this, &engine](int index) {
-        if (auto format = AudioFormat::fromRawValue(m_formatPicker->itemData(index).toString()))
-            engine.setSelectedFormat(*format);
-    });
-    connect(m_qualityPicker, &QComboBox::activated, this, [this, &engine](int index) {
-        if (auto quality = AudioQuality::fromRawValue(m_qualityPicker->itemData(index).toString()))
-            engine.setSelectedQuality(*quality);
-    });
-
-    // The two embedding switches; saved only when a rip starts.
-    auto* switches = new QWidget(content);
-    QHBoxLayout* switchRow = row(switches, 20);
-    const QColor iconColor = palette().color(QPalette::WindowText);
-    m_artworkBox = new QCheckBox(QStringLiteral("Embed Album Artwork"), switches);
-    m_artworkBox->setIcon(Symbols::icon(QStringLiteral("photo.artframe"), iconColor, 13));
-    m_artworkBox->setFont(ScreenStyle::font(11));
-    m_metadataBox = new QCheckBox(QStringLiteral("Embed ID3 Tags"), switches);
-    m_metadataBox->setIcon(Symbols::icon(QStringLiteral("tag.fill"), iconColor, 13));
-    m_metadataBox->setFont(ScreenStyle::font(11));
-    switchRow->addWidget(m_artworkBox);
-    switchRow->addWidget(m_metadataBox);
-    switchRow->addStretch(1);
-    layout->addWidget(switches);
-    connect(m_artworkBox, &QCheckBox::toggled, &engine, &DownloadEngine::setEmbedArtwork);
-    connect(m_metadataBox, &QCheckBox::toggled, &engine, &DownloadEngine::setEmbedMetadata);
-
-    return new GlassCard(content, 12, 12, this);
+    auto* form =
+        new OutputOptionsForm(OutputOptionsForm::Kind::converter, m_services.engine, m_desktop);
+    return new GlassCard(form, 12, 12, this);
 }
 
 QWidget* ConverterView::buildStatusGroup()
@@ -425,17 +318,16 @@ QWidget* ConverterView::buildStatusGroup()
     QHBoxLayout* headlineRow = row(headline, 6);
     headlineRow->addWidget(new ActivitySpinner(14, headline));
     headlineRow->addWidget(
-        label(QStringLiteral("Downloading Audio..."), ScreenStyle::font(12, QFont::DemiBold)));
+        label(QStringLiteral("Downloading Audio..."), Theme::font(12, QFont::DemiBold)));
     headlineRow->addStretch(1);
-    m_percentLabel =
-        label(QString(), ScreenStyle::font(12, QFont::Bold, Face::monospaced), headline);
-    setTextColor(m_percentLabel, orange(this));
+    m_percentLabel = label(QString(), Theme::font(12, QFont::Bold, Face::monospaced), headline);
+    setTextColor(m_percentLabel, orange(palette()));
     headlineRow->addWidget(m_percentLabel);
     downloading->addWidget(headline);
 
     QColor track = palette().color(QPalette::WindowText);
     track.setAlphaF(0.12f);
-    m_progressBar = new SlimProgressBar(track, orange(this), m_downloadingForm);
+    m_progressBar = new SlimProgressBar(track, orange(palette()), m_downloadingForm);
     m_progressBar->setRange(0, 1000);
     m_progressBar->setTextVisible(false);
     m_progressBar->setFixedHeight(6);
@@ -444,7 +336,7 @@ QWidget* ConverterView::buildStatusGroup()
 
     auto* details = new QWidget(m_downloadingForm);
     QHBoxLayout* detailRow = row(details, 0);
-    const QColor dim = secondaryText(this);
+    const QColor dim = secondaryText(palette());
     m_speedLabel = symbolText(QStringLiteral("arrow.down.circle"), dim, 10, details, detailRow);
     detailRow->addStretch(1);
     // The ETA label carries its own trailing space, so hiding it leaves one gap, not two.
@@ -460,8 +352,8 @@ QWidget* ConverterView::buildStatusGroup()
     m_convertingForm = new QWidget(progress);
     QHBoxLayout* converting = row(m_convertingForm, 8);
     converting->addWidget(new ActivitySpinner(14, m_convertingForm));
-    m_stageLabel = label(QString(), ScreenStyle::font(12, QFont::Medium), m_convertingForm);
-    setTextColor(m_stageLabel, orange(this));
+    m_stageLabel = label(QString(), Theme::font(12, QFont::Medium), m_convertingForm);
+    setTextColor(m_stageLabel, orange(palette()));
     converting->addWidget(m_stageLabel, 1);
     progressLayout->addWidget(m_convertingForm);
 
@@ -469,9 +361,9 @@ QWidget* ConverterView::buildStatusGroup()
     QHBoxLayout* cancelLayout = row(cancelRow, 0);
     cancelLayout->addStretch(1);
     m_cancelButton = new QPushButton(QStringLiteral("Cancel Download"), cancelRow);
-    m_cancelButton->setFont(ScreenStyle::font(11, QFont::Medium));
-    m_cancelButton->setIcon(Symbols::icon(QStringLiteral("xmark.circle.fill"), red(this), 13));
-    m_cancelButton->setStyleSheet(plainButtonSheet(red(this)));
+    m_cancelButton->setFont(Theme::font(11, QFont::Medium));
+    m_cancelButton->setIcon(Symbols::icon(QStringLiteral("xmark.circle.fill"), red(palette()), 13));
+    m_cancelButton->setStyleSheet(plainButtonSheet(red(palette())));
     m_cancelButton->setCursor(Qt::PointingHandCursor);
     connect(m_cancelButton, &QPushButton::clicked, this, [this] { m_services.engine.cancel(); });
     cancelLayout->addWidget(m_cancelButton);
@@ -482,20 +374,20 @@ QWidget* ConverterView::buildStatusGroup()
     // Success card.
     auto* success = new QWidget;
     QHBoxLayout* successRow = row(success, 12);
-    successRow->addWidget(symbol(QStringLiteral("checkmark.circle.fill"), green(this), 24));
+    successRow->addWidget(symbol(QStringLiteral("checkmark.circle.fill"), green(palette()), 24));
     auto* successTexts = new QWidget(success);
     QVBoxLayout* successColumn = column(successTexts, 1);
     successColumn->addWidget(
-        label(QStringLiteral("Extraction Complete!"), ScreenStyle::font(13, QFont::Bold)));
+        label(QStringLiteral("Extraction Complete!"), Theme::font(13, QFont::Bold)));
     // One line; a long name is shortened in the middle so its extension stays in view.
     m_fileNameLabel = new ElidedLabel(successTexts);
-    m_fileNameLabel->setFont(ScreenStyle::font(11));
-    setTextColor(m_fileNameLabel, secondaryText(this));
+    m_fileNameLabel->setFont(Theme::font(11));
+    setTextColor(m_fileNameLabel, secondaryText(palette()));
     successColumn->addWidget(m_fileNameLabel);
     successRow->addWidget(successTexts, 1);
     m_playButton = new QPushButton(QStringLiteral("Play"), success);
-    m_playButton->setFont(ScreenStyle::font(11, QFont::DemiBold));
-    m_playButton->setStyleSheet(prominentButtonSheet(green(this)));
+    m_playButton->setFont(Theme::font(11, QFont::DemiBold));
+    makeProminent(m_playButton, green(palette()));
     connect(m_playButton, &QPushButton::clicked, this, &ConverterView::playFinishedTrack);
     successRow->addWidget(m_playButton);
     m_showFileButton = smallButton(DesktopTexts::kShowInFolder, QStringLiteral("folder"), success);
@@ -507,17 +399,17 @@ QWidget* ConverterView::buildStatusGroup()
     // Failure card.
     auto* failure = new QWidget;
     QHBoxLayout* failureRow = row(failure, 10);
-    failureRow->addWidget(symbol(QStringLiteral("xmark.octagon.fill"), red(this), 20), 0,
+    failureRow->addWidget(symbol(QStringLiteral("xmark.octagon.fill"), red(palette()), 20), 0,
                           Qt::AlignVCenter);
     auto* failureTexts = new QWidget(failure);
     QVBoxLayout* failureColumn = column(failureTexts, 2);
     failureColumn->addWidget(
-        label(QStringLiteral("Extraction Failed"), ScreenStyle::font(12, QFont::Bold)));
-    m_errorLabel = label(QString(), ScreenStyle::font(11), failureTexts);
+        label(QStringLiteral("Extraction Failed"), Theme::font(12, QFont::Bold)));
+    m_errorLabel = label(QString(), Theme::font(11), failureTexts);
     m_errorLabel->setWordWrap(true);
     m_errorLabel->setMaximumHeight(m_errorLabel->fontMetrics().lineSpacing() * 3 + 2);
     m_errorLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    setTextColor(m_errorLabel, secondaryText(this));
+    setTextColor(m_errorLabel, secondaryText(palette()));
     failureColumn->addWidget(m_errorLabel);
     failureRow->addWidget(failureTexts, 1);
     m_dismissButton = smallButton(QStringLiteral("Dismiss"), QString(), failure);
@@ -536,7 +428,7 @@ QWidget* ConverterView::buildStatusGroup()
     connect(m_startButton, &GradientButton::clicked, this, &ConverterView::startRip);
     actionRow->addWidget(m_startButton);
     m_newRipButton = new QPushButton(QStringLiteral("New Rip"), actions);
-    m_newRipButton->setFont(ScreenStyle::font(12));
+    m_newRipButton->setFont(Theme::font(12));
     connect(m_newRipButton, &QPushButton::clicked, this, &ConverterView::newRip);
     actionRow->addWidget(m_newRipButton);
     actionRow->addStretch(1);
@@ -559,16 +451,6 @@ void ConverterView::pasteFromClipboard()
     if (!mime || !mime->hasText())
         return;
     m_linkField->setText(mime->text().trimmed());
-}
-
-void ConverterView::selectTargetFolder()
-{
-    chooseTargetFolder(m_services.engine);
-}
-
-void ConverterView::openTargetFolder()
-{
-    m_desktop.openPath(folderPath(m_services.engine.targetFolder()));
 }
 
 void ConverterView::playFinishedTrack()
@@ -601,45 +483,20 @@ void ConverterView::updateTools()
     const bool ready = tools.isReady();
     m_pill->setStatus(ready ? QStringLiteral("Ready (yt-dlp & ffmpeg)")
                             : QStringLiteral("Checking Tools"),
-                      ready ? green(this) : orange(this));
+                      ready ? green(palette()) : orange(palette()));
 
     m_missingToolsCard->setVisible(!ready && !tools.isChecking());
     const bool installing = tools.isInstalling();
     if (installing) {
         m_missingToolsDetail->setText(tools.installProgress());
-        setTextColor(m_missingToolsDetail, orange(this));
+        setTextColor(m_missingToolsDetail, orange(palette()));
     } else {
         m_missingToolsDetail->setText(QStringLiteral(
             "Veldtone can automatically download and set up yt-dlp & ffmpeg for you."));
-        setTextColor(m_missingToolsDetail, secondaryText(this));
+        setTextColor(m_missingToolsDetail, secondaryText(palette()));
     }
     m_installSpinner->setVisible(installing);
     m_installButton->setVisible(!installing);
-}
-
-void ConverterView::updateSelections()
-{
-    const DownloadEngine& engine = m_services.engine;
-    m_folderPath->setText(folderPath(engine.targetFolder()));
-
-    const AudioFormat format = engine.selectedFormat();
-    {
-        const QSignalBlocker blockFormat(m_formatPicker);
-        const QSignalBlocker blockQuality(m_qualityPicker);
-        m_formatPicker->setCurrentIndex(m_formatPicker->findData(format.rawValue()));
-        m_qualityPicker->setCurrentIndex(
-            m_qualityPicker->findData(engine.selectedQuality().rawValue()));
-    }
-    m_qualityPicker->setVisible(format.supportsBitrate());
-    m_losslessNote->setVisible(!format.supportsBitrate());
-
-    {
-        const QSignalBlocker blockArtwork(m_artworkBox);
-        const QSignalBlocker blockMetadata(m_metadataBox);
-        m_artworkBox->setChecked(engine.embedArtwork());
-        m_metadataBox->setChecked(engine.embedMetadata());
-    }
-    updateStartButton();
 }
 
 void ConverterView::updateStatus()

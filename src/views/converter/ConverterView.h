@@ -13,8 +13,6 @@ class DesktopServices;
 class ElidedLabel;
 class GlassCard;
 class GradientButton;
-class QCheckBox;
-class QComboBox;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
@@ -56,15 +54,12 @@ private:
 
     void startRip();
     void pasteFromClipboard();
-    void selectTargetFolder();
-    void openTargetFolder();
     void playFinishedTrack();
     void showFinishedFile();
     void newRip();
     void dismiss();
 
     void updateTools();
-    void updateSelections();
     void updateStatus();
     void updatePlayButton();
     void updateStartButton();
@@ -82,15 +77,6 @@ private:
     QLineEdit* m_linkField = nullptr;
     QToolButton* m_clearButton = nullptr;
     QPushButton* m_pasteButton = nullptr;
-
-    ElidedLabel* m_folderPath = nullptr;
-    QPushButton* m_chooseFolderButton = nullptr;
-    QToolButton* m_openFolderButton = nullptr;
-    QComboBox* m_formatPicker = nullptr;
-    QComboBox* m_qualityPicker = nullptr;
-    QLabel* m_losslessNote = nullptr;
-    QCheckBox* m_artworkBox = nullptr;
-    QCheckBox* m_metadataBox = nullptr;
 
     GlassCard* m_progressCard = nullptr;
     QWidget* m_downloadingForm = nullptr;

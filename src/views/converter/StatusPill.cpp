@@ -1,6 +1,5 @@
 #include "views/converter/StatusPill.h"
 
-#include "views/components/ScreenStyle.h"
 #include "views/components/Theme.h"
 
 #include <QPainter>
@@ -15,7 +14,7 @@ constexpr int kInsetY = 4;
 StatusPill::StatusPill(QWidget* parent)
     : QWidget(parent)
 {
-    setFont(ScreenStyle::font(11, QFont::Medium));
+    setFont(Theme::font(11, QFont::Medium));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
@@ -49,6 +48,6 @@ void StatusPill::paintEvent(QPaintEvent*)
     painter.setBrush(m_dotColor);
     painter.drawEllipse(QRectF(kInsetX, (height() - kDot) / 2.0, kDot, kDot));
 
-    painter.setPen(ScreenStyle::secondaryText(this));
+    painter.setPen(Theme::secondaryText(palette()));
     painter.drawText(QRect(kInsetX + kDot + kGap, 0, width(), height()), Qt::AlignVCenter, m_text);
 }

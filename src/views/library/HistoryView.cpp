@@ -4,9 +4,9 @@
 #include "services/HistoryStore.h"
 #include "views/components/ArtworkCache.h"
 #include "views/components/DesktopTexts.h"
-#include "views/components/FilledPanel.h"
-#include "views/components/PaintHelpers.h"
+#include "views/components/RoundedPanel.h"
 #include "views/components/Symbols.h"
+#include "views/components/Theme.h"
 #include "views/library/LibraryListModel.h"
 #include "views/library/TrackDelegate.h"
 #include "views/library/TrackListView.h"
@@ -25,7 +25,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-using namespace PaintHelpers;
+using namespace Theme;
 
 namespace {
 const QString kAll = QStringLiteral("All");
@@ -56,7 +56,7 @@ QLabel* textLabel(const QString& text, int pixelSize, QFont::Weight weight,
                   std::optional<QColor> color = std::nullopt)
 {
     auto* label = new QLabel(text);
-    label->setFont(PaintHelpers::font(pixelSize, weight));
+    label->setFont(Theme::font(pixelSize, weight));
     if (color) {
         QPalette palette = label->palette();
         palette.setColor(QPalette::WindowText, *color);
@@ -87,13 +87,26 @@ QMessageBox* confirmation(QWidget* parent, const QString& title, const QString& 
 
 HistoryView::HistoryView(HistoryStore& history, AudioPlayerService& player, ArtworkCache& artwork,
                          QWidget* parent)
-    : QWidget(parent)
+    : ThemedScreen(Scrolling::fills, parent)
     , m_history(history)
     , m_player(player)
+    , m_artwork(artwork)
     , m_model(new LibraryListModel(history, player, this))
 {
     setAccessibleName(QStringLiteral("Library"));
-    auto* layout = new QVBoxLayout(this);
+    buildContent();
+    connect(m_model, &QAbstractItemModel::modelReset, this, &HistoryView::updateContent);
+    connect(&m_history, &HistoryStore::tracksChanged, this, &HistoryView::updateContent);
+    connect(m_model, &LibraryListModel::selectedFilterChanged, this, [this] {
+        m_formatButton->setText(filterLabel(m_model->selectedFilter()));
+        m_formatButton->setAccessibleDescription(m_formatButton->text());
+    });
+}
+
+void HistoryView::buildContent()
+{
+    QWidget* content = beginContent();
+    auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(buildTopBar());
@@ -115,7 +128,7 @@ HistoryView::HistoryView(HistoryStore& history, AudioPlayerService& player, Artw
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     m_list->setSpacing(0);
-    auto* delegate = new TrackDelegate(artwork, m_list);
+    auto* delegate = new TrackDelegate(m_artwork, m_list);
     m_list->setItemDelegate(delegate);
 
     const auto play = [this](const HistoryTrack& track) { m_player.play(track); };
@@ -127,7 +140,7 @@ HistoryView::HistoryView(HistoryStore& history, AudioPlayerService& player, Artw
     connect(m_list, &TrackListView::playRequested, this, play);
     connect(m_list, &TrackListView::showInFolderRequested, this, reveal);
     connect(m_list, &TrackListView::removeRequested, this, remove);
-    connect(&artwork, &ArtworkCache::artworkReady, m_list->viewport(),
+    connect(&m_artwork, &ArtworkCache::artworkReady, m_list->viewport(),
             qOverload<>(&QWidget::update));
     connect(m_list, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
         const QModelIndex index = m_list->indexAt(at);
@@ -143,10 +156,12 @@ HistoryView::HistoryView(HistoryStore& history, AudioPlayerService& player, Artw
     m_stack->addWidget(buildNoMatchState());
     m_stack->addWidget(m_list);
     layout->addWidget(m_stack, 1);
-
-    connect(m_model, &QAbstractItemModel::modelReset, this, &HistoryView::updateContent);
-    connect(&m_history, &HistoryStore::tracksChanged, this, &HistoryView::updateContent);
+    // What the user typed and picked outlives the parts.
+    m_searchField->setText(m_model->searchText());
+    m_formatButton->setText(filterLabel(m_model->selectedFilter()));
+    m_formatButton->setAccessibleDescription(m_formatButton->text());
     updateContent();
+    finishContent(content);
 }
 
 HistoryView::~HistoryView() = default;
@@ -158,31 +173,32 @@ QString HistoryView::filterLabel(const QString& selectedFilter)
 
 QWidget* HistoryView::buildTopBar()
 {
-    auto* bar = new FilledPanel(QPalette::Window, 0.85);
+    auto* bar = new RoundedPanel(QPalette::Window, 0.85);
     auto* row = new QHBoxLayout(bar);
     row->setContentsMargins(16, 10, 16, 10);
     row->setSpacing(12);
 
-    auto* searchBox = new FilledPanel(QPalette::Base, 0.7, 6);
+    auto* searchBox = new RoundedPanel(QPalette::Base, 0.7, 6);
     searchBox->setMinimumWidth(160);
     searchBox->setMaximumWidth(260);
     searchBox->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* searchRow = new QHBoxLayout(searchBox);
     searchRow->setContentsMargins(8, 5, 8, 5);
     searchRow->setSpacing(6);
-    searchRow->addWidget(symbolLabel(QStringLiteral("magnifyingglass"), 12, secondary(palette())));
+    searchRow->addWidget(
+        symbolLabel(QStringLiteral("magnifyingglass"), 12, secondaryText(palette())));
     m_searchField = new QLineEdit;
     m_searchField->setFrame(false);
     m_searchField->setPlaceholderText(QStringLiteral("Search tracks..."));
     m_searchField->setAccessibleName(QStringLiteral("Search tracks"));
-    m_searchField->setFont(PaintHelpers::font(12));
+    m_searchField->setFont(Theme::font(12));
     m_searchField->setAttribute(Qt::WA_MacShowFocusRect, false);
     m_searchField->setStyleSheet(QStringLiteral("QLineEdit { background: transparent; }"));
     searchRow->addWidget(m_searchField, 1);
     m_clearSearch = new QToolButton;
     m_clearSearch->setAutoRaise(true);
     m_clearSearch->setIcon(
-        Symbols::icon(QStringLiteral("xmark.circle.fill"), secondary(palette()), 12));
+        Symbols::icon(QStringLiteral("xmark.circle.fill"), secondaryText(palette()), 12));
     m_clearSearch->setIconSize(QSize(12, 12));
     m_clearSearch->setAccessibleName(QStringLiteral("Clear search"));
     m_clearSearch->setToolTip(QStringLiteral("Clear search"));
@@ -207,7 +223,7 @@ QWidget* HistoryView::buildTopBar()
     m_formatButton->setIcon(Symbols::icon(QStringLiteral("line.3.horizontal.decrease.circle"),
                                           palette().color(QPalette::ButtonText), 12));
     m_formatButton->setIconSize(QSize(12, 12));
-    m_formatButton->setFont(PaintHelpers::font(12, QFont::Medium));
+    m_formatButton->setFont(Theme::font(12, QFont::Medium));
     m_formatButton->setText(filterLabel(kAll));
     m_formatButton->setAccessibleName(QStringLiteral("Format filter"));
     m_formatButton->setAccessibleDescription(filterLabel(kAll));
@@ -223,16 +239,12 @@ QWidget* HistoryView::buildTopBar()
         addItem(QString::fromUtf16(item.text), QString::fromUtf16(item.value));
     m_formatButton->setMenu(menu);
     row->addWidget(m_formatButton);
-    connect(m_model, &LibraryListModel::selectedFilterChanged, this, [this] {
-        m_formatButton->setText(filterLabel(m_model->selectedFilter()));
-        m_formatButton->setAccessibleDescription(m_formatButton->text());
-    });
 
     m_clearAll = new QPushButton(QStringLiteral("Clear All"));
     m_clearAll->setIcon(
         Symbols::icon(QStringLiteral("trash"), palette().color(QPalette::ButtonText), 11));
     m_clearAll->setIconSize(QSize(11, 11));
-    m_clearAll->setFont(PaintHelpers::font(11));
+    m_clearAll->setFont(Theme::font(11));
     m_clearAll->setToolTip(QStringLiteral("Clear all history items"));
     m_clearAll->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(m_clearAll, &QPushButton::clicked, this, &HistoryView::requestClearAll);
@@ -246,12 +258,12 @@ QWidget* HistoryView::buildEmptyState()
     auto* column = new QVBoxLayout(page);
     column->setSpacing(12);
     column->addStretch(1);
-    column->addWidget(
-        symbolLabel(QStringLiteral("music.note.list"), 42, secondary(palette(), 0.5)));
+    column->addWidget(symbolLabel(QStringLiteral("music.note.list"), 42,
+                                  withOpacity(secondaryText(palette()), 0.5)));
     column->addWidget(textLabel(QStringLiteral("No Ripped Audio Yet"), 15, QFont::Bold));
     column->addWidget(
         textLabel(QStringLiteral("Extracted YouTube tracks and MP3s will appear here."), 12,
-                  QFont::Normal, secondary(palette())));
+                  QFont::Normal, secondaryText(palette())));
     column->addStretch(1);
     return page;
 }
@@ -262,14 +274,14 @@ QWidget* HistoryView::buildNoMatchState()
     auto* column = new QVBoxLayout(page);
     column->setSpacing(12);
     column->addStretch(1);
-    column->addWidget(
-        symbolLabel(QStringLiteral("magnifyingglass"), 36, secondary(palette(), 0.5)));
+    column->addWidget(symbolLabel(QStringLiteral("magnifyingglass"), 36,
+                                  withOpacity(secondaryText(palette()), 0.5)));
     column->addWidget(textLabel(QStringLiteral("No Matching Tracks"), 14, QFont::Bold));
     column->addWidget(
         textLabel(QStringLiteral("Try searching with different terms or selecting 'All Formats'."),
-                  12, QFont::Normal, secondary(palette())));
+                  12, QFont::Normal, secondaryText(palette())));
     m_resetFilters = new QPushButton(QStringLiteral("Reset Filters"));
-    m_resetFilters->setFont(PaintHelpers::font(11));
+    m_resetFilters->setFont(Theme::font(11));
     connect(m_resetFilters, &QPushButton::clicked, this, [this] {
         setSearchText(QString());
         setSelectedFilter(kAll);

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "models/HistoryTrack.h"
+#include "views/components/ThemedScreen.h"
 
 #include <QMessageBox>
 #include <QPointer>
-#include <QWidget>
 #include <optional>
 
 class ArtworkCache;
@@ -21,7 +21,7 @@ class TrackListView;
 // The library screen: searches and filters the library, plays, reveals and copies from its
 // records, and removes one or all of them after asking. Removing never touches the files and
 // never stops playback.
-class HistoryView : public QWidget
+class HistoryView : public ThemedScreen
 {
     Q_OBJECT
 
@@ -69,6 +69,7 @@ public:
     QMessageBox* clearAllConfirmation() const { return m_clearAllConfirmation; }
 
 private:
+    void buildContent() override;
     QWidget* buildTopBar();
     QWidget* buildEmptyState();
     QWidget* buildNoMatchState();
@@ -77,6 +78,7 @@ private:
 
     HistoryStore& m_history;
     AudioPlayerService& m_player;
+    ArtworkCache& m_artwork;
     LibraryListModel* m_model;
 
     QLineEdit* m_searchField = nullptr;

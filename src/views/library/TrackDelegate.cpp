@@ -2,7 +2,7 @@
 
 #include "views/components/ArtworkCache.h"
 #include "views/components/DesktopTexts.h"
-#include "views/components/PaintHelpers.h"
+#include "views/components/Symbols.h"
 #include "views/components/Theme.h"
 #include "views/library/LibraryListModel.h"
 
@@ -16,7 +16,7 @@
 #include <QPainterPath>
 #include <QToolTip>
 
-using namespace PaintHelpers;
+using namespace Theme;
 
 namespace {
 constexpr int kInset = 8;    // inset list: rows stand off the list's edges
@@ -40,11 +40,11 @@ QRect badgeRect(const QString& text, const QFont& font, int left, int centreY)
 
 QFont formatBadgeFont()
 {
-    return font(10, QFont::Bold);
+    return Theme::font(10, QFont::Bold);
 }
 QFont qualityBadgeFont()
 {
-    return font(10, QFont::Medium);
+    return Theme::font(10, QFont::Medium);
 }
 
 void drawPlaceholder(QPainter* painter, const QRect& rect)
@@ -55,7 +55,7 @@ void drawPlaceholder(QPainter* painter, const QRect& rect)
     fill.setColorAt(0, QColor(255, 149, 0, 89)); // orange at 0.35
     fill.setColorAt(1, QColor(255, 59, 48, 89)); // red at 0.35
     painter->fillPath(shape, fill);
-    drawSymbol(painter, rect, QStringLiteral("music.note"), 18, QColor(255, 255, 255, 217));
+    Symbols::paint(*painter, rect, QStringLiteral("music.note"), 18, QColor(255, 255, 255, 217));
 }
 } // namespace
 
@@ -120,9 +120,9 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QRect card = option.rect.adjusted(kInset, 1, -kInset, -1);
     QColor background = palette.color(QPalette::Base);
     if (option.state & QStyle::State_Selected)
-        background = withAlpha(palette.color(QPalette::Highlight), 0.22);
+        background = withOpacity(palette.color(QPalette::Highlight), 0.22);
     else if (option.state & QStyle::State_MouseOver)
-        background = withAlpha(palette.color(QPalette::Text), 0.05);
+        background = withOpacity(palette.color(QPalette::Text), 0.05);
     QPainterPath cardPath;
     cardPath.addRoundedRect(card, 8, 8);
     painter->fillPath(cardPath, background);
@@ -143,13 +143,13 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->setPen(Qt::NoPen);
     painter->setBrush(QColor(0, 0, 0, playing ? 191 : 115));
     painter->drawEllipse(g.playButton);
-    drawSymbol(painter, g.playButton,
-               playing ? QStringLiteral("pause.fill") : QStringLiteral("play.fill"), 11, Qt::white,
-               true);
+    Symbols::paint(*painter, g.playButton,
+                   playing ? QStringLiteral("pause.fill") : QStringLiteral("play.fill"), 11,
+                   Qt::white, true);
 
     // 2. Title, then channel • duration.
-    const QFont titleFont = font(13, QFont::DemiBold);
-    const QFont detailFont = font(11);
+    const QFont titleFont = Theme::font(13, QFont::DemiBold);
+    const QFont detailFont = Theme::font(11);
     const QFontMetrics titleMetrics(titleFont);
     const QFontMetrics detailMetrics(detailFont);
     const int textHeight = titleMetrics.height() + 2 + detailMetrics.height();
@@ -160,9 +160,9 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                       Qt::AlignLeft | Qt::AlignVCenter,
                       titleMetrics.elidedText(track.title, Qt::ElideRight, g.text.width()));
     y += titleMetrics.height() + 2;
-    const QColor secondaryText = secondary(palette);
-    painter->setPen(secondaryText);
-    const QFont bulletFont = font(9);
+    const QColor dim = secondaryText(palette);
+    painter->setPen(dim);
+    const QFont bulletFont = Theme::font(9);
     const int bulletWidth = QFontMetrics(bulletFont).horizontalAdvance(QStringLiteral("•"));
     const int durationWidth = detailMetrics.horizontalAdvance(track.duration);
     const int channelRoom = std::max(0, g.text.width() - bulletWidth - durationWidth - 12);
@@ -197,8 +197,8 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     }
 
     // 4. Size over date, trailing-aligned.
-    const QFont sizeFont = font(11, QFont::Medium);
-    const QFont dateFont = font(10);
+    const QFont sizeFont = Theme::font(11, QFont::Medium);
+    const QFont dateFont = Theme::font(10);
     const int sizeHeight = QFontMetrics(sizeFont).height();
     const int dateHeight = QFontMetrics(dateFont).height();
     y = g.sizeColumn.center().y() - (sizeHeight + 2 + dateHeight) / 2;
@@ -207,15 +207,15 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->drawText(QRect(g.sizeColumn.left(), y, g.sizeColumn.width(), sizeHeight),
                       Qt::AlignRight | Qt::AlignVCenter, track.fileSize);
     painter->setFont(dateFont);
-    painter->setPen(secondaryText);
+    painter->setPen(dim);
     const QDate day = track.completedAtDateTime().toLocalTime().date();
     painter->drawText(
         QRect(g.sizeColumn.left(), y + sizeHeight + 2, g.sizeColumn.width(), dateHeight),
         Qt::AlignRight | Qt::AlignVCenter, QLocale().toString(day, QLocale::ShortFormat));
 
     // 5. Folder and trash.
-    drawSymbol(painter, g.folderButton, QStringLiteral("folder"), 12, secondaryText);
-    drawSymbol(painter, g.trashButton, QStringLiteral("trash"), 11, secondary(palette, 0.8));
+    Symbols::paint(*painter, g.folderButton, QStringLiteral("folder"), 12, dim);
+    Symbols::paint(*painter, g.trashButton, QStringLiteral("trash"), 11, withOpacity(dim, 0.8));
 
     painter->restore();
 }

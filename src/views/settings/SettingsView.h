@@ -4,9 +4,6 @@
 #include "views/components/ThemedScreen.h"
 
 class ActivitySpinner;
-class ElidedLabel;
-class QCheckBox;
-class QComboBox;
 class QLabel;
 class QPushButton;
 class ToolStatusRow;
@@ -27,18 +24,9 @@ private:
     QWidget* buildToolsCard();
     QWidget* buildAboutCard();
 
-    void chooseFolder();
-    void updateDefaults();
     void updateTools();
 
     Services m_services;
-
-    ElidedLabel* m_folderPath = nullptr;
-    QComboBox* m_formatPicker = nullptr;
-    QWidget* m_bitrateColumn = nullptr;
-    QComboBox* m_bitratePicker = nullptr;
-    QCheckBox* m_artworkBox = nullptr;
-    QCheckBox* m_metadataBox = nullptr;
 
     ToolStatusRow* m_ytDlpRow = nullptr;
     ToolStatusRow* m_ffmpegRow = nullptr;

@@ -2,14 +2,13 @@
 
 #include "views/components/ElidedLabel.h"
 #include "views/components/RoundedPanel.h"
-#include "views/components/ScreenStyle.h"
 #include "views/components/Theme.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
-using namespace ScreenStyle;
+using namespace Theme;
 
 ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
     : QWidget(parent)
@@ -17,7 +16,7 @@ ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
 {
     auto* outer = new QHBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
-    auto* panel = new RoundedPanel(RoundedPanel::Fill::controlBackground, 0.6, 6, this);
+    auto* panel = new RoundedPanel(QPalette::Base, 0.6, 6, this);
     outer->addWidget(panel);
 
     auto* layout = new QHBoxLayout(panel);
@@ -32,8 +31,8 @@ ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
     column->setSpacing(2);
     auto* nameRow = new QHBoxLayout;
     nameRow->setSpacing(6);
-    nameRow->addWidget(label(toolName, ScreenStyle::font(13, QFont::DemiBold), texts));
-    m_badge = label(QString(), ScreenStyle::font(11, QFont::Bold, Face::monospaced), texts);
+    nameRow->addWidget(label(toolName, Theme::font(13, QFont::DemiBold), texts));
+    m_badge = label(QString(), Theme::font(11, QFont::Bold, Face::monospaced), texts);
     const QColor green = Theme::green(palette());
     m_badge->setStyleSheet(
         QStringLiteral("QLabel { color: %1; background: %2; border-radius: 4px;"
@@ -44,8 +43,8 @@ ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
     column->addLayout(nameRow);
     // A long install path is shortened in the middle rather than widening the window.
     m_path = new ElidedLabel(texts);
-    m_path->setFont(ScreenStyle::font(11, QFont::Normal, Face::monospaced));
-    setTextColor(m_path, secondaryText(this));
+    m_path->setFont(Theme::font(11, QFont::Normal, Face::monospaced));
+    setTextColor(m_path, secondaryText(palette()));
     column->addWidget(m_path);
     layout->addWidget(texts, 1);
     setTool(std::nullopt, std::nullopt);

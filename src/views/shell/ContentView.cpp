@@ -90,11 +90,3 @@ void ContentView::ensureMiniPlayer()
         new MiniPlayerView(m_services.player, m_services.history, m_detail->parentWidget());
     m_detail->addWidget(m_miniPlayer);
 }
-
-QString ContentView::formatTime(double seconds)
-{
-    if (!std::isfinite(seconds) || seconds < 0)
-        seconds = 0;
-    const auto whole = static_cast<long long>(std::min(seconds, 1e12));
-    return QString::asprintf("%lld:%02lld", whole / 60, whole % 60);
-}

@@ -31,9 +31,6 @@ public:
 
     QSize sizeHint() const override { return {880, 660}; }
 
-    // Seconds as "m:ss"; minutes grow without an hours field. Not-finite or negative: "0:00".
-    static QString formatTime(double seconds);
-
 private:
     void showScreen();
     void ensureMiniPlayer();

@@ -1,11 +1,11 @@
 #include "views/shell/MiniPlayerView.h"
 
+#include "models/FormatTime.h"
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
 #include "views/components/DesktopTexts.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
-#include "views/shell/ContentView.h"
 
 #include <QBuffer>
 #include <QEvent>
@@ -43,8 +43,8 @@ QToolButton* plainButton(const QString& accessibleName, QWidget* parent)
 
 QLabel* timeLabel(QWidget* parent)
 {
-    auto* label = new QLabel(ContentView::formatTime(0), parent);
-    label->setFont(Theme::monospacedFont(10));
+    auto* label = new QLabel(formatTime(0), parent);
+    label->setFont(Theme::font(10, QFont::Normal, Theme::Face::monospaced));
     return label;
 }
 } // namespace
@@ -248,8 +248,8 @@ void MiniPlayerView::timeChanged()
 {
     const double duration = m_player.duration();
     const double upper = std::max(std::isfinite(duration) ? duration : 0.0, 1.0);
-    m_elapsed->setText(ContentView::formatTime(m_player.currentTime()));
-    m_total->setText(ContentView::formatTime(duration));
+    m_elapsed->setText(formatTime(m_player.currentTime()));
+    m_total->setText(formatTime(duration));
     if (m_seek->isSliderDown())
         return;
     m_updatingSeek = true;
