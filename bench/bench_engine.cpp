@@ -3,6 +3,7 @@
 #include "Bench.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
+#include "services/ExtractionArguments.h"
 #include "support/EngineFixture.h"
 #include "support/MediaServer.h"
 #include "support/TestSupport.h"
@@ -115,8 +116,8 @@ std::vector<BenchFigure> ripOverhead()
                           scratch.filePath(QStringLiteral("library")), link}));
         };
         auto bare = [&] {
-            bareTimes.push_back(timedRun(*ytDlp, DownloadEngine::extractionArguments(
-                                                     link, AudioFormat::mp3, AudioQuality::k320,
+            bareTimes.push_back(
+                timedRun(*ytDlp, extractionArguments(link, AudioFormat::mp3, AudioQuality::k320,
                                                      bareDest, ffmpeg, true, true)));
         };
         if (pair % 2 == 0) {

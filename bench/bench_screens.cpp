@@ -2,12 +2,12 @@
 // and queueing 1,000 links on the batch screen. Each is measured until the list has repainted.
 #include "Bench.h"
 #include "models/HistoryTrackJson.h"
+#include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "views/batch/BatchView.h"
-#include "views/components/ArtworkCache.h"
 #include "views/library/HistoryView.h"
 #include "views/library/TrackListView.h"
 
@@ -97,6 +97,7 @@ std::vector<BenchFigure> screens()
         file.commit();
     }
     HistoryStore history(libraryFolder);
+    history.waitForLoad();
     AudioPlayerService player;
     ArtworkCache artwork(home.filePath(QStringLiteral("artwork")));
 

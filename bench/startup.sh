@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Start-up time and idle memory of the program against a bare Qt Widgets window.
+# Start-up time and idle memory of the program against a bare Qt Widgets window, and with a
+# 100,000-record library against an empty one.
 # Usage: bench/startup.sh PATH_TO_VELDTONE [RUNS]
 # Starts each program under a virtual X server with an empty home, alternately, RUNS times
 # (default 5), and takes the time until its window is viewable (polled with xdotool) and its
@@ -58,6 +59,20 @@ echo "$(( (end - start) / 1000000 )) $rss"
 SH
 chmod +x "$scratch/measure.sh"
 
+# A library of 100,000 records in the program's own file format.
+awk 'BEGIN {
+    srand(42); printf "[";
+    for (i = 0; i < 100000; i++) {
+        id = ""; for (j = 0; j < 32; j++) { id = id sprintf("%X", int(rand() * 16)); if (j == 7 || j == 11 || j == 15 || j == 19) id = id "-" }
+        title = sprintf("Artist %d - Song Number %d (Official Video)", i % 997, i);
+        printf "%s{\"id\":\"%s\",\"title\":\"%s\",\"channel\":\"Artist %dVEVO\",\"duration\":\"%d:%02d\",", (i ? "," : ""), id, title, i % 997, 2 + i % 5, i % 60;
+        printf "\"format\":\"mp3\",\"quality\":\"320\",\"filePath\":\"\\/home\\/listener\\/Music\\/Veldtone\\/%s.mp3\",", title;
+        printf "\"fileSize\":\"%d.%d MB\",\"thumbnailUrl\":\"https:\\/\\/i.ytimg.com\\/vi\\/v%010d\\/maxresdefault.jpg\",", 2 + i % 9, i % 10, i;
+        printf "\"completedAt\":%d.%d,\"youtubeUrl\":\"https:\\/\\/www.youtube.com\\/watch?v=v%010d\"}", 700000000 + i * 900, i % 1000, i;
+    }
+    printf "]";
+}' >"$scratch/library.json"
+
 measure() {
     # xvfb-run -a can hand two servers started at once the same display, and a program then
     # fails to connect; such a run is taken again rather than counted as 0 ms.
@@ -65,6 +80,10 @@ measure() {
     for attempt in 1 2 3; do
         local home="$scratch/home-$RANDOM$RANDOM"
         mkdir -p "$home"
+        if [[ ${2:-} == library ]]; then
+            mkdir -p "$home/.local/share/Veldtone"
+            cp "$scratch/library.json" "$home/.local/share/Veldtone/history.json"
+        fi
         result=$(HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share" \
             XDG_CACHE_HOME="$home/.cache" XDG_RUNTIME_DIR="$home/runtime" \
             xvfb-run -a -s "-screen 0 1280x900x24" "$scratch/measure.sh" "$1" 2>/dev/null)
@@ -77,19 +96,23 @@ measure() {
     return 1
 }
 
-app_ms=() app_kb=() bare_ms=()
+app_ms=() app_kb=() bare_ms=() library_ms=()
 for _ in $(seq 1 "$runs"); do
     read -r ms kb <<<"$(measure "$app")" && [[ -n $ms ]] || exit 1
     app_ms+=("$ms") app_kb+=("$kb")
     read -r ms _ <<<"$(measure "$bare")" && [[ -n $ms ]] || exit 1
     bare_ms+=("$ms")
+    read -r ms _ <<<"$(measure "$app" library)" && [[ -n $ms ]] || exit 1
+    library_ms+=("$ms")
 done
 
 median() { printf '%s\n' "$@" | sort -n | awk '{v[NR]=$1} END {print (NR % 2) ? v[(NR+1)/2] : (v[NR/2] + v[NR/2+1]) / 2}'; }
 app_median=$(median "${app_ms[@]}")
 bare_median=$(median "${bare_ms[@]}")
 rss_median=$(median "${app_kb[@]}")
+library_median=$(median "${library_ms[@]}")
 echo "startup_window_ms $app_median ms"
 echo "startup_bare_qt_window_ms $bare_median ms"
 awk -v a="$app_median" -v b="$bare_median" 'BEGIN {printf "startup_ratio_vs_bare_qt %.2f ratio\n", (b > 0 ? a / b : 0)}'
+awk -v a="$library_median" -v b="$app_median" 'BEGIN {printf "startup_with_100k_library_ratio %.2f ratio\n", (b > 0 ? a / b : 0)}'
 awk -v k="$rss_median" 'BEGIN {printf "idle_rss_mb %.1f MB\n", k / 1024}'

@@ -62,28 +62,6 @@ private slots:
             QVERIFY(QDir().mkpath(folder(key)));
     }
 
-    void ffmpegBannerIsCut_data()
-    {
-        QTest::addColumn<QString>("banner");
-        QTest::addColumn<QString>("version");
-        QTest::newRow("release") << u"ffmpeg version 7.1 Copyright (c) 2000-2024\nbuilt"_s
-                                 << u"7.1"_s;
-        QTest::newRow("debian") << u"ffmpeg version 5.1.6-0+deb12u1 Copyright"_s
-                                << u"5.1.6-0+deb12u1"_s;
-        QTest::newRow("carriage return") << u"ffmpeg version 6.0\r\nconfiguration: x"_s << u"6.0"_s;
-        QTest::newRow("empty") << QString() << QString();
-        QTest::newRow("empty first line") << u"\nffmpeg version 6.0 x"_s << QString();
-        QTest::newRow("garbage") << u"no banner here"_s << u"no"_s;
-        QTest::newRow("leading space") << u" ffmpeg version 6.0"_s << QString();
-        QTest::newRow("repeated marker") << u"ffmpeg version ffmpeg version 4.4 x"_s << u"4.4"_s;
-    }
-    void ffmpegBannerIsCut()
-    {
-        QFETCH(QString, banner);
-        QFETCH(QString, version);
-        QCOMPARE(DependencyManager::versionFromFfmpegBanner(banner), version);
-    }
-
     // Each row places the tool in some folders ("key" executable, "key-" not executable,
     // "key/" a folder of that name) and names the folder the search must pick.
     void searchFollowsTheListThenPath_data()

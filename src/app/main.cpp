@@ -1,9 +1,6 @@
+#include "AppServices.h"
 #include "ColorSchemeWatcher.h"
 #include "StartupStyle.h"
-#include "services/AudioPlayerService.h"
-#include "services/DependencyManager.h"
-#include "services/DownloadEngine.h"
-#include "services/HistoryStore.h"
 #include "views/shell/ContentView.h"
 #include "views/shell/MainWindow.h"
 #include "views/shell/NavigationItem.h"
@@ -29,15 +26,10 @@ int main(int argc, char** argv)
     ColorSchemeWatcher::apply(scheme);
     ColorSchemeWatcher colorScheme;
 
-    // The four services, created once in this order and shared by every screen.
-    DownloadEngine& engine = DownloadEngine::shared();
-    DependencyManager& dependencies = DependencyManager::shared();
-    HistoryStore& history = HistoryStore::shared();
-    AudioPlayerService& player = AudioPlayerService::shared();
-    const Services services{engine, dependencies, history, player};
-
-    ScreenFactory factory(services);
-    MainWindow window(services, factory);
+    // Made after the application object and destroyed before it.
+    AppServices owner;
+    ScreenFactory factory(owner.services());
+    MainWindow window(owner.services(), factory);
     // Lets the screenshot script open any destination first.
     if (const auto start =
             Navigation::fromRawValue(qEnvironmentVariable("VELDTONE_START_SCREEN"))) {
@@ -46,6 +38,8 @@ int main(int argc, char** argv)
     window.show();
     window.raise();
     window.activateWindow();
+    // The library is read once the window is up; the screens show it loading until then.
+    QTimer::singleShot(0, &app, [&owner] { owner.loadLibrary(); });
     // Looking the icon up in the desktop's icon theme reads the theme's folders: not before the
     // window first shows.
     QTimer::singleShot(0, &app, [] {

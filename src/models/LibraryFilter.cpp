@@ -32,19 +32,3 @@ bool formatPassesFilter(AudioFormat format, const QString& selectedFilter)
 {
     return selectedFilter == kAllFormats || format.rawValue().toUpper() == selectedFilter;
 }
-
-QList<HistoryTrack> filteredTracks(const QList<HistoryTrack>& tracks, const QString& searchText,
-                                   const QString& selectedFilter)
-{
-    const QString needle = foldedForSearch(searchText);
-    QList<HistoryTrack> result;
-    for (const HistoryTrack& track : tracks) {
-        if (!formatPassesFilter(track.format, selectedFilter))
-            continue;
-        if (!needle.isEmpty() && !foldedForSearch(track.title).contains(needle) &&
-            !foldedForSearch(track.channel).contains(needle))
-            continue;
-        result.append(track);
-    }
-    return result;
-}

@@ -6,9 +6,10 @@
 #include <QString>
 #include <vector>
 
-// The library's titles and channels, folded once and laid end to end, so that each keystroke
-// of a search is one scan over one buffer rather than a fold of every record. Gives the same
-// answers as filteredTracks().
+// The library screen's search-and-format filter: a case-insensitive substring of title or
+// channel, and "All" or a format name in capitals ("MP3", "M4A", ...), in library order. The
+// titles and channels are folded once and laid end to end, so that each keystroke is one scan
+// over one buffer rather than a fold of every record (library_filter_100k_ms).
 class LibrarySearchIndex
 {
 public:

@@ -36,24 +36,6 @@ AudioPlayerService::~AudioPlayerService()
     m_player.reset();
 }
 
-AudioPlayerService& AudioPlayerService::shared()
-{
-    static AudioPlayerService instance;
-    // The multimedia stack has to go while the application object still exists, not among the
-    // static destructors after it.
-    static const bool releaseRegistered = [] {
-        qAddPostRoutine([] {
-            instance.stop();
-            if (instance.m_player)
-                disconnect(instance.m_player.get(), nullptr, &instance, nullptr);
-            instance.m_player.reset();
-        });
-        return true;
-    }();
-    Q_UNUSED(releaseRegistered);
-    return instance;
-}
-
 PlayerBackend& AudioPlayerService::backend()
 {
     if (m_player)

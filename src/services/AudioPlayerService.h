@@ -29,8 +29,6 @@ public:
     explicit AudioPlayerService(BackendFactory factory = {}, QObject* parent = nullptr);
     ~AudioPlayerService() override;
 
-    static AudioPlayerService& shared();
-
     std::optional<HistoryTrack> currentTrack() const { return m_currentTrack; }
     bool isPlaying() const { return m_isPlaying; }
     double currentTime() const { return m_currentTime; }

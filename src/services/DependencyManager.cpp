@@ -1,12 +1,13 @@
 #include "DependencyManager.h"
 
+#include "services/Background.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QFuture>
-#include <QFutureWatcher>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -17,7 +18,6 @@
 #include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTimer>
-#include <QtConcurrent/QtConcurrentRun>
 #include <csignal>
 #include <sys/types.h>
 #include <unistd.h>
@@ -137,20 +137,6 @@ bool unpackFfmpeg(const QString& archivePath, const QString& folder, int timeout
     return true;
 }
 
-// Calls onDone with the result on context's thread, always from the event loop (never inside
-// the caller, even when the work is already done).
-template <typename T, typename F>
-void whenFinished(QObject* context, const QFuture<T>& future, F onDone)
-{
-    auto* watcher = new QFutureWatcher<T>(context);
-    QObject::connect(watcher, &QFutureWatcherBase::finished, context,
-                     [watcher, onDone = std::move(onDone)] {
-                         watcher->deleteLater();
-                         onDone(watcher->result());
-                     });
-    watcher->setFuture(future);
-}
-
 } // namespace
 
 DependencyManager::Options DependencyManager::Options::defaults()
@@ -197,14 +183,12 @@ DependencyManager::DependencyManager(Options options, QObject* parent)
     }
 }
 
-DependencyManager::~DependencyManager() = default;
-
-DependencyManager& DependencyManager::shared()
+DependencyManager::~DependencyManager()
 {
-    // Owned by the application object so it goes before Qt does.
-    static DependencyManager* instance =
-        new DependencyManager(Options::defaults(), QCoreApplication::instance());
-    return *instance;
+    // Work still running reports back to this object; it has to end first.
+    for (QFuture<CheckResult>& check : m_checks)
+        check.waitForFinished();
+    m_unpack.waitForFinished();
 }
 
 std::optional<QString> DependencyManager::findExecutable(const QString& name) const
@@ -293,10 +277,14 @@ bool DependencyManager::beginCheck()
     m_isChecking = true;
     m_checkQueued = false;
     // The worker gets copies, so it never touches this object.
-    whenFinished(this,
-                 QtConcurrent::run(&DependencyManager::runCheck, m_standardLocations,
-                                   m_options.environment, m_options.probeTimeoutMs),
-                 [this](const CheckResult& result) { publishCheck(result); });
+    m_checks.removeIf([](const QFuture<CheckResult>& check) { return check.isFinished(); });
+    m_checks.append(runInBackground(
+        QThreadPool::globalInstance(), this,
+        [locations = m_standardLocations, environment = m_options.environment,
+         timeoutMs = m_options.probeTimeoutMs] {
+            return runCheck(locations, environment, timeoutMs);
+        },
+        [this](const CheckResult& result) { publishCheck(result); }));
     return changed;
 }
 
@@ -389,10 +377,11 @@ void DependencyManager::installFfmpeg(const QString& folder)
                  file->close();
                  // tar and unzip can take a while on a large build; keep them off this thread.
                  // The archive file lives until the worker is done with it.
-                 whenFinished(
-                     this, QtConcurrent::run([file, folder, timeoutMs = m_options.unpackTimeoutMs] {
+                 m_unpack = runInBackground(
+                     QThreadPool::globalInstance(), this,
+                     [file, folder, timeoutMs = m_options.unpackTimeoutMs] {
                          return unpackFfmpeg(file->fileName(), folder, timeoutMs);
-                     }),
+                     },
                      [this](bool) { finishInstall(); });
              });
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QFuture>
+#include <QList>
 #include <QObject>
 #include <QProcessEnvironment>
 #include <QString>
@@ -57,8 +59,6 @@ public:
     explicit DependencyManager(Options options, QObject* parent = nullptr);
     ~DependencyManager() override;
 
-    static DependencyManager& shared();
-
     std::optional<QString> ytDlpPath() const { return m_ytDlpPath; }
     std::optional<QString> ffmpegPath() const { return m_ffmpegPath; }
     std::optional<QString> ytDlpVersion() const { return m_ytDlpVersion; }
@@ -81,9 +81,6 @@ public:
     // The first search hit for a tool name, or nullopt. Safe to call from any thread.
     std::optional<QString> findExecutable(const QString& name) const;
 
-    // The version word of ffmpeg's "-version" banner: the first line, less "ffmpeg version ",
-    // up to the first space.
-    static QString versionFromFfmpegBanner(const QString& banner);
 
 signals:
     void ytDlpPathChanged();
@@ -111,6 +108,9 @@ private:
                                                    const QString& name);
     static std::optional<QString> runVersionCheck(const QString& path, const QStringList& args,
                                                   int timeoutMs);
+    // The version word of ffmpeg's "-version" banner: the first line, less "ffmpeg version ",
+    // up to the first space.
+    static QString versionFromFfmpegBanner(const QString& banner);
     static CheckResult runCheck(const QStringList& locations,
                                 const QProcessEnvironment& environment, int probeTimeoutMs);
     // Sets isChecking and starts the background check; the caller emits isCheckingChanged.
@@ -137,4 +137,6 @@ private:
     bool m_isInstalling = false;
     QString m_installProgress;
     QNetworkAccessManager* m_network = nullptr;
+    QList<QFuture<CheckResult>> m_checks;
+    QFuture<bool> m_unpack;
 };

@@ -5,10 +5,10 @@
 #include "models/DownloadStatus.h"
 #include "models/HistoryTrack.h"
 #include "models/VideoMetadata.h"
+#include "services/EnginePreferences.h"
 
 #include <QObject>
 #include <QPointer>
-#include <QProcess>
 #include <QString>
 #include <QUrl>
 #include <functional>
@@ -16,17 +16,17 @@
 #include <optional>
 
 class DependencyManager;
+class ExtractionJob;
 class HistoryStore;
 class QSettings;
 
 // Runs one yt-dlp extraction at a time with live status, fetches metadata, and holds the
-// user's output choices.
+// user's output choices. Its published status is that of its current job.
 class DownloadEngine : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool isFetchingMetadata READ isFetchingMetadata NOTIFY isFetchingMetadataChanged)
-    Q_PROPERTY(DownloadStatus currentStatus READ currentStatus WRITE setCurrentStatus NOTIFY
-                   currentStatusChanged)
+    Q_PROPERTY(DownloadStatus currentStatus READ currentStatus NOTIFY currentStatusChanged)
     Q_PROPERTY(std::optional<VideoMetadata> currentMetadata READ currentMetadata NOTIFY
                    currentMetadataChanged)
     Q_PROPERTY(QString currentUrl READ currentUrl NOTIFY currentUrlChanged)
@@ -50,20 +50,17 @@ public:
                    std::unique_ptr<QSettings> settings = nullptr, QObject* parent = nullptr);
     ~DownloadEngine() override;
 
-    static DownloadEngine& shared();
-
     bool isFetchingMetadata() const { return m_isFetchingMetadata; }
     DownloadStatus currentStatus() const { return m_currentStatus; }
     std::optional<VideoMetadata> currentMetadata() const { return m_currentMetadata; }
     QString currentUrl() const { return m_currentUrl; }
     std::optional<QString> lastDownloadedFile() const { return m_lastDownloadedFile; }
-    AudioFormat selectedFormat() const { return m_selectedFormat; }
-    AudioQuality selectedQuality() const { return m_selectedQuality; }
-    QUrl targetFolder() const { return m_targetFolder; }
-    bool embedArtwork() const { return m_embedArtwork; }
-    bool embedMetadata() const { return m_embedMetadata; }
+    AudioFormat selectedFormat() const { return m_choices.format; }
+    AudioQuality selectedQuality() const { return m_choices.quality; }
+    QUrl targetFolder() const { return m_choices.targetFolder; }
+    bool embedArtwork() const { return m_choices.embedArtwork; }
+    bool embedMetadata() const { return m_choices.embedMetadata; }
 
-    void setCurrentStatus(const DownloadStatus& status);
     void setSelectedFormat(AudioFormat format);
     void setSelectedQuality(AudioQuality quality);
     void setTargetFolder(const QUrl& folder);
@@ -79,24 +76,14 @@ public:
                          std::optional<AudioQuality> quality = std::nullopt,
                          std::optional<QUrl> destination = std::nullopt,
                          CompletionHandler onComplete = {});
-    // Stops the running job, its ffmpeg included, and removes its partial files.
+    // Stops the running job, its ffmpeg included, and removes its scratch folder. A job whose
+    // tool has already exited completes as it would have.
     void cancel();
+    // Puts a finished job's status (completed or failed) away; a running job is not touched.
+    void dismissStatus();
 
     // Asks yt-dlp for the link's metadata; done runs on the GUI thread with the result.
     void fetchMetadata(const QString& url, MetadataHandler done);
-
-    // The running yt-dlp of the current job, or nullptr.
-    QProcess* activeProcess() const { return m_activeProcess; }
-
-    // The argument list the engine gives yt-dlp for one job.
-    static QStringList extractionArguments(const QString& link, AudioFormat format,
-                                           AudioQuality quality, const QString& destinationPath,
-                                           const std::optional<QString>& ffmpegPath,
-                                           bool embedArtwork, bool embedMetadata);
-
-    // Reads yt-dlp's JSON dump of a link; nullopt unless the top level is an object.
-    static std::optional<VideoMetadata> metadataFromJson(const QByteArray& json,
-                                                         const QString& link);
 
 signals:
     void isFetchingMetadataChanged();
@@ -110,20 +97,13 @@ signals:
     void embedArtworkChanged();
     void embedMetadataChanged();
 
-private:
-    struct Job;
-    struct MetadataFetch;
-    struct JobEnd;
+protected:
+    // Tests put the screens into a status without running a tool.
+    void setCurrentStatus(const DownloadStatus& status);
 
-    void loadSavedPreferences();
-    void launch(const std::shared_ptr<Job>& job);
-    void readJobOutput(const std::shared_ptr<Job>& job);
-    void jobExited(const std::shared_ptr<Job>& job, int exitCode, bool crashed);
-    void jobFailedToStart(const std::shared_ptr<Job>& job);
-    void applyJobEnd(const std::shared_ptr<Job>& job, const JobEnd& end);
-    void finishCancelledJob(const std::shared_ptr<Job>& job);
-    void fetchEnded(const std::shared_ptr<MetadataFetch>& fetch,
-                    std::optional<VideoMetadata> result);
+private:
+    void jobFinished(ExtractionJob* job, const std::optional<QString>& outputPath,
+                     const std::optional<QString>& fileSize, const CompletionHandler& onComplete);
     // The folder's file-system path without a trailing slash ("/" stays "/").
     static QString folderPath(const QUrl& folder);
 
@@ -136,14 +116,7 @@ private:
     std::optional<VideoMetadata> m_currentMetadata;
     QString m_currentUrl;
     std::optional<QString> m_lastDownloadedFile;
-    AudioFormat m_selectedFormat = AudioFormat::mp3;
-    AudioQuality m_selectedQuality = AudioQuality::k320;
-    QUrl m_targetFolder;
-    bool m_embedArtwork = true;
-    bool m_embedMetadata = true;
-
-    QPointer<QProcess> m_activeProcess;
-    bool m_isCancelled = false;
-    // The job whose ends may still change published state; an older job ends silently.
-    std::shared_ptr<Job> m_job;
+    OutputChoices m_choices;
+    // The job whose status is published; a cancelled one ends on its own, unseen.
+    QPointer<ExtractionJob> m_job;
 };

@@ -4,8 +4,8 @@
 #include <QString>
 #include <optional>
 
-// The output path announced by the tool, shared by one job's reader and the job itself.
-// The reader may run on another thread than the job, hence the lock.
+// The output path announced by the tool: written by the job's output reader on the GUI thread
+// and read by the worker that places the finished file, hence the lock.
 class FilePathTracker
 {
 public:

@@ -2,49 +2,20 @@
 
 #include "models/HistoryTrackJson.h"
 #include "platform/DesktopServices.h"
+#include "services/Background.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
-#include <QThread>
-#include <cmath>
-#include <condition_variable>
-#include <cstring>
-#include <mutex>
-#include <optional>
-#include <sys/mman.h>
-#include <utility>
+#include <algorithm>
+#include <atomic>
 
 namespace {
 const QString kFileName = QStringLiteral("history.json");
 const QString kUnreadableSuffix = QStringLiteral(".unreadable");
-
-// The file's buffer is written once, page by page, and on a virtual machine every page fault
-// is dear. A large buffer goes on 2 MB pages, a few dozen faults instead of thousands; a
-// smaller one has its pages made in one call. Only hints, so failures are fine.
-void prepareBuffer([[maybe_unused]] void* start, [[maybe_unused]] size_t bytes)
-{
-    [[maybe_unused]] const auto inside = [start, bytes](uintptr_t unit) {
-        const uintptr_t first = (reinterpret_cast<uintptr_t>(start) + unit - 1) & ~(unit - 1);
-        const uintptr_t last = (reinterpret_cast<uintptr_t>(start) + bytes) & ~(unit - 1);
-        return std::pair(reinterpret_cast<void*>(first), last > first ? last - first : 0);
-    };
-#ifdef MADV_HUGEPAGE
-    if (bytes >= 8u << 20) {
-        const auto [first, length] = inside(2u << 20);
-        madvise(first, length, MADV_HUGEPAGE);
-        return;
-    }
-#endif
-#ifdef MADV_POPULATE_WRITE
-    if (bytes >= 64u << 10) {
-        const auto [first, length] = inside(4096);
-        madvise(first, length, MADV_POPULATE_WRITE);
-    }
-#endif
-}
 
 // Moves a library file that could not be read out of the way, under a name that is free.
 bool keepAside(const QString& filePath)
@@ -56,210 +27,43 @@ bool keepAside(const QString& filePath)
         target = filePath + kUnreadableSuffix + u'.' + QString::number(n);
     return QFile::rename(filePath, target);
 }
+
+// Writes the list over the file; the reason when it could not, empty otherwise.
+QString write(const QString& filePath, bool& mustKeepAside, const QList<HistoryTrack>& tracks)
+{
+    const std::optional<QByteArray> json = HistoryTrackJson::encode(tracks);
+    if (!json)
+        return QStringLiteral("a record has a date that cannot be written");
+    if (mustKeepAside) {
+        // Writing over a file that could not be read would lose it for good.
+        if (!keepAside(filePath))
+            return QStringLiteral("the unreadable library file could not be moved aside");
+        mustKeepAside = false;
+    }
+    // QSaveFile syncs the new file before it replaces the old one, so a crash leaves one whole
+    // library or the other.
+    QSaveFile file(filePath);
+    if (!file.open(QIODevice::WriteOnly) || file.write(*json) != json->size() || !file.commit())
+        return file.errorString();
+    return QString();
+}
+
+void removeWhere(QList<HistoryTrack>& tracks, const std::function<bool(const HistoryTrack&)>& drop)
+{
+    // Most adds drop nothing; the list is only copied when a record goes.
+    if (std::any_of(tracks.cbegin(), tracks.cend(), drop))
+        tracks.removeIf(drop);
+}
 } // namespace
 
-// The records a save writes: the list, each record's cached bytes where known, and the loaded
-// file those bytes may point into.
-struct SaveSnapshot
-{
-    QList<HistoryTrack> tracks;
-    QList<QByteArray> encoded;
-    QByteArray loadedFile;
-};
-
-// Writes a save's bytes through one reused buffer. Cached records that lie one after another in
-// memory, separated by the comma the file needs, go to the file in one piece without a copy:
-// after an add that is nearly the whole loaded file.
-class SaveWriter
-{
-public:
-    explicit SaveWriter(QSaveFile& file)
-        : m_file(file)
-    {
-        m_chunk.reserve(kChunk + 64 * 1024);
-    }
-
-    void literal(char c)
-    {
-        endRun();
-        m_chunk.append(c);
-    }
-
-    void cached(const QByteArray& bytes, bool first)
-    {
-        const char* const begin = bytes.constData();
-        if (!first && m_runBegin && *m_runEnd == ',' && m_runEnd + 1 == begin) {
-            m_runEnd = begin + bytes.size();
-            return;
-        }
-        if (!first)
-            literal(',');
-        endRun();
-        m_runBegin = begin;
-        m_runEnd = begin + bytes.size();
-    }
-
-    void encode(const HistoryTrack& track, bool first)
-    {
-        if (!first)
-            literal(',');
-        endRun();
-        HistoryTrackJson::appendTrack(m_chunk, track);
-        if (m_chunk.size() >= kChunk)
-            flushChunk();
-    }
-
-    // Whether every byte reached the file.
-    bool finish()
-    {
-        endRun();
-        flushChunk();
-        return m_ok;
-    }
-
-private:
-    static constexpr qsizetype kChunk = 1 << 20;
-
-    void write(const char* data, qsizetype size)
-    {
-        if (m_ok && size > 0)
-            m_ok = m_file.write(data, size) == size;
-    }
-
-    void flushChunk()
-    {
-        write(m_chunk.constData(), m_chunk.size());
-        m_chunk.resize(0);
-    }
-
-    // Short runs are cheaper copied than written on their own.
-    void endRun()
-    {
-        if (!m_runBegin)
-            return;
-        const qsizetype size = m_runEnd - m_runBegin;
-        if (size < 64 * 1024) {
-            m_chunk.append(m_runBegin, size);
-            if (m_chunk.size() >= kChunk)
-                flushChunk();
-        } else {
-            flushChunk();
-            write(m_runBegin, size);
-        }
-        m_runBegin = m_runEnd = nullptr;
-    }
-
-    QSaveFile& m_file;
-    QByteArray m_chunk;
-    const char* m_runBegin = nullptr;
-    const char* m_runEnd = nullptr;
-    bool m_ok = true;
-};
-
-// Saves run on one background thread, in order; a save that is overtaken by a newer one before
-// it starts is skipped, since the newer one holds every change.
-struct HistoryStore::SaveQueue
+// What only the worker touches.
+struct HistoryStore::Disk
 {
     QString filePath;
-    // Set at load when the file on disk could not be read; written only by the worker later.
+    // The file on disk could not be read: it is moved aside before the first save.
     bool mustKeepAside = false;
-
-    std::mutex mutex;
-    std::condition_variable wake;
-    std::condition_variable idle;
-    std::optional<SaveSnapshot> pending;
-    bool busy = false;
-    bool stopping = false;
-    std::unique_ptr<QThread> worker;
-
-    void enqueue(SaveSnapshot snapshot)
-    {
-        {
-            std::lock_guard lock(mutex);
-            // Shares the lists' data; the store copies only when it changes them again.
-            pending = std::move(snapshot);
-        }
-        wake.notify_one();
-        if (!worker) {
-            worker.reset(QThread::create([this] { run(); }));
-            worker->setObjectName(QStringLiteral("HistoryStore saves"));
-            worker->start();
-        }
-    }
-
-    void waitUntilIdle()
-    {
-        std::unique_lock lock(mutex);
-        idle.wait(lock, [this] { return !pending && !busy; });
-    }
-
-    void stop()
-    {
-        {
-            std::lock_guard lock(mutex);
-            stopping = true;
-        }
-        wake.notify_one();
-        if (worker)
-            worker->wait();
-    }
-
-    void run()
-    {
-        std::unique_lock lock(mutex);
-        for (;;) {
-            wake.wait(lock, [this] { return pending || stopping; });
-            if (!pending)
-                return;
-            SaveSnapshot snapshot = std::move(*pending);
-            pending.reset();
-            busy = true;
-            lock.unlock();
-            write(snapshot);
-            snapshot = {};
-            lock.lock();
-            busy = false;
-            if (!pending)
-                idle.notify_all();
-        }
-    }
-
-    // A failed save is dropped: the change stays in memory and the next save carries it.
-    void write(const SaveSnapshot& snapshot)
-    {
-        const QList<HistoryTrack>& tracks = snapshot.tracks;
-        // Any record that cannot be encoded fails the save before the file is touched.
-        for (const HistoryTrack& track : tracks) {
-            if (!std::isfinite(track.completedAt))
-                return;
-        }
-        if (mustKeepAside) {
-            // Writing over a file that could not be read would lose it for good.
-            if (!keepAside(filePath))
-                return;
-            mustKeepAside = false;
-        }
-        QSaveFile file(filePath);
-        if (!file.open(QIODevice::WriteOnly))
-            return;
-        const bool haveCache = snapshot.encoded.size() == tracks.size();
-        SaveWriter writer(file);
-        writer.literal('[');
-        for (qsizetype i = 0; i < tracks.size(); ++i) {
-            if (haveCache && !snapshot.encoded[i].isEmpty())
-                writer.cached(snapshot.encoded[i], i == 0);
-            else
-                writer.encode(tracks[i], i == 0);
-        }
-        writer.literal(']');
-        if (!writer.finish()) {
-            file.cancelWriting();
-            return;
-        }
-        // QSaveFile syncs the new file to disk before it replaces the old one, so a crash
-        // leaves one whole library or the other.
-        file.commit();
-    }
+    // The newest save asked for; an older one that has not started yet is skipped.
+    std::atomic<int> latestSave = 0;
 };
 
 HistoryStore::HistoryStore(const QString& folderPath, DesktopServices* desktop, QObject* parent)
@@ -267,22 +71,17 @@ HistoryStore::HistoryStore(const QString& folderPath, DesktopServices* desktop, 
     , m_folderPath(folderPath)
     , m_filePath(QDir(folderPath).filePath(kFileName))
     , m_desktop(desktop ? desktop : &DesktopServices::system())
-    , m_saves(std::make_unique<SaveQueue>())
+    , m_disk(std::make_shared<Disk>())
 {
-    m_saves->filePath = m_filePath;
+    m_disk->filePath = m_filePath;
+    m_worker.setMaxThreadCount(1);
+    m_worker.setObjectName(QStringLiteral("HistoryStore"));
     QDir().mkpath(m_folderPath);
-    load();
 }
 
 HistoryStore::~HistoryStore()
 {
-    m_saves->stop();
-}
-
-HistoryStore& HistoryStore::shared()
-{
-    static HistoryStore store(defaultFolder());
-    return store;
+    m_worker.waitForDone();
 }
 
 QString HistoryStore::defaultFolder()
@@ -293,106 +92,134 @@ QString HistoryStore::defaultFolder()
 
 void HistoryStore::load()
 {
-    QFile file(m_filePath);
-    if (!file.exists())
+    if (m_state != State::notLoaded)
         return;
-    if (!file.open(QIODevice::ReadOnly)) {
-        m_saves->mustKeepAside = file.size() > 0 || QFileInfo(m_filePath).isDir();
-        return;
-    }
-    // Sized once open, so that a file replaced meanwhile is read no further than it was. Read
-    // with spare bytes so the strict decoder parses in place; the buffer is kept afterwards,
-    // since the next save writes the loaded records' bytes straight from it.
-    const qint64 size = file.size();
-    QByteArray data(size + HistoryTrackJson::kReadPadding, Qt::Uninitialized);
-    prepareBuffer(data.data(), static_cast<size_t>(data.size()));
-    std::memset(data.data() + size, 0, HistoryTrackJson::kReadPadding);
-    const qint64 read = file.read(data.data(), size);
-    if (read != size) {
-        m_saves->mustKeepAside = true;
-        return;
-    }
-    decodeLoaded(data, size);
+    m_state = State::loading;
+    emit isLoadingChanged();
+    m_read = runInBackground(
+        &m_worker, this,
+        [disk = m_disk] {
+            Loaded loaded;
+            if (!QFileInfo::exists(disk->filePath))
+                return loaded;
+            if (auto tracks = HistoryTrackJson::decodeFile(disk->filePath)) {
+                loaded.tracks = std::move(*tracks);
+                return loaded;
+            }
+            // A blank file holds nothing worth keeping; anything else that does not decode does.
+            QFile file(disk->filePath);
+            disk->mustKeepAside =
+                !file.open(QIODevice::ReadOnly) || !file.readAll().trimmed().isEmpty();
+            return loaded;
+        },
+        [this](Loaded loaded) { publishLoaded(std::move(loaded)); });
 }
 
-void HistoryStore::decodeLoaded(const QByteArray& data, qsizetype size)
+void HistoryStore::waitForLoad()
 {
-    const QByteArrayView json(data.constData(), size);
-    if (json.trimmed().isEmpty())
-        return; // An empty file holds nothing worth keeping.
-    QList<QByteArray> encoded;
-    if (std::optional<QList<HistoryTrack>> own = HistoryTrackJson::decodeOwn(json, &encoded)) {
-        m_tracks = std::move(*own);
-        m_encoded = std::move(encoded);
-        m_loadedFile = data;
-        return;
-    }
-    std::optional<QList<HistoryTrack>> tracks = HistoryTrackJson::decodeStrict(json, nullptr, true);
-    if (!tracks) {
-        m_saves->mustKeepAside = true;
-        return;
-    }
-    m_tracks = std::move(*tracks);
-    m_encoded = QList<QByteArray>(m_tracks.size()); // Encoded by the first save.
+    load();
+    m_read.waitForFinished();
+    publishLoaded(m_read.result());
 }
 
-void HistoryStore::changed()
+void HistoryStore::publishLoaded(Loaded loaded)
 {
+    if (m_state != State::loading)
+        return;
+    m_state = State::loaded;
+    m_tracks = std::move(loaded.tracks);
+    const bool changedMeanwhile = !m_changesWhileLoading.empty();
+    for (const Change& apply : m_changesWhileLoading)
+        apply(m_tracks);
+    m_changesWhileLoading.clear();
     emit tracksChanged();
-    m_saves->enqueue({m_tracks, m_encoded, m_loadedFile});
+    emit isLoadingChanged();
+    if (changedMeanwhile)
+        save();
 }
 
-void HistoryStore::removeWhere(const std::function<bool(qsizetype)>& drop)
+void HistoryStore::change(Change apply)
 {
-    // Nothing is copied unless a record goes: every add asks, and most drop nothing.
-    qsizetype first = 0;
-    while (first < m_tracks.size() && !drop(first))
-        ++first;
-    if (first == m_tracks.size())
+    // The file is read before anything is written over it.
+    load();
+    apply(m_tracks);
+    if (m_state == State::loading)
+        m_changesWhileLoading.push_back(std::move(apply));
+    emit tracksChanged();
+    if (m_state == State::loaded)
+        save();
+}
+
+void HistoryStore::save()
+{
+    const int number = ++m_disk->latestSave;
+    runInBackground(
+        &m_worker, this,
+        [disk = m_disk, tracks = m_tracks, number]() -> std::optional<QString> {
+            // A newer save holds this one's changes too.
+            if (number != disk->latestSave)
+                return std::nullopt;
+            return write(disk->filePath, disk->mustKeepAside, tracks);
+        },
+        [this](const std::optional<QString>& error) {
+            if (error)
+                saveEnded(*error);
+        });
+}
+
+void HistoryStore::saveEnded(const QString& error)
+{
+    if (m_lastSaveError == error)
         return;
-    QList<HistoryTrack> kept = m_tracks.first(first);
-    QList<QByteArray> keptEncoded = m_encoded.first(first);
-    for (qsizetype i = first + 1; i < m_tracks.size(); ++i) {
-        if (drop(i))
-            continue;
-        kept.append(m_tracks.at(i));
-        keptEncoded.append(m_encoded.at(i));
-    }
-    m_tracks = std::move(kept);
-    m_encoded = std::move(keptEncoded);
+    m_lastSaveError = error;
+    emit lastSaveErrorChanged();
 }
 
 void HistoryStore::addTrack(const HistoryTrack& track)
 {
-    removeWhere([this, &track](qsizetype i) {
-        const HistoryTrack& record = m_tracks.at(i); // at(): no copy of a shared list
-        return record.filePath == track.filePath || record.id == track.id;
+    change([track](QList<HistoryTrack>& tracks) {
+        removeWhere(tracks, [&track](const HistoryTrack& record) {
+            return record.filePath == track.filePath || record.id == track.id;
+        });
+        tracks.prepend(track);
     });
-    QByteArray bytes;
-    HistoryTrackJson::appendTrack(bytes, track); // Left empty when it cannot be encoded.
-    m_tracks.prepend(track);
-    m_encoded.prepend(std::move(bytes));
-    changed();
 }
 
 void HistoryStore::removeTrack(const QSet<int>& positions)
 {
-    removeWhere([&positions](qsizetype i) { return positions.contains(static_cast<int>(i)); });
-    changed();
+    if (m_state == State::loaded) {
+        change([positions](QList<HistoryTrack>& tracks) {
+            QList<HistoryTrack> kept;
+            for (qsizetype i = 0; i < tracks.size(); ++i) {
+                if (!positions.contains(static_cast<int>(i)))
+                    kept.append(tracks.at(i));
+            }
+            tracks = std::move(kept);
+        });
+        return;
+    }
+    // The positions name records of the list as it is now; once the file is in, only their
+    // ids still do.
+    QSet<QUuid> ids;
+    for (const int position : positions) {
+        if (position >= 0 && position < m_tracks.size())
+            ids.insert(m_tracks.at(position).id);
+    }
+    change([ids](QList<HistoryTrack>& tracks) {
+        removeWhere(tracks, [&ids](const HistoryTrack& record) { return ids.contains(record.id); });
+    });
 }
 
 void HistoryStore::removeTrack(const HistoryTrack& track)
 {
-    removeWhere([this, &track](qsizetype i) { return m_tracks.at(i).id == track.id; });
-    changed();
+    change([id = track.id](QList<HistoryTrack>& tracks) {
+        removeWhere(tracks, [&id](const HistoryTrack& record) { return record.id == id; });
+    });
 }
 
 void HistoryStore::clearAll()
 {
-    m_tracks.clear();
-    m_encoded.clear();
-    m_loadedFile.clear();
-    changed();
+    change([](QList<HistoryTrack>& tracks) { tracks.clear(); });
 }
 
 void HistoryStore::showInFinder(const HistoryTrack& track)
@@ -413,5 +240,8 @@ void HistoryStore::openFile(const HistoryTrack& track)
 
 void HistoryStore::waitForSaves()
 {
-    m_saves->waitUntilIdle();
+    waitForLoad();
+    m_worker.waitForDone();
+    // Saves asked for by the load's end, then the results of every save, reach this thread.
+    QCoreApplication::sendPostedEvents(this);
 }

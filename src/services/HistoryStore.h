@@ -2,37 +2,51 @@
 
 #include "models/HistoryTrack.h"
 
-#include <QByteArrayView>
+#include <QFuture>
 #include <QList>
 #include <QObject>
 #include <QSet>
 #include <QString>
+#include <QThreadPool>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <vector>
 
 class DesktopServices;
 
-// The persistent library: every finished track, newest first, in one JSON file.
+// The persistent library: every finished track, newest first, in one JSON file. The file is
+// read and written on the store's own worker thread, so a large library never holds up the
+// window; changes made before the file is read are applied on top of what it holds.
 class HistoryStore : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QList<HistoryTrack> tracks READ tracks NOTIFY tracksChanged)
+    Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
+    Q_PROPERTY(QString lastSaveError READ lastSaveError NOTIFY lastSaveErrorChanged)
 
 public:
-    // folderPath holds "history.json"; it is created when missing and the file is loaded at once.
-    // desktop reveals and opens files; the store takes no ownership (nullptr: the system's).
+    // folderPath holds "history.json" and is created when missing. Nothing is read until load()
+    // or the first change. desktop reveals and opens files; the store takes no ownership
+    // (nullptr: the system's).
     explicit HistoryStore(const QString& folderPath, DesktopServices* desktop = nullptr,
                           QObject* parent = nullptr);
     // Waits for the last pending save, so that no change is lost at exit.
     ~HistoryStore() override;
 
-    static HistoryStore& shared();
     // The platform data folder + "/Veldtone".
     static QString defaultFolder();
 
     const QList<HistoryTrack>& tracks() const { return m_tracks; }
     QString fileURL() const { return m_filePath; }
+    QString folderPath() const { return m_folderPath; }
+    // True from load() until the file's records are in tracks().
+    bool isLoading() const { return m_state == State::loading; }
+    // Why the last save failed, in plain words; empty once a save succeeds.
+    QString lastSaveError() const { return m_lastSaveError; }
 
+    // Starts reading the file on the worker; tracks() changes when its records are in.
+    void load();
     // Puts track first, replacing any record with the same file path or id.
     void addTrack(const HistoryTrack& track);
     // Removes the records at these positions of tracks().
@@ -46,28 +60,46 @@ public:
     // Opens the file with its default application when it exists.
     void openFile(const HistoryTrack& track);
 
-    // Blocks until every pending save has reached the disk.
+    // Blocks until the file's records are in tracks() (starting the read if needed).
+    void waitForLoad();
+    // Blocks until every pending save has reached the disk (or failed).
     void waitForSaves();
 
 signals:
     void tracksChanged();
+    void isLoadingChanged();
+    void lastSaveErrorChanged();
 
 private:
-    void load();
-    void decodeLoaded(const QByteArray& data, qsizetype size);
-    // Removes the records at the positions drop() holds for, with their cached bytes.
-    void removeWhere(const std::function<bool(qsizetype)>& drop);
-    void changed();
+    enum class State
+    {
+        notLoaded,
+        loading,
+        loaded
+    };
+    struct Disk;
+    struct Loaded
+    {
+        QList<HistoryTrack> tracks;
+    };
+    using Change = std::function<void(QList<HistoryTrack>&)>;
+
+    // Applies a change to the list now and, while the file is being read, again on top of
+    // what it holds once it is in.
+    void change(Change apply);
+    void publishLoaded(Loaded loaded);
+    void save();
+    void saveEnded(const QString& error);
 
     QString m_folderPath;
     QString m_filePath;
     QList<HistoryTrack> m_tracks;
-    // Each record's bytes as the file holds them, in the order of m_tracks, so that a save
-    // writes what it already has instead of encoding the whole library again. Empty for a
-    // record still to be encoded; a loaded record's bytes point into m_loadedFile.
-    QList<QByteArray> m_encoded;
-    QByteArray m_loadedFile;
+    State m_state = State::notLoaded;
+    std::vector<Change> m_changesWhileLoading;
+    QString m_lastSaveError;
     DesktopServices* m_desktop = nullptr;
-    struct SaveQueue;
-    std::unique_ptr<SaveQueue> m_saves;
+    // One thread, so the read and the saves reach the file in the order they were asked for.
+    QThreadPool m_worker;
+    std::shared_ptr<Disk> m_disk;
+    QFuture<Loaded> m_read;
 };

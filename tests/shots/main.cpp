@@ -165,7 +165,7 @@ void shootWindow(Shooter& shoot)
     window.show();
     settle(800);
     ContentView* content = window.contentView();
-    DownloadEngine& engine = env.engine();
+    TestEngine& engine = env.engine();
 
     shoot(window, u"convert-idle-empty"_s);
     findNamed<QLineEdit>(&window, u"YouTube Video Link"_s)->setText(kLink);

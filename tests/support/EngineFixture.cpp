@@ -56,7 +56,7 @@ EngineFixture::EngineFixture(Options options)
     m_checked = checked.count() > 0 || checked.wait(60000);
 
     m_history = std::make_unique<HistoryStore>(libraryPath());
-    m_engine = std::make_unique<DownloadEngine>(
+    m_engine = std::make_unique<TestEngine>(
         *m_dependencies, *m_history,
         std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat));
     m_engine->setTargetFolder(QUrl::fromLocalFile(downloadsPath()));

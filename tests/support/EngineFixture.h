@@ -2,6 +2,7 @@
 
 #include "models/DownloadStatus.h"
 #include "models/HistoryTrack.h"
+#include "services/DownloadEngine.h"
 
 #include <QList>
 #include <QString>
@@ -10,8 +11,15 @@
 #include <memory>
 
 class DependencyManager;
-class DownloadEngine;
 class HistoryStore;
+
+// The engine with its status open to tests, to put screens into a state without a tool.
+class TestEngine : public DownloadEngine
+{
+public:
+    using DownloadEngine::DownloadEngine;
+    using DownloadEngine::setCurrentStatus;
+};
 
 // A DownloadEngine built for tests, with everything it touches in one temporary folder: its
 // own settings file, library folder, download folder and tool search. By default it finds the
@@ -40,7 +48,7 @@ public:
 
     DependencyManager& dependencies() { return *m_dependencies; }
     HistoryStore& history() { return *m_history; }
-    DownloadEngine& engine() { return *m_engine; }
+    TestEngine& engine() { return *m_engine; }
 
     QString rootPath() const { return m_root.path(); }
     // The engine's target folder, empty at the start.
@@ -72,7 +80,7 @@ private:
     QTemporaryDir m_root;
     std::unique_ptr<DependencyManager> m_dependencies;
     std::unique_ptr<HistoryStore> m_history;
-    std::unique_ptr<DownloadEngine> m_engine;
+    std::unique_ptr<TestEngine> m_engine;
     QList<DownloadStatus> m_statuses;
     QList<HistoryTrack> m_completions;
     bool m_checked = false;

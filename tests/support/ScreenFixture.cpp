@@ -32,8 +32,7 @@ public:
 };
 
 Environment::Environment(Tools tools, bool systemTools, const QString& folder)
-    : m_tools(tools)
-    , m_systemTools(systemTools)
+    : m_systemTools(systemTools)
 {
     // Nothing a test runs may reach the user's own folders.
     QStandardPaths::setTestModeEnabled(true);
@@ -64,6 +63,7 @@ void Environment::buildServices(const QUrl& installerBase)
     m_services.reset();
     m_engine.reset();
     m_player.reset();
+    m_artwork.reset();
     m_history.reset();
     m_dependencies.reset();
 
@@ -81,12 +81,14 @@ void Environment::buildServices(const QUrl& installerBase)
     }
     m_dependencies = std::make_unique<DependencyManager>(options);
     m_history = std::make_unique<HistoryStore>(m_folder + u"/library"_s, &desktop);
+    m_history->waitForLoad();
+    m_artwork = std::make_unique<ArtworkCache>(m_folder + u"/artwork"_s);
     m_player = std::make_unique<AudioPlayerService>();
-    m_engine = std::make_unique<DownloadEngine>(
+    m_engine = std::make_unique<TestEngine>(
         *m_dependencies, *m_history,
         std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat));
-    m_services =
-        std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history, *m_player});
+    m_services = std::make_unique<Services>(
+        Services{*m_engine, *m_dependencies, *m_history, *m_player, *m_artwork});
 }
 
 std::unique_ptr<QSettings> Environment::savedSettings() const

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/DesktopServices.h"
+#include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "services/Services.h"
+#include "support/EngineFixture.h"
 
 #include <QSettings>
 #include <QStringList>
@@ -34,7 +36,7 @@ enum class Tools
     both
 };
 
-// The four real services built in one temporary folder: their own settings file, library
+// The real services built in one temporary folder: their own settings file, library
 // folder and tool folders, so a test never touches the user's own.
 class Environment
 {
@@ -56,7 +58,7 @@ public:
     DependencyManager& dependencies() { return *m_dependencies; }
     HistoryStore& history() { return *m_history; }
     AudioPlayerService& player() { return *m_player; }
-    DownloadEngine& engine() { return *m_engine; }
+    TestEngine& engine() { return *m_engine; }
     Services& services() { return *m_services; }
     RecordingDesktop desktop;
 
@@ -65,13 +67,13 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_dir;
     QString m_folder;
-    Tools m_tools;
     bool m_systemTools;
     std::unique_ptr<class SilentServer> m_silentServer;
     std::unique_ptr<DependencyManager> m_dependencies;
     std::unique_ptr<HistoryStore> m_history;
+    std::unique_ptr<ArtworkCache> m_artwork;
     std::unique_ptr<AudioPlayerService> m_player;
-    std::unique_ptr<DownloadEngine> m_engine;
+    std::unique_ptr<TestEngine> m_engine;
     std::unique_ptr<Services> m_services;
 };
 

@@ -468,13 +468,13 @@ void ConverterView::showFinishedFile()
 
 void ConverterView::newRip()
 {
-    m_services.engine.setCurrentStatus(DownloadStatus::idle());
+    m_services.engine.dismissStatus();
     m_linkField->clear();
 }
 
 void ConverterView::dismiss()
 {
-    m_services.engine.setCurrentStatus(DownloadStatus::idle());
+    m_services.engine.dismissStatus();
 }
 
 void ConverterView::updateTools()

@@ -1,8 +1,8 @@
 #include "views/library/HistoryView.h"
 
+#include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
-#include "views/components/ArtworkCache.h"
 #include "views/components/DesktopTexts.h"
 #include "views/components/RoundedPanel.h"
 #include "views/components/Symbols.h"
@@ -97,6 +97,7 @@ HistoryView::HistoryView(HistoryStore& history, AudioPlayerService& player, Artw
     buildContent();
     connect(m_model, &QAbstractItemModel::modelReset, this, &HistoryView::updateContent);
     connect(&m_history, &HistoryStore::tracksChanged, this, &HistoryView::updateContent);
+    connect(&m_history, &HistoryStore::isLoadingChanged, this, &HistoryView::updateContent);
     connect(m_model, &LibraryListModel::selectedFilterChanged, this, [this] {
         m_formatButton->setText(filterLabel(m_model->selectedFilter()));
         m_formatButton->setAccessibleDescription(m_formatButton->text());
@@ -260,10 +261,11 @@ QWidget* HistoryView::buildEmptyState()
     column->addStretch(1);
     column->addWidget(symbolLabel(QStringLiteral("music.note.list"), 42,
                                   withOpacity(secondaryText(palette()), 0.5)));
-    column->addWidget(textLabel(QStringLiteral("No Ripped Audio Yet"), 15, QFont::Bold));
-    column->addWidget(
-        textLabel(QStringLiteral("Extracted YouTube tracks and MP3s will appear here."), 12,
-                  QFont::Normal, secondaryText(palette())));
+    m_emptyTitle = textLabel(QStringLiteral("No Ripped Audio Yet"), 15, QFont::Bold);
+    column->addWidget(m_emptyTitle);
+    m_emptyText = textLabel(QStringLiteral("Extracted YouTube tracks and MP3s will appear here."),
+                            12, QFont::Normal, secondaryText(palette()));
+    column->addWidget(m_emptyText);
     column->addStretch(1);
     return page;
 }
@@ -299,6 +301,11 @@ HistoryView::Content HistoryView::content() const
 void HistoryView::updateContent()
 {
     m_clearAll->setVisible(!m_model->libraryIsEmpty());
+    // Until the library file is read, the empty page says so.
+    const bool loading = m_history.isLoading();
+    m_emptyTitle->setText(loading ? QStringLiteral("Loading Library…")
+                                  : QStringLiteral("No Ripped Audio Yet"));
+    m_emptyText->setVisible(!loading);
     Content shown = Content::list;
     if (m_model->libraryIsEmpty())
         shown = Content::empty;
@@ -369,9 +376,9 @@ void HistoryView::requestRemoval(const HistoryTrack& track)
         m_deleteConfirmation->close();
     m_trackToDelete = track;
     QPushButton* remove = nullptr;
-    QMessageBox* box = confirmation(this, QStringLiteral("Delete Track from Library?"),
-                                    deleteMessage(m_trackToDelete), QStringLiteral("Remove"),
-                                    &remove);
+    QMessageBox* box =
+        confirmation(this, QStringLiteral("Delete Track from Library?"),
+                     deleteMessage(m_trackToDelete), QStringLiteral("Remove"), &remove);
     m_deleteConfirmation = box;
     // A record that leaves the library meanwhile is no longer pending; the question says so.
     connect(&m_history, &HistoryStore::tracksChanged, box, [this, box] {

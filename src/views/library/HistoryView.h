@@ -11,6 +11,7 @@ class ArtworkCache;
 class AudioPlayerService;
 class HistoryStore;
 class LibraryListModel;
+class QLabel;
 class QLineEdit;
 class QMenu;
 class QPushButton;
@@ -86,6 +87,8 @@ private:
     QToolButton* m_formatButton = nullptr;
     QPushButton* m_clearAll = nullptr;
     QPushButton* m_resetFilters = nullptr;
+    QLabel* m_emptyTitle = nullptr;
+    QLabel* m_emptyText = nullptr;
     QStackedWidget* m_stack = nullptr;
     TrackListView* m_list = nullptr;
 

@@ -1,6 +1,6 @@
 #include "views/library/TrackDelegate.h"
 
-#include "views/components/ArtworkCache.h"
+#include "services/ArtworkCache.h"
 #include "views/components/DesktopTexts.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"

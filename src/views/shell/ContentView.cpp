@@ -6,6 +6,8 @@
 #include "views/shell/ScreenFactory.h"
 #include "views/shell/Sidebar.h"
 
+#include <QDir>
+#include <QLabel>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <cmath>
@@ -40,12 +42,32 @@ ContentView::ContentView(const Services& services, const ScreenFactory& factory,
     splitter->setStretchFactor(1, 1);
     splitter->setSizes({kSidebarIdealWidth, 880 - kSidebarIdealWidth});
 
+    // One line above the screens while the library cannot be saved.
+    auto* saveNotice = new QLabel;
+    saveNotice->setObjectName(QStringLiteral("saveNotice"));
+    saveNotice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    saveNotice->setContentsMargins(12, 6, 12, 6);
+    saveNotice->setStyleSheet(QStringLiteral("background: #8a5a00; color: white;"));
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(saveNotice);
     layout->addWidget(splitter);
 
     connect(m_sidebar, &Sidebar::selectedChanged, this, &ContentView::setSelectedTab);
     HistoryStore& history = m_services.history;
+    auto updateSaveNotice = [saveNotice, &history] {
+        const QString error = history.lastSaveError();
+        const QString text = QStringLiteral("The library could not be saved in %1 (%2). "
+                                            "Changes are kept and saved with the next one.")
+                                 .arg(QDir::toNativeSeparators(history.folderPath()), error);
+        saveNotice->setText(text);
+        saveNotice->setToolTip(text);
+        saveNotice->setAccessibleName(text);
+        saveNotice->setVisible(!error.isEmpty());
+    };
+    connect(&history, &HistoryStore::lastSaveErrorChanged, this, updateSaveNotice);
+    updateSaveNotice();
     auto updateBadge = [this, &history] {
         m_sidebar->setLibraryCount(static_cast<int>(history.tracks().size()));
     };

@@ -1,7 +1,7 @@
 #include "views/shell/ScreenFactory.h"
 
+#include "services/ArtworkCache.h"
 #include "views/batch/BatchView.h"
-#include "views/components/ArtworkCache.h"
 #include "views/converter/ConverterView.h"
 #include "views/library/HistoryView.h"
 #include "views/settings/SettingsView.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-// Stands in for a screen that is not built yet.
+// Only a value outside the four destinations (a bad cast) reaches this.
 QWidget* placeholder(NavigationItem item, QWidget* parent)
 {
     auto* label = new QLabel(Navigation::rawValue(item), parent);
@@ -51,7 +51,7 @@ QWidget* ScreenFactory::batch(QWidget* parent) const
 
 QWidget* ScreenFactory::library(QWidget* parent) const
 {
-    return new HistoryView(m_services.history, m_services.player, ArtworkCache::shared(), parent);
+    return new HistoryView(m_services.history, m_services.player, m_services.artwork, parent);
 }
 
 QWidget* ScreenFactory::settings(QWidget* parent) const

@@ -1,15 +1,14 @@
-#include "views/components/ArtworkCache.h"
+#include "services/ArtworkCache.h"
 
-#include <QCoreApplication>
+#include "services/Background.h"
+
 #include <QImage>
 #include <QImageReader>
 #include <QNetworkAccessManager>
 #include <QNetworkDiskCache>
 #include <QNetworkReply>
-#include <QPointer>
 #include <QStandardPaths>
 #include <QUrl>
-#include <QtConcurrent>
 
 namespace {
 constexpr int kMaxInFlight = 4;
@@ -50,15 +49,11 @@ ArtworkCache::ArtworkCache(const QString& cacheFolder, QObject* parent)
     m_network->setTransferTimeout(15000);
 }
 
-ArtworkCache::~ArtworkCache() = default;
-
-ArtworkCache& ArtworkCache::shared()
+ArtworkCache::~ArtworkCache()
 {
-    // Parented to the application so it goes before the network stack does.
-    static QPointer<ArtworkCache> cache;
-    if (!cache)
-        cache = new ArtworkCache(defaultFolder(), QCoreApplication::instance());
-    return *cache;
+    // A decode still running reports to this object; it has to end first.
+    for (QFuture<QImage>& decode : m_decoding)
+        decode.waitForFinished();
 }
 
 QString ArtworkCache::defaultFolder()
@@ -130,24 +125,24 @@ void ArtworkCache::finished(QNetworkReply* reply, const QString& address)
         return;
     }
     // Decoding a large JPEG takes milliseconds; keep it off the GUI thread.
-    QPointer<ArtworkCache> self(this);
-    auto decoded = QtConcurrent::run([bytes] {
-        QImage image;
-        image.loadFromData(bytes);
-        // A thumbnail never needs more than a few hundred pixels.
-        if (!image.isNull() && (image.width() > 480 || image.height() > 480))
-            image = image.scaled(480, 480, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        return image;
-    });
-    decoded.then(this, [self, address](const QImage& image) {
-        if (!self)
-            return;
-        self->m_inFlight.remove(address);
-        if (image.isNull())
-            self->m_failed.insert(address);
-        else
-            self->m_images.insert(address, new QImage(image));
-        emit self->artworkReady(address);
-        self->fetchMore();
-    });
+    m_decoding.removeIf([](const QFuture<QImage>& decode) { return decode.isFinished(); });
+    m_decoding.append(runInBackground(
+        QThreadPool::globalInstance(), this,
+        [bytes] {
+            QImage image;
+            image.loadFromData(bytes);
+            // A thumbnail never needs more than a few hundred pixels.
+            if (!image.isNull() && (image.width() > 480 || image.height() > 480))
+                image = image.scaled(480, 480, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+            return image;
+        },
+        [this, address](const QImage& image) {
+            m_inFlight.remove(address);
+            if (image.isNull())
+                m_failed.insert(address);
+            else
+                m_images.insert(address, new QImage(image));
+            emit artworkReady(address);
+            fetchMore();
+        }));
 }

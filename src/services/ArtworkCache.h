@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QCache>
+#include <QFuture>
 #include <QHash>
+#include <QImage>
+#include <QList>
 #include <QObject>
 #include <QPixmap>
 #include <QSet>
@@ -11,8 +14,8 @@
 class QNetworkAccessManager;
 class QNetworkReply;
 
-// Thumbnails for the library rows: fetched in the background only when a row asks (that is,
-// when it is painted), kept in memory and on disk under the cache folder so a later visit does
+// Artwork for the library rows, fetched over the network only when a row asks (that is, when
+// it is painted), kept in memory and on disk under the cache folder so a later visit does
 // not fetch them again. Addresses that are empty, not web or file addresses, or that fail, are
 // remembered as having no artwork.
 class ArtworkCache : public QObject
@@ -24,8 +27,7 @@ public:
     explicit ArtworkCache(const QString& cacheFolder, QObject* parent = nullptr);
     ~ArtworkCache() override;
 
-    // The application's cache, under the platform cache folder.
-    static ArtworkCache& shared();
+    // The application's cache folder, under the platform cache folder.
     static QString defaultFolder();
 
     // The loaded artwork scaled to fill edge x edge device pixels, or a null pixmap while it is
@@ -49,4 +51,5 @@ private:
     QSet<QString> m_inFlight;
     // Newest request first: the rows on screen now matter more than rows scrolled past.
     std::deque<QString> m_waiting;
+    QList<QFuture<QImage>> m_decoding;
 };

@@ -1,0 +1,29 @@
+#include "AppServices.h"
+
+#include "services/ArtworkCache.h"
+#include "services/AudioPlayerService.h"
+#include "services/DependencyManager.h"
+#include "services/DownloadEngine.h"
+#include "services/HistoryStore.h"
+
+#include <QSettings>
+
+AppServices::AppServices()
+    // The tool manager starts its first check; the store waits for loadLibrary(); the engine
+    // takes both and reads the saved output choices; the player starts stopped.
+    : m_dependencies(std::make_unique<DependencyManager>(DependencyManager::Options::defaults()))
+    , m_history(std::make_unique<HistoryStore>(HistoryStore::defaultFolder()))
+    , m_engine(std::make_unique<DownloadEngine>(*m_dependencies, *m_history))
+    , m_player(std::make_unique<AudioPlayerService>())
+    , m_artwork(std::make_unique<ArtworkCache>(ArtworkCache::defaultFolder()))
+    , m_services(std::make_unique<Services>(
+          Services{*m_engine, *m_dependencies, *m_history, *m_player, *m_artwork}))
+{}
+
+// In the reverse order of creation: each service goes before the ones it uses.
+AppServices::~AppServices() = default;
+
+void AppServices::loadLibrary()
+{
+    m_history->load();
+}

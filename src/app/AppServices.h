@@ -1,0 +1,37 @@
+#pragma once
+
+#include "services/Services.h"
+
+#include <memory>
+
+class ArtworkCache;
+class AudioPlayerService;
+class DependencyManager;
+class DownloadEngine;
+class HistoryStore;
+
+// Owns the application's services: creates them once, in a fixed order, and wires them. Made
+// after the application object and destroyed before it, so child processes, worker threads
+// and the multimedia stack all end while Qt is still whole.
+class AppServices
+{
+public:
+    AppServices();
+    ~AppServices();
+
+    AppServices(const AppServices&) = delete;
+    AppServices& operator=(const AppServices&) = delete;
+
+    const Services& services() const { return *m_services; }
+    // Reads the library on the store's worker; called once the window shows.
+    void loadLibrary();
+
+private:
+    // Created in this order, destroyed in the reverse one.
+    std::unique_ptr<DependencyManager> m_dependencies;
+    std::unique_ptr<HistoryStore> m_history;
+    std::unique_ptr<DownloadEngine> m_engine;
+    std::unique_ptr<AudioPlayerService> m_player;
+    std::unique_ptr<ArtworkCache> m_artwork;
+    std::unique_ptr<Services> m_services;
+};

@@ -1,0 +1,101 @@
+#include "EnginePreferences.h"
+
+#include <QDir>
+#include <QSettings>
+#include <QStandardPaths>
+
+namespace {
+
+const QString kTargetFolderKey = QStringLiteral("targetFolder");
+const QString kDefaultFormatKey = QStringLiteral("defaultFormat");
+const QString kDefaultQualityKey = QStringLiteral("defaultQuality");
+const QString kEmbedArtworkKey = QStringLiteral("embedArtwork");
+const QString kEmbedMetadataKey = QStringLiteral("embedMetadata");
+
+std::optional<bool> readBoolean(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Bool:
+        return value.toBool();
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+        return value.toDouble() != 0;
+    case QMetaType::QString:
+    case QMetaType::QByteArray: {
+        // The INI file gives every value back as text.
+        const QString text = value.toString().trimmed().toLower();
+        if (text == u"true" || text == u"yes")
+            return true;
+        if (text == u"false" || text == u"no")
+            return false;
+        bool isNumber = false;
+        const double number = text.toDouble(&isNumber);
+        if (isNumber)
+            return number != 0;
+        return std::nullopt;
+    }
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<QString> readString(const QVariant& value)
+{
+    if (value.typeId() == QMetaType::QString)
+        return value.toString();
+    if (value.typeId() == QMetaType::QByteArray)
+        return QString::fromUtf8(value.toByteArray());
+    return std::nullopt;
+}
+
+} // namespace
+
+namespace EnginePreferences {
+
+QUrl defaultTargetFolder()
+{
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+    if (folder.isEmpty())
+        folder = QDir::homePath();
+    return QUrl::fromLocalFile(folder.endsWith(QLatin1Char('/')) ? folder
+                                                                 : folder + QLatin1Char('/'));
+}
+
+OutputChoices load(const QSettings& settings)
+{
+    OutputChoices choices;
+    choices.targetFolder = defaultTargetFolder();
+    if (const auto text = readString(settings.value(kTargetFolderKey)); text && !text->isEmpty()) {
+        const QUrl folder(*text, QUrl::StrictMode);
+        if (folder.isValid())
+            choices.targetFolder = folder;
+    }
+    if (const auto text = readString(settings.value(kDefaultFormatKey))) {
+        if (const auto format = AudioFormat::fromRawValue(*text))
+            choices.format = *format;
+    }
+    if (const auto text = readString(settings.value(kDefaultQualityKey))) {
+        if (const auto quality = AudioQuality::fromRawValue(*text))
+            choices.quality = *quality;
+    }
+    if (const auto on = readBoolean(settings.value(kEmbedArtworkKey)))
+        choices.embedArtwork = *on;
+    if (const auto on = readBoolean(settings.value(kEmbedMetadataKey)))
+        choices.embedMetadata = *on;
+    return choices;
+}
+
+void save(QSettings& settings, const OutputChoices& choices)
+{
+    settings.setValue(kTargetFolderKey, choices.targetFolder.toString(QUrl::FullyEncoded));
+    settings.setValue(kDefaultFormatKey, choices.format.rawValue());
+    settings.setValue(kDefaultQualityKey, choices.quality.rawValue());
+    settings.setValue(kEmbedArtworkKey, choices.embedArtwork);
+    settings.setValue(kEmbedMetadataKey, choices.embedMetadata);
+    settings.sync();
+}
+
+} // namespace EnginePreferences

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "models/AudioFormat.h"
+#include "models/AudioQuality.h"
+
+#include <QUrl>
+
+class QSettings;
+
+// The user's output choices, as the engine holds them and keeps them between runs.
+struct OutputChoices
+{
+    AudioFormat format = AudioFormat::mp3;
+    AudioQuality quality = AudioQuality::k320;
+    QUrl targetFolder;
+    bool embedArtwork = true;
+    bool embedMetadata = true;
+};
+
+// Reads and writes the five output choices under their settings keys.
+namespace EnginePreferences {
+
+// The user's Downloads folder, else the home folder.
+QUrl defaultTargetFolder();
+// The stored choices over the defaults; a stored value of the wrong form keeps its default.
+OutputChoices load(const QSettings& settings);
+// Writes all five keys.
+void save(QSettings& settings, const OutputChoices& choices);
+
+} // namespace EnginePreferences

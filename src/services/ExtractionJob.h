@@ -1,0 +1,95 @@
+#pragma once
+
+#include "models/AudioFormat.h"
+#include "models/AudioQuality.h"
+#include "models/DownloadStatus.h"
+
+#include <QByteArray>
+#include <QFuture>
+#include <QObject>
+#include <QSet>
+#include <QString>
+#include <memory>
+#include <optional>
+
+class FilePathTracker;
+class QProcess;
+class ToolOutputReader;
+
+// One run of yt-dlp for one link. The job owns the tool's process group, reads its output
+// into a status, and downloads and converts in its own hidden scratch folder inside the
+// destination, from where the finished file is moved into the destination itself. A cancel
+// ends the process group and removes the scratch folder, and nothing else.
+class ExtractionJob : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Request
+    {
+        QString link;
+        AudioFormat format;
+        AudioQuality quality;
+        // The destination folder's path, without a trailing slash.
+        QString destination;
+        QString toolPath;
+        std::optional<QString> ffmpegPath;
+        bool embedArtwork = true;
+        bool embedMetadata = true;
+        // Files in the destination this job may write over: the same link's earlier rips in
+        // the same format, as the library records them.
+        QSet<QString> replaceable;
+    };
+
+    // What a completed job produced; both empty when no file was found.
+    struct Result
+    {
+        std::optional<QString> outputPath;
+        std::optional<QString> fileSize;
+    };
+
+    explicit ExtractionJob(Request request, QObject* parent = nullptr);
+    // Ends a tool still running, with its children.
+    ~ExtractionJob() override;
+
+    const Request& request() const { return m_request; }
+    QString scratchFolder() const { return m_scratchFolder; }
+    DownloadStatus status() const { return m_status; }
+
+    void start();
+    // Stops the tool while it runs: the job ends idle and its scratch folder goes. Once the
+    // tool has exited the job completes as it would have, and this gives false.
+    bool cancel();
+
+signals:
+    void statusChanged();
+    // Once, when status() is final; result is set when it is completed.
+    void finished(const ExtractionJob::Result& result);
+
+private:
+    void readOutput();
+    void exited(int exitCode, bool crashed);
+    void failedToStart();
+    // Finds the finished file and moves it from the scratch folder into the destination.
+    static Result place(const std::shared_ptr<FilePathTracker>& tracker, const QString& scratch,
+                        const Request& request);
+    void finish(const DownloadStatus& status, const Result& result = {});
+    void setStatus(const DownloadStatus& status);
+    void signalGroup(int signalNumber);
+    void removeScratchFolder();
+
+    Request m_request;
+    QString m_scratchFolder;
+    QProcess* m_process = nullptr;
+    qint64 m_pid = 0;
+    std::shared_ptr<FilePathTracker> m_tracker;
+    std::unique_ptr<ToolOutputReader> m_reader;
+    QByteArray m_errorBytes;
+    DownloadStatus m_status;
+    bool m_exited = false;
+    bool m_cancelled = false;
+    bool m_finished = false;
+    // The end of a run worked out off the GUI thread: the error text, or placing the file.
+    QFuture<QString> m_errorText;
+    QFuture<Result> m_placing;
+};

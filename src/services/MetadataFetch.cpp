@@ -1,0 +1,116 @@
+#include "MetadataFetch.h"
+
+#include "services/Background.h"
+
+#include <QProcess>
+#include <QUuid>
+#include <limits>
+#include <simdjson.h>
+
+namespace {
+
+std::optional<QString> jsonString(simdjson::dom::object& object, const char* key)
+{
+    std::string_view text;
+    if (object[key].get_string().get(text) != simdjson::SUCCESS)
+        return std::nullopt;
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+qint64 jsonDuration(simdjson::dom::object& object)
+{
+    simdjson::dom::element value;
+    if (object["duration"].get(value) != simdjson::SUCCESS)
+        return 0;
+    qint64 seconds = 0;
+    if (value.is_int64()) {
+        seconds = value.get_int64().value_unsafe();
+    } else if (value.is_uint64() || value.is_double()) {
+        const double number = value.get_double().value_unsafe();
+        // Truncated toward zero, kept inside what the counter holds.
+        if (number >= 9.2e18)
+            seconds = std::numeric_limits<qint64>::max();
+        else if (number <= -9.2e18)
+            seconds = std::numeric_limits<qint64>::min();
+        else
+            seconds = static_cast<qint64>(number);
+    }
+    return std::max<qint64>(seconds, 0);
+}
+
+} // namespace
+
+MetadataFetch::MetadataFetch(const QString& toolPath, const QString& link, QObject* parent)
+    : QObject(parent)
+    , m_link(link)
+    , m_process(new QProcess(this))
+{
+    m_process->setProgram(toolPath);
+    m_process->setArguments({QStringLiteral("--dump-single-json"), QStringLiteral("--no-playlist"),
+                             QStringLiteral("--no-warnings"), link});
+    m_process->setStandardInputFile(QProcess::nullDevice());
+    // Both streams are read as they come so a large dump never fills a pipe.
+    connect(m_process, &QProcess::readyReadStandardOutput, this,
+            [this] { m_output.append(m_process->readAllStandardOutput()); });
+    connect(m_process, &QProcess::readyReadStandardError, this,
+            [this] { (void)m_process->readAllStandardError(); });
+    connect(m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            end(std::nullopt);
+    });
+    connect(m_process, &QProcess::finished, this,
+            [this](int exitCode, QProcess::ExitStatus status) {
+                m_output.append(m_process->readAllStandardOutput());
+                if (m_ended || status != QProcess::NormalExit || exitCode != 0) {
+                    end(std::nullopt);
+                    return;
+                }
+                // A dump can be megabytes; it is read off the GUI thread.
+                m_parse = runInBackground(
+                    QThreadPool::globalInstance(), this,
+                    [json = std::exchange(m_output, {}), link = m_link] {
+                        return fromJson(json, link);
+                    },
+                    [this](const std::optional<VideoMetadata>& metadata) { end(metadata); });
+            });
+}
+
+MetadataFetch::~MetadataFetch()
+{
+    m_parse.waitForFinished();
+}
+
+void MetadataFetch::start()
+{
+    m_process->start();
+}
+
+void MetadataFetch::end(const std::optional<VideoMetadata>& metadata)
+{
+    if (m_ended)
+        return;
+    m_ended = true;
+    emit finished(metadata);
+}
+
+// Only a handful of keys are read; a key of another type counts as missing.
+std::optional<VideoMetadata> MetadataFetch::fromJson(const QByteArray& json, const QString& link)
+{
+    simdjson::dom::parser parser;
+    simdjson::dom::object object;
+    if (parser.parse(json.constData(), static_cast<size_t>(json.size())).get_object().get(object))
+        return std::nullopt;
+
+    VideoMetadata metadata;
+    metadata.id = jsonString(object, "id")
+                      .value_or(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
+    metadata.title = jsonString(object, "title").value_or(QStringLiteral("Unknown Title"));
+    metadata.channel =
+        jsonString(object, "uploader")
+            .value_or(jsonString(object, "channel").value_or(QStringLiteral("Unknown Artist")));
+    metadata.durationSeconds = jsonDuration(object);
+    metadata.duration = VideoMetadata::formattedDuration(metadata.durationSeconds);
+    metadata.thumbnailUrl = jsonString(object, "thumbnail").value_or(QString());
+    metadata.webpageUrl = jsonString(object, "webpage_url").value_or(link);
+    return metadata;
+}

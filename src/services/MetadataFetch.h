@@ -1,0 +1,39 @@
+#pragma once
+
+#include "models/VideoMetadata.h"
+
+#include <QByteArray>
+#include <QFuture>
+#include <QObject>
+#include <QString>
+#include <optional>
+
+class QProcess;
+
+// Runs yt-dlp once in its JSON dump mode and reads what the link points to.
+class MetadataFetch : public QObject
+{
+    Q_OBJECT
+
+public:
+    MetadataFetch(const QString& toolPath, const QString& link, QObject* parent = nullptr);
+    ~MetadataFetch() override;
+
+    void start();
+
+    // Reads yt-dlp's JSON dump of a link; nullopt unless the top level is an object.
+    static std::optional<VideoMetadata> fromJson(const QByteArray& json, const QString& link);
+
+signals:
+    // Once, with the metadata or nullopt on any failure.
+    void finished(const std::optional<VideoMetadata>& metadata);
+
+private:
+    void end(const std::optional<VideoMetadata>& metadata);
+
+    QString m_link;
+    QProcess* m_process;
+    QByteArray m_output;
+    QFuture<std::optional<VideoMetadata>> m_parse;
+    bool m_ended = false;
+};
