@@ -218,7 +218,7 @@ private slots:
             15000));
         QVERIFY(QTest::qWaitFor([&] { return QDir(fixture.downloadsPath()).isEmpty(kAnyFile); },
                                 15000));
-        QTest::qWait(500);
+        QTest::qWait(200); // a moment after the tool is gone, for its end to be handled
         QCOMPARE(engine.currentStatus(), DownloadStatus::idle());
         QVERIFY(fixture.history().tracks().isEmpty());
         QVERIFY(fixture.completions().isEmpty());

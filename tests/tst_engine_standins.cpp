@@ -308,8 +308,11 @@ private slots:
                                std::nullopt, fixture.completionHandler());
         QCOMPARE(engine.currentUrl(), u"https://example.com/second"_s);
 
-        // Long enough for the first job to have ended.
-        QTest::qWait(2000);
+        // The first job's tool is gone; a moment more lets its late end be handled.
+        QVERIFY(QTest::qWaitFor(
+            [] { return EngineFixture::processesMentioning(u"example.com/first"_s).isEmpty(); },
+            15000));
+        QTest::qWait(200);
         QVERIFY(engine.currentStatus().isBusy());
         QCOMPARE(engine.currentStatus().progress(), 0.5);
 

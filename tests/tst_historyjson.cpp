@@ -1,4 +1,5 @@
 #include "models/HistoryTrackJson.h"
+#include "support/TestSupport.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -120,7 +121,8 @@ private slots:
     void roundTripsBitForBit()
     {
         QList<HistoryTrack> tracks;
-        auto* random = QRandomGenerator::global();
+        TestSupport::SeededRandom seeded;
+        QRandomGenerator* random = &seeded;
         for (int i = 0; i < 200; ++i) {
             HistoryTrack track = sampleTrack();
             track.id = QUuid::createUuid();

@@ -84,13 +84,14 @@ private slots:
         const double advanced = player.currentTime();
         QVERIFY(advanced < kClipSeconds);
 
-        // Paused, the position holds.
+        // Paused, the position holds once the pipeline's last reading is in.
         player.togglePlayPause();
         QVERIFY(!player.isPlaying());
-        QTest::qWait(300);
+        QSignalSpy moved(&player, &AudioPlayerService::currentTimeChanged);
+        moved.wait(400);
         const double pausedAt = player.currentTime();
-        QTest::qWait(700);
-        QVERIFY2(qAbs(player.currentTime() - pausedAt) < 0.05 && pausedAt >= advanced,
+        moved.clear();
+        QVERIFY2(!moved.wait(1000) && pausedAt >= advanced,
                  qPrintable(u"%1 then %2"_qs.arg(pausedAt).arg(player.currentTime())));
 
         // Resumed, it plays on from there to the end, where the end rule marks it finished,
@@ -160,11 +161,14 @@ private slots:
         // The slider can move before the file has finished loading; the move must not be lost.
         AudioPlayerService player;
         QList<double> positions;
-        connect(&player, &AudioPlayerService::currentTimeChanged, this,
-                [&] { positions << player.currentTime(); });
+        // Up to the end, where the end rule rightly sets the position back to 0.
+        connect(&player, &AudioPlayerService::currentTimeChanged, this, [&] {
+            if (player.isPlaying())
+                positions << player.currentTime();
+        });
         player.play(track(u"clip.wav"_qs));
         player.seek(2.0);
-        QTRY_VERIFY_WITH_TIMEOUT(positions.size() >= 3, 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(positions.size() >= 3 || !player.isPlaying(), 5000);
         QCOMPARE(positions.first(), 2.0);
         for (double position : positions)
             QVERIFY2(position >= 2.0, qPrintable(QString::number(position)));

@@ -28,8 +28,16 @@ QByteArray toUtf8(const QString& text)
 void appendString(QByteArray& out, const QString& text)
 {
     static constexpr char kHex[] = "0123456789abcdef";
+    const QByteArray utf8 = toUtf8(text);
     out.append('"');
-    for (const char c : toUtf8(text)) {
+    // Plain runs go in whole; only the characters JSON escapes are written one by one.
+    qsizetype run = 0;
+    for (qsizetype i = 0; i < utf8.size(); ++i) {
+        const char c = utf8[i];
+        if (static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\' && c != '/')
+            continue;
+        out.append(utf8.constData() + run, i - run);
+        run = i + 1;
         switch (c) {
         case '"':
             out.append("\\\"");
@@ -56,15 +64,12 @@ void appendString(QByteArray& out, const QString& text)
             out.append("\\t");
             break;
         default:
-            if (static_cast<unsigned char>(c) < 0x20) {
-                out.append("\\u00");
-                out.append(kHex[c >> 4]);
-                out.append(kHex[c & 0xF]);
-            } else {
-                out.append(c);
-            }
+            out.append("\\u00");
+            out.append(kHex[c >> 4]);
+            out.append(kHex[c & 0xF]);
         }
     }
+    out.append(utf8.constData() + run, utf8.size() - run);
     out.append('"');
 }
 
@@ -136,15 +141,17 @@ QString decodeTrack(simdjson::dom::element element, HistoryTrack& track)
         if (key == kKeyCount)
             continue; // Members this program does not know are left alone.
         seen |= 1u << key;
-        const QString wrongType = u'"' + fromUtf8(kKeyNames[key]) + u"\" has the wrong type";
+        const auto wrongType = [key]() -> QString {
+            return u'"' + fromUtf8(kKeyNames[key]) + u"\" has the wrong type";
+        };
         if (key == kCompletedAt) {
             if (field.value.get_double().get(track.completedAt))
-                return wrongType;
+                return wrongType();
             continue;
         }
         std::string_view text;
         if (field.value.get_string().get(text))
-            return wrongType;
+            return wrongType();
         switch (key) {
         case kId:
             if (const std::optional<QUuid> id = parseUuid(text))

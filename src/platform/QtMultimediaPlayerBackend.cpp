@@ -40,9 +40,12 @@ QtMultimediaPlayerBackend::QtMultimediaPlayerBackend(QObject* parent)
                     if (!m_loaded && !m_player->source().isEmpty()) {
                         m_loaded = true;
                         // Keep reporting the target until the pipeline has caught up with it:
-                        // its first positions after the seek can still be the old ones.
-                        if (m_pendingSeekMs)
-                            m_player->setPosition(*m_pendingSeekMs);
+                        // its first positions after the seek can still be the old ones. Qt
+                        // echoes the target from inside setPosition; that is no reading.
+                        if (const std::optional<qint64> target = m_pendingSeekMs) {
+                            m_player->setPosition(*target);
+                            m_pendingSeekMs = target;
+                        }
                     }
                     break;
                 case QMediaPlayer::EndOfMedia:

@@ -3,14 +3,20 @@
 #include "platform/QtMultimediaPlayerBackend.h"
 
 #include <QCoreApplication>
+#include <QLoggingCategory>
 #include <QTimer>
 #include <cmath>
 #include <cstdio>
 
 namespace {
+// Off unless asked for (QT_LOGGING_RULES="veldtone.player.debug=true").
+Q_LOGGING_CATEGORY(lcPlayer, "veldtone.player", QtWarningMsg)
+
 constexpr int kTickIntervalMs = 200;
 // A player that stopped by itself this close to its end has finished the track.
 constexpr double kEndToleranceSeconds = 0.5;
+// A playing player that stands still this many ticks (1.6 s) has stalled.
+constexpr int kStallTicks = 8;
 } // namespace
 
 AudioPlayerService::AudioPlayerService(BackendFactory factory, QObject* parent)
@@ -67,6 +73,7 @@ void AudioPlayerService::play(const HistoryTrack& track)
     }
     player.setVolume(m_volume);
     player.play();
+    m_hasAdvanced = false;
     setCurrentTrack(track);
     setDuration(player.duration());
     setCurrentTime(0);
@@ -125,6 +132,8 @@ void AudioPlayerService::setVolume(float volume)
 
 void AudioPlayerService::startTick()
 {
+    m_stalledTicks = 0;
+    m_lastPosition = -1;
     m_timer->start();
 }
 
@@ -132,12 +141,42 @@ void AudioPlayerService::tick()
 {
     if (!m_currentTrack)
         return;
-    setCurrentTime(m_player->position());
+    const double position = m_player->position();
+    if (m_lastPosition >= 0 && position != m_lastPosition)
+        m_hasAdvanced = true;
+    // Once the track has played, a player that says it plays while its position stands still
+    // has stalled: on a busy machine Qt Multimedia over GStreamer and PulseAudio can come back
+    // from a pause that way, for good.
+    const bool standing = m_hasAdvanced && m_isPlaying && m_player->isPlaying() &&
+                          position == m_lastPosition;
+    m_stalledTicks = standing ? m_stalledTicks + 1 : 0;
+    m_lastPosition = position;
+    if (m_stalledTicks >= kStallTicks)
+        primeAgain(position);
+    setCurrentTime(position);
     if (!m_player->isPlaying() && m_isPlaying &&
         m_player->position() >= m_player->duration() - kEndToleranceSeconds) {
         setIsPlaying(false);
         setCurrentTime(0);
     }
+}
+
+void AudioPlayerService::primeAgain(double position)
+{
+    // A seek does not move such a player; the file opened afresh at the same place does. Once
+    // per stall: the next try waits until the position has moved again.
+    qCDebug(lcPlayer, "playback stalled at %.3f s; opening the file again there", position);
+    m_stalledTicks = 0;
+    m_hasAdvanced = false;
+    m_player->stop();
+    const QString error = m_player->open(m_currentTrack->filePath);
+    if (!error.isEmpty()) {
+        failToOpen(error);
+        return;
+    }
+    m_player->setVolume(m_volume);
+    m_player->seek(position);
+    m_player->play();
 }
 
 void AudioPlayerService::failToOpen(const QString& description)

@@ -53,6 +53,7 @@ private:
     PlayerBackend& backend();
     void startTick();
     void tick();
+    void primeAgain(double position);
     void failToOpen(const QString& description);
     void setCurrentTrack(const std::optional<HistoryTrack>& track);
     void setIsPlaying(bool playing);
@@ -67,4 +68,9 @@ private:
     double m_duration = 0;
     float m_volume = 1.0f;
     QTimer* m_timer = nullptr;
+    // Ticks in a row at which a playing player stood at the same position, which counts only
+    // once the position has moved since the file was opened.
+    int m_stalledTicks = 0;
+    double m_lastPosition = -1;
+    bool m_hasAdvanced = false;
 };
