@@ -97,6 +97,10 @@ signals:
     void embedArtworkChanged();
     void embedMetadataChanged();
 
+public:
+    // The folder's file-system path without a trailing slash ("/" stays "/").
+    static QString folderPath(const QUrl& folder);
+
 protected:
     // Tests put the screens into a status without running a tool.
     void setCurrentStatus(const DownloadStatus& status);
@@ -104,8 +108,6 @@ protected:
 private:
     void jobFinished(ExtractionJob* job, const std::optional<QString>& outputPath,
                      const std::optional<QString>& fileSize, const CompletionHandler& onComplete);
-    // The folder's file-system path without a trailing slash ("/" stays "/").
-    static QString folderPath(const QUrl& folder);
 
     DependencyManager& m_dependencies;
     HistoryStore& m_history;
