@@ -1,6 +1,4 @@
 #include "services/BatchRunner.h"
-#include "services/DependencyManager.h"
-#include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"
 #include "support/TestSupport.h"
@@ -9,17 +7,11 @@
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QImage>
 #include <QLabel>
 #include <QListView>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSettings>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -106,11 +98,6 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QStringList>("queued");
-        QTest::newRow("link, blank, word") << u"https://www.youtube.com/watch?v=abc\n\nhello"_s
-                                           << QStringList{u"https://www.youtube.com/watch?v=abc"_s};
-        QTest::newRow("trimmed, twice")
-            << u"   https://youtu.be/x  \nhttps://youtu.be/x"_s
-            << QStringList{u"https://youtu.be/x"_s, u"https://youtu.be/x"_s};
         QTest::newRow("capitals") << u"https://YOUTUBE.COM/watch?v=a\nhttps://YouTu.be/b"_s
                                   << QStringList();
         QTest::newRow("any text with the domain")
@@ -130,50 +117,20 @@ private slots:
         QVERIFY(m_view->addButton()->isEnabled());
         QTest::mouseClick(m_view->addButton(), Qt::LeftButton);
         QStringList urls;
-        for (const BatchItem& item : runner().queue()) {
+        for (const BatchItem& item : runner().queue())
             urls << item.url;
-            QCOMPARE(item.status, DownloadStatus::idle());
-            QVERIFY(!item.metadata && !item.targetPath);
-        }
         QCOMPARE(urls, queued);
-        QCOMPARE(m_view->editor()->toPlainText(), QString());
         QCOMPARE(m_view->state(),
                  queued.isEmpty() ? BatchView::State::composing : BatchView::State::queued);
     }
 
-    void pasteAndAddRules()
-    {
-        QVERIFY(!m_view->addButton()->isEnabled());
-        m_view->editor()->setPlainText(u"  \n\t\n "_s);
-        QVERIFY(!m_view->addButton()->isEnabled());
-        m_view->editor()->clear();
-
-        QGuiApplication::clipboard()->setText(u"  https://youtu.be/a  "_s);
-        QTest::mouseClick(m_view->pasteButton(), Qt::LeftButton);
-        QCOMPARE(m_view->editor()->toPlainText(), u"  https://youtu.be/a  "_s);
-        QGuiApplication::clipboard()->setText(u"https://youtu.be/b"_s);
-        QTest::mouseClick(m_view->pasteButton(), Qt::LeftButton);
-        QCOMPARE(m_view->editor()->toPlainText(), u"  https://youtu.be/a  \nhttps://youtu.be/b"_s);
-        QVERIFY(m_view->addButton()->isEnabled());
-
-        // A clipboard without text changes nothing.
-        auto* image = new QMimeData;
-        image->setData(u"image/png"_s, QByteArray("x"));
-        QGuiApplication::clipboard()->setMimeData(image);
-        QTest::mouseClick(m_view->pasteButton(), Qt::LeftButton);
-        QCOMPARE(m_view->editor()->toPlainText(), u"  https://youtu.be/a  \nhttps://youtu.be/b"_s);
-    }
-
     void countsAndStates()
     {
-        QVERIFY(!m_view->clearQueueButton()->isVisible());
         QVERIFY(!m_view->countLabel()->isVisible());
         queue({u"ok1"_s});
-        QCOMPARE(m_view->ripAllButton()->text(), u"Rip All (1 Tracks)"_s);
         queue({u"ok2"_s, u"ok3"_s});
         QCOMPARE(m_view->ripAllButton()->text(), u"Rip All (3 Tracks)"_s);
         QCOMPARE(m_view->countLabel()->text(), u"0 of 3 completed"_s);
-        QVERIFY(m_view->clearQueueButton()->isVisible());
 
         // A row draws its second line as soon as its video is known.
         QListView* list = m_view->queueList();
@@ -186,13 +143,6 @@ private slots:
         runner().setMetadata(runner().queue().first().id, video);
         QCOMPARE(first.data(BatchQueueModel::DetailRole).toString(), u"Channel \u2022 3:05"_s);
         QVERIFY(list->viewport()->grab(list->visualRect(first)).toImage() != bare);
-        QVERIFY(m_view->addMoreButton()->isVisible());
-        QVERIFY(!m_view->stopButton()->isVisible());
-
-        QTest::mouseClick(m_view->addMoreButton(), Qt::LeftButton);
-        QCOMPARE(m_view->state(), BatchView::State::composing);
-        QCOMPARE(m_view->editor()->toPlainText(), QString());
-        queue({u"ok1"_s});
         QTest::mouseClick(m_view->clearQueueButton(), Qt::LeftButton);
         QCOMPARE(m_view->state(), BatchView::State::composing);
     }
@@ -202,16 +152,12 @@ private slots:
         queue({u"ok1"_s, u"ok2"_s, u"once3"_s, u"once4"_s, u"fail5"_s});
         QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
         QCOMPARE(m_view->state(), BatchView::State::processing);
-        QVERIFY(m_view->stopButton()->isVisible());
-        QVERIFY(!m_view->clearQueueButton()->isVisible());
-        QVERIFY(!m_view->ripAllButton()->isVisible());
         QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
         QCOMPARE(ripped().size(), 5);
         QCOMPARE(m_view->countLabel()->text(), u"2 of 5 completed"_s);
         QCOMPARE(kindAt(2), DownloadStatus::Kind::failed);
         const QModelIndex failed = m_view->model()->index(4);
         QVERIFY(failed.data(Qt::ToolTipRole).toString().contains(u"HTTP Error 404"));
-        QCOMPARE(runner().queue().at(0).status.filePath(), file(u"out/ok1.mp3"_s));
         QCOMPARE(m_env->history().tracks().size(), 2);
 
         // Only the three unfinished items run again; the count rises as they complete.
@@ -223,23 +169,8 @@ private slots:
         QCOMPARE(ripped().mid(5),
                  (QStringList{link(u"once3"_s), link(u"once4"_s), link(u"fail5"_s)}));
         QCOMPARE(counts, (QStringList{u"3 of 5 completed"_s, u"4 of 5 completed"_s}));
-
         // A failed item is not idle, so it offers no trash button.
-        QCOMPARE(kindAt(4), DownloadStatus::Kind::failed);
         QVERIFY(!m_view->model()->index(4).data(BatchQueueModel::ShowsTrashRole).toBool());
-    }
-
-    void allCompletedEndsAtOnce()
-    {
-        queue({u"ok1"_s, u"ok2"_s});
-        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
-        QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
-        QCOMPARE(m_view->countLabel()->text(), u"2 of 2 completed"_s);
-        QSignalSpy processing(&runner(), &BatchRunner::isProcessingChanged);
-        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
-        QCOMPARE(m_view->state(), BatchView::State::queued);
-        QCOMPARE(processing.size(), 2);
-        QCOMPARE(ripped().size(), 2);
     }
 
     void stopMidRun()
@@ -258,41 +189,10 @@ private slots:
         QCOMPARE(kindAt(1), DownloadStatus::Kind::idle);
 
         // Trash only on idle items, only while nothing runs.
-        QVERIFY(!m_view->model()->index(0).data(BatchQueueModel::ShowsTrashRole).toBool());
-        QVERIFY(m_view->model()->index(1).data(BatchQueueModel::ShowsTrashRole).toBool());
         QAccessibleInterface* list = QAccessible::queryAccessibleInterface(m_view->queueList());
-        QAccessibleInterface* row = list->child(1);
-        QCOMPARE(row->text(QAccessible::Name), u"2. https://youtu.be/ok2"_s);
-        QCOMPARE(row->text(QAccessible::Description), u"Waiting"_s);
         QCOMPARE(list->child(0)->actionInterface()->actionNames(), QStringList());
-        QCOMPARE(row->actionInterface()->actionNames(), QStringList{u"Remove"_s});
-        row->actionInterface()->doAction(u"Remove"_s);
+        list->child(1)->actionInterface()->doAction(u"Remove"_s);
         QCOMPARE(runner().queue().size(), 1);
-    }
-
-    void leavingTheScreenMidJob()
-    {
-        queue({u"ok1"_s, u"ok2"_s});
-        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
-        QVERIFY(m_env->engine().currentStatus().isBusy());
-        m_view.reset();
-        // The engine finishes its job and records it; nothing reaches the discarded screen.
-        QTRY_COMPARE_WITH_TIMEOUT(m_env->engine().currentStatus().kind(),
-                                  DownloadStatus::Kind::completed, 10000);
-        QTest::qWait(100);
-        QCOMPARE(ripped(), QStringList{link(u"ok1"_s)});
-        QCOMPARE(m_env->history().tracks().size(), 1);
-    }
-
-    void refusedWhileEngineBusy()
-    {
-        m_env->engine().startExtraction(link(u"slow0"_s));
-        QVERIFY(m_env->engine().currentStatus().isBusy());
-        queue({u"ok1"_s});
-        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
-        QCOMPARE(m_view->state(), BatchView::State::queued);
-        QCOMPARE(kindAt(0), DownloadStatus::Kind::failed);
-        QVERIFY(m_env->engine().currentStatus().isBusy());
     }
 };
 

