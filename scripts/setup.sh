@@ -5,8 +5,9 @@ set -euo pipefail
 packages=(
     # build
     build-essential cmake ninja-build clang libclang-rt-14-dev
-    # the sanitizers' symbolizer: leak reports and their suppressions need function names
-    llvm-14
+    # the sanitizers' symbolizer: leak reports and their suppressions need function names, and
+    # libc's own (a leak suppressed by name is allocated inside libc) come from its debug symbols
+    llvm-14 libc6-dbg
     qt6-base-dev qt6-base-dev-tools qt6-multimedia-dev qt6-svg-dev
     qt6-httpserver-dev qt6-websockets-dev libsimdjson-dev
     # run

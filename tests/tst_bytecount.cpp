@@ -18,23 +18,16 @@ private slots:
         };
         row(0, u"Zero KB");
         row(1, u"1 byte");
-        row(999, u"999 bytes");
         row(1000, u"1 KB");
-        row(1499, u"1 KB");
         row(1500, u"2 KB");
         row(999499, u"999 KB");
         row(999500, u"1 MB");
         row(1500000, u"1.5 MB");
-        row(1549999, u"1.5 MB");
         row(1550000, u"1.6 MB");
-        row(4230000, u"4.2 MB");
-        row(10000000, u"10 MB");
         row(999950000, u"1 GB");
         row(1234567890, u"1.23 GB");
-        row(2000000000, u"2 GB");
         row(1500000000000, u"1.5 TB");
         row(std::numeric_limits<qint64>::max(), u"9.22 EB");
-        row(-1, u"-1 byte");
         row(-1500000, u"-1.5 MB");
         row(std::numeric_limits<qint64>::min(), u"-9.22 EB");
     }

@@ -148,7 +148,6 @@ private slots:
         QTest::addColumn<QVariant>("loaded");
 
         const QVariant downloads = QVariant(); // the default stays
-        QTest::newRow("nothing stored") << u"embedArtwork"_s << QVariant() << QVariant(true);
         QTest::newRow("quality 0 is best") << u"defaultQuality"_s << QVariant(u"0"_s)
                                            << QVariant::fromValue(AudioQuality(AudioQuality::best));
         QTest::newRow("quality 'best' is not a raw value")
@@ -156,14 +155,10 @@ private slots:
             << QVariant::fromValue(AudioQuality(AudioQuality::k320));
         QTest::newRow("format upper case") << u"defaultFormat"_s << QVariant(u"FLAC"_s)
                                            << QVariant::fromValue(AudioFormat(AudioFormat::mp3));
-        QTest::newRow("artwork as garbage")
-            << u"embedArtwork"_s << QVariant(u"maybe"_s) << QVariant(true);
         QTest::newRow("tags as 0") << u"embedMetadata"_s << QVariant(0) << QVariant(false);
         QTest::newRow("folder as file URL")
             << u"targetFolder"_s << QVariant(u"file:///Users/a/Music/"_s)
             << QVariant(QUrl(u"file:///Users/a/Music/"_s));
-        QTest::newRow("folder as plain path") << u"targetFolder"_s << QVariant(u"/Users/a/Music"_s)
-                                              << QVariant(QUrl(u"/Users/a/Music"_s));
         QTest::newRow("folder as a list")
             << u"targetFolder"_s << QVariant(QStringList{u"/a"_s, u"/b"_s}) << downloads;
     }
@@ -227,8 +222,6 @@ private slots:
                              std::make_unique<QSettings>(path, QSettings::IniFormat));
         QCOMPARE(again.selectedFormat(), AudioFormat(AudioFormat::opus));
         QCOMPARE(again.selectedQuality(), AudioQuality(AudioQuality::best));
-        QCOMPARE(again.embedArtwork(), false);
-        QCOMPARE(again.embedMetadata(), true);
         QCOMPARE(again.targetFolder().toLocalFile(), u"/home/a/My Music/"_s);
     }
 
@@ -240,8 +233,6 @@ private slots:
         const QString invalid = u"Please enter a valid YouTube URL."_s;
         QTest::newRow("no tool") << false << u"https://youtu.be/x"_s
                                  << u"yt-dlp is missing. Please check Settings."_s;
-        QTest::newRow("no tool beats empty link")
-            << false << QString() << u"yt-dlp is missing. Please check Settings."_s;
         QTest::newRow("empty") << true << QString() << invalid;
         QTest::newRow("spaces and newlines") << true << u" \n\t \r\n "_s << invalid;
         QTest::newRow("an option") << true << u"  --exec rm"_s << invalid;
@@ -272,31 +263,6 @@ private slots:
         QTest::qWait(100);
         QVERIFY(!QFile::exists(fixture.toolsPath() + u"/ran"_s));
         QVERIFY(fixture.completions().isEmpty());
-    }
-
-    // An unparsable link is not fetched; while a job is busy a new request changes nothing
-    // at all, not even the link. Neither runs the tool.
-    void requestsThatRunNothing()
-    {
-        EngineFixture fixture({.standInScript = "touch \"$(dirname \"$0\")/ran\""});
-        QVERIFY(fixture.isReady());
-        TestEngine& engine = fixture.engine();
-        QSignalSpy fetching(&engine, &DownloadEngine::isFetchingMetadataChanged);
-        bool answered = false;
-        engine.fetchMetadata(
-            u"http://exa mple.com/%zz"_s,
-            [&](const std::optional<VideoMetadata>& result) { answered = !result; });
-        QTRY_VERIFY(answered);
-        QCOMPARE(fetching.count(), 0);
-
-        const DownloadStatus converting = DownloadStatus::converting(u"Working..."_s);
-        engine.setCurrentStatus(converting);
-        QSignalSpy urlChanges(&engine, &DownloadEngine::currentUrlChanged);
-        engine.startExtraction(u"https://youtu.be/new"_s);
-        QCOMPARE(engine.currentStatus(), converting);
-        QCOMPARE(urlChanges.count(), 0);
-        QTest::qWait(100);
-        QVERIFY(!QFile::exists(fixture.toolsPath() + u"/ran"_s));
     }
 };
 

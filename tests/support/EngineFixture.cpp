@@ -11,7 +11,6 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QStandardPaths>
-#include <QTest>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -33,21 +32,18 @@ EngineFixture::EngineFixture(Options options)
     tools.installFolder = m_root.filePath(u"installed"_s);
     tools.checkOnStart = false;
     const bool standIn = !options.standInScript.isEmpty() || !options.withYtDlp;
-    if (standIn || !options.withFfmpeg) {
+    if (standIn) {
         // Only the tools folder is searched: what is in it is all the engine can find.
         tools.resourceBinFolder = toolsPath();
         tools.systemFolders = {};
         tools.environment = QProcessEnvironment::systemEnvironment();
         tools.environment.insert(u"PATH"_s, QString());
-        if (!standIn)
-            QFile::link(u"/usr/bin/yt-dlp"_s, toolsPath() + u"/yt-dlp"_s);
-        else if (options.withYtDlp)
+        if (options.withYtDlp)
             TestSupport::writeScript(
                 toolsPath() + u"/yt-dlp"_s,
                 "#!/bin/sh\nif [ \"$1\" = \"--version\" ]; then echo 2023.03.04; exit 0; fi\n" +
                     options.standInScript + "\n");
-        if (options.withFfmpeg)
-            QFile::link(u"/usr/bin/ffmpeg"_s, toolsPath() + u"/ffmpeg"_s);
+        QFile::link(u"/usr/bin/ffmpeg"_s, toolsPath() + u"/ffmpeg"_s);
     }
 
     m_dependencies = std::make_unique<DependencyManager>(tools);
@@ -55,10 +51,10 @@ EngineFixture::EngineFixture(Options options)
     m_dependencies->checkDependencies();
     m_checked = checked.count() > 0 || checked.wait(60000);
 
-    m_history = std::make_unique<HistoryStore>(libraryPath());
+    m_history = std::make_unique<HistoryStore>(m_root.filePath(u"library"_s));
     m_engine = std::make_unique<TestEngine>(
         *m_dependencies, *m_history,
-        std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat));
+        std::make_unique<QSettings>(m_root.filePath(u"settings.ini"_s), QSettings::IniFormat));
     m_engine->setTargetFolder(QUrl::fromLocalFile(downloadsPath()));
     QObject::connect(m_engine.get(), &DownloadEngine::currentStatusChanged, m_engine.get(),
                      [this] { m_statuses.append(m_engine->currentStatus()); });
@@ -81,50 +77,26 @@ QString EngineFixture::downloadsPath() const
     return m_root.filePath(u"downloads"_s);
 }
 
-QString EngineFixture::libraryPath() const
-{
-    return m_root.filePath(u"library"_s);
-}
-
-QString EngineFixture::settingsPath() const
-{
-    return m_root.filePath(u"settings.ini"_s);
-}
-
 QString EngineFixture::toolsPath() const
 {
     return m_root.filePath(u"tools"_s);
 }
 
-bool EngineFixture::waitForStatus(const std::function<bool(const DownloadStatus&)>& done,
-                                  int timeoutMs)
+bool EngineFixture::waitForEnd(int timeoutMs)
 {
     // A plain event loop woken by each status change: it reacts at once, where a polling wait
     // would sleep between rounds and slow a stream of output down.
-    if (done(m_engine->currentStatus()))
+    const auto done = [this] { return !m_engine->currentStatus().isBusy(); };
+    if (done())
         return true;
     QEventLoop loop;
-    QTimer timeout;
-    timeout.setSingleShot(true);
-    QObject::connect(&timeout, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QTimer::singleShot(timeoutMs, &loop, &QEventLoop::quit);
     QObject::connect(m_engine.get(), &DownloadEngine::currentStatusChanged, &loop, [&] {
-        if (done(m_engine->currentStatus()))
+        if (done())
             loop.quit();
     });
-    timeout.start(timeoutMs);
     loop.exec();
-    return done(m_engine->currentStatus());
-}
-
-bool EngineFixture::waitForEnd(int timeoutMs)
-{
-    return waitForStatus([](const DownloadStatus& status) { return !status.isBusy(); }, timeoutMs);
-}
-
-bool EngineFixture::waitForKind(DownloadStatus::Kind kind, int timeoutMs)
-{
-    return waitForStatus([kind](const DownloadStatus& status) { return status.kind() == kind; },
-                         timeoutMs);
+    return done();
 }
 
 std::function<void(const HistoryTrack&)> EngineFixture::completionHandler()

@@ -33,8 +33,6 @@ public:
     {
         // Body of a stand-in yt-dlp script; empty: the real yt-dlp found on the system.
         QByteArray standInScript;
-        // Whether ffmpeg is found (the real one; beside a stand-in it is linked in).
-        bool withFfmpeg = true;
         // Whether any yt-dlp is found at all (false: the engine sees it missing).
         bool withYtDlp = true;
     };
@@ -53,21 +51,13 @@ public:
     QString rootPath() const { return m_root.path(); }
     // The engine's target folder, empty at the start.
     QString downloadsPath() const;
-    QString libraryPath() const;
-    QString settingsPath() const;
     // Where a stand-in yt-dlp lives; the script may write files beside it.
     QString toolsPath() const;
 
-    // Every status published since construction (or the last clearStatuses()), in order.
+    // Every status published since construction, in order.
     const QList<DownloadStatus>& statuses() const { return m_statuses; }
-    void clearStatuses() { m_statuses.clear(); }
     // Waits, running the event loop, until the engine's status is not busy.
     bool waitForEnd(int timeoutMs = 180000);
-    // Waits until the published status is of the given kind.
-    bool waitForKind(DownloadStatus::Kind kind, int timeoutMs = 60000);
-    // Waits until done() holds for the published status.
-    bool waitForStatus(const std::function<bool(const DownloadStatus&)>& done,
-                       int timeoutMs = 60000);
 
     // A callback for startExtraction that records what it receives.
     std::function<void(const HistoryTrack&)> completionHandler();

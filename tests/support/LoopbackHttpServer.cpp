@@ -3,7 +3,6 @@
 #include <QHostAddress>
 #include <QHttpServerRequest>
 #include <QHttpServerResponder>
-#include <QTcpServer>
 #include <QTcpSocket>
 
 using namespace Qt::StringLiterals;
@@ -39,14 +38,6 @@ int LoopbackHttpServer::totalRequests() const
     for (int count : m_requests)
         total += count;
     return total;
-}
-
-QUrl LoopbackHttpServer::unusedUrl(const QString& path)
-{
-    // Take a free port and let it go again; nothing else on loopback will pick it up so soon.
-    QTcpServer probe;
-    probe.listen(QHostAddress::LocalHost, 0);
-    return QUrl(u"http://127.0.0.1:%1"_s.arg(probe.serverPort()) + path);
 }
 
 bool LoopbackHttpServer::handleRequest(const QHttpServerRequest& request, QTcpSocket* socket)

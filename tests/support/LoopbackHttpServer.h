@@ -33,9 +33,6 @@ public:
     int requestCount(const QString& path) const { return m_requests.value(path); }
     int totalRequests() const;
 
-    // An address on loopback where nothing listens.
-    static QUrl unusedUrl(const QString& path);
-
 protected:
     bool handleRequest(const QHttpServerRequest& request, QTcpSocket* socket) override;
     void missingHandler(const QHttpServerRequest& request, QTcpSocket* socket) override;

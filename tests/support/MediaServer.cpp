@@ -1,21 +1,15 @@
 #include "MediaServer.h"
 
 #include <QFile>
-#include <QHttpServerRequest>
-#include <QHttpServerResponder>
 #include <QHttpServerResponse>
-#include <QPointer>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTcpSocket>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 const QString kMediaPath = u"/media/tone.webm"_s;
-const QString kSlowMediaPath = u"/slow/tone.webm"_s;
 const QString kThumbnailPath = u"/images/tone.jpg"_s;
 
 bool runFfmpeg(const QString& arguments, const QString& output, QString* error)
@@ -71,49 +65,17 @@ bool MediaServer::start()
 
     m_server.route(u"/watch/tone.html"_s,
                    [this] { return QHttpServerResponse("text/html", page(kTitle, kMediaPath)); });
-    m_server.route(u"/watch/slow.html"_s, [this] {
-        return QHttpServerResponse("text/html", page(kTitle, kSlowMediaPath));
-    });
     m_server.route(u"/titled/<arg>"_s, [this](const QString& title) {
         return QHttpServerResponse("text/html", page(title.toUtf8(), kMediaPath));
     });
     m_server.route(kMediaPath, [this] { return QHttpServerResponse("video/webm", m_media); });
     m_server.route(kThumbnailPath,
                    [this] { return QHttpServerResponse("image/jpeg", m_thumbnail); });
-    m_server.route(
-        kSlowMediaPath, [this](const QHttpServerRequest&, QHttpServerResponder&& responder) {
-            responder.writeStatusLine(QHttpServerResponder::StatusCode::Ok);
-            responder.writeHeaders({{"Content-Type", "video/webm"},
-                                    {"Content-Length", QByteArray::number(m_media.size())}});
-            trickle(responder.socket());
-        });
 
     m_port = m_server.listen(QHostAddress::LocalHost, 0);
     if (m_port == 0)
         m_error = u"cannot listen on loopback"_s;
     return m_port != 0;
-}
-
-void MediaServer::trickle(QTcpSocket* socket)
-{
-    // The first chunk goes at once: the extractor reads the head of the file to recognise it.
-    QPointer<QTcpSocket> guarded(socket);
-    auto* timer = new QTimer(this);
-    auto sent = std::make_shared<qsizetype>(0);
-    auto sendChunk = [this, guarded, timer, sent] {
-        if (!guarded || guarded->state() != QAbstractSocket::ConnectedState ||
-            *sent >= m_media.size()) {
-            timer->stop();
-            timer->deleteLater();
-            return;
-        }
-        const QByteArray chunk = m_media.mid(*sent, m_options.slowChunkBytes);
-        guarded->write(chunk);
-        *sent += chunk.size();
-    };
-    connect(timer, &QTimer::timeout, this, sendChunk);
-    sendChunk();
-    timer->start(m_options.slowIntervalMs);
 }
 
 QByteArray MediaServer::page(const QByteArray& title, const QString& media) const
@@ -142,16 +104,6 @@ QUrl MediaServer::pageUrl() const
 QUrl MediaServer::titledPageUrl(const QString& title) const
 {
     return url(u"/titled/"_s + title);
-}
-
-QUrl MediaServer::slowPageUrl() const
-{
-    return url(u"/watch/slow.html"_s);
-}
-
-QUrl MediaServer::thumbnailUrl() const
-{
-    return url(kThumbnailPath);
 }
 
 QUrl MediaServer::missingUrl() const

@@ -7,8 +7,8 @@
 
 // A loopback web site that yt-dlp's generic extractor can rip offline: watch pages carrying
 // JSON-LD VideoObject data, the media they point to (generated with ffmpeg when the server
-// starts), a thumbnail JPEG, a slow copy of the media for cancel tests, and 404 for anything
-// else. yt-dlp names the output file after the page's title (kTitle unless titledPageUrl).
+// starts), a thumbnail JPEG, and 404 for anything else. yt-dlp names the output file after the
+// page's title (kTitle unless titledPageUrl).
 class MediaServer : public QObject
 {
     Q_OBJECT
@@ -21,9 +21,6 @@ public:
     {
         // Length of the generated clip: stereo Vorbis audio with a tiny VP8 picture in WebM.
         int durationSeconds = 4;
-        // The slow route sends this many bytes every slowIntervalMs.
-        int slowChunkBytes = 2048;
-        int slowIntervalMs = 250;
     };
 
     MediaServer();
@@ -36,15 +33,11 @@ public:
     QUrl pageUrl() const;
     // A page of the same clip titled with one word, so two rips make two files.
     QUrl titledPageUrl(const QString& title) const;
-    // The watch page whose media trickles in slowly.
-    QUrl slowPageUrl() const;
-    QUrl thumbnailUrl() const;
     QUrl missingUrl() const;
 
 private:
     QUrl url(const QString& path) const;
     QByteArray page(const QByteArray& title, const QString& mediaPath) const;
-    void trickle(class QTcpSocket* socket);
 
     Options m_options;
     QTemporaryDir m_dir;

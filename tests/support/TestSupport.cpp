@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTest>
 
 namespace TestSupport {
 
@@ -31,30 +30,6 @@ QByteArray readFile(const QString& path)
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return file.readAll();
-}
-
-namespace {
-quint32 testSeed()
-{
-    bool ok = false;
-    const quint32 seed = qEnvironmentVariable("VELDTONE_TEST_SEED").toUInt(&ok);
-    return ok ? seed : QRandomGenerator::system()->generate();
-}
-} // namespace
-
-SeededRandom::SeededRandom()
-    : SeededRandom(testSeed())
-{}
-
-SeededRandom::SeededRandom(quint32 seed)
-    : QRandomGenerator(seed)
-    , m_seed(seed)
-{}
-
-SeededRandom::~SeededRandom()
-{
-    if (QTest::currentTestFailed())
-        qWarning("Random inputs from seed %u: run again with VELDTONE_TEST_SEED=%u", m_seed, m_seed);
 }
 
 } // namespace TestSupport
