@@ -57,8 +57,7 @@ std::vector<BenchFigure> statusUpdates()
         lines += "PROGRESS:: " + QByteArray::number(i * 100.0 / kProgressLines, 'f', 4) +
                  "%::1.20MiB/s::00:" + QByteArray::number(i % 60) + "::5.31MiB\n";
     }
-    EngineFixture fixture(
-        {.standInScript = "cat \"$(dirname \"$0\")/lines.txt\"", .withFfmpeg = false});
+    EngineFixture fixture({.standInScript = "cat \"$(dirname \"$0\")/lines.txt\""});
     if (!fixture.isReady() ||
         !TestSupport::writeFile(fixture.toolsPath() + QStringLiteral("/lines.txt"), lines))
         return {};

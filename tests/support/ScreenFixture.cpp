@@ -9,12 +9,29 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QStandardPaths>
+#include <QTcpServer>
+#include <QTcpSocket>
 
 using namespace Qt::StringLiterals;
 
 namespace ScreenFixture {
 
+// Accepts connections and keeps them open without ever answering.
+class SilentServer : public QTcpServer
+{
+public:
+    SilentServer()
+    {
+        listen(QHostAddress::LocalHost);
+        connect(this, &QTcpServer::newConnection, this, [this] {
+            while (QTcpSocket* socket = nextPendingConnection())
+                socket->setParent(this);
+        });
+    }
+};
+
 Environment::Environment(Tools tools, bool systemTools, const QString& folder)
+    : m_systemTools(systemTools)
 {
     // Nothing a test runs may reach the user's own folders.
     QStandardPaths::setTestModeEnabled(true);
@@ -35,14 +52,32 @@ Environment::Environment(Tools tools, bool systemTools, const QString& folder)
             TestSupport::writeScript(bin + u"/ffmpeg"_s,
                                      "echo 'ffmpeg version 5.1.6-0+deb12u1 Copyright'\n");
     }
+    buildServices(QUrl());
+}
+
+Environment::~Environment() = default;
+
+void Environment::buildServices(const QUrl& installerBase)
+{
+    m_services.reset();
+    m_engine.reset();
+    m_player.reset();
+    m_artwork.reset();
+    m_history.reset();
+    m_dependencies.reset();
+
     DependencyManager::Options options;
     options.resourceBinFolder = m_folder + u"/tools"_s;
     options.installFolder = m_folder + u"/support/bin"_s;
-    options.systemFolders = systemTools ? QStringList{u"/usr/bin"_s} : QStringList{};
+    options.systemFolders = m_systemTools ? QStringList{u"/usr/bin"_s} : QStringList{};
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"PATH"_s, QString());
     options.environment = environment;
     options.checkOnStart = false;
+    if (installerBase.isValid()) {
+        options.ytDlpDownloadUrl = installerBase.resolved(QUrl(u"/yt-dlp_linux"_s));
+        options.ffmpegDownloadUrl = installerBase.resolved(QUrl(u"/ffmpeg.zip"_s));
+    }
     m_dependencies = std::make_unique<DependencyManager>(options);
     m_history = std::make_unique<HistoryStore>(m_folder + u"/library"_s, &desktop);
     m_history->waitForLoad();
@@ -55,8 +90,6 @@ Environment::Environment(Tools tools, bool systemTools, const QString& folder)
         Services{*m_engine, *m_dependencies, *m_history, *m_player, *m_artwork});
 }
 
-Environment::~Environment() = default;
-
 std::unique_ptr<QSettings> Environment::savedSettings() const
 {
     return std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat);
@@ -67,6 +100,12 @@ bool Environment::checkTools()
     QSignalSpy finished(m_dependencies.get(), &DependencyManager::checkFinished);
     m_dependencies->checkDependencies();
     return !finished.isEmpty() || finished.wait(20000);
+}
+
+void Environment::pointInstallerAtSilentServer()
+{
+    m_silentServer = std::make_unique<SilentServer>();
+    buildServices(QUrl(u"http://127.0.0.1:%1/"_s.arg(m_silentServer->serverPort())));
 }
 
 bool writeSilentWav(const QString& path, double seconds)
@@ -129,6 +168,11 @@ bool press(QWidget* root, const QString& name)
         }
     }
     return false;
+}
+
+QStringList visibleTexts(QWidget* root)
+{
+    return reachable(root).keys();
 }
 
 } // namespace ScreenFixture

@@ -24,9 +24,10 @@ class RecordingDesktop : public DesktopServices
 {
 public:
     void revealFile(const QString& path) override { revealed << path; }
-    void openPath(const QString&) override {}
+    void openPath(const QString& path) override { opened << path; }
 
     QStringList revealed;
+    QStringList opened;
 };
 
 // Which tools the tool manager can find.
@@ -53,6 +54,8 @@ public:
     std::unique_ptr<QSettings> savedSettings() const;
     // Runs a tool check and waits for its result.
     bool checkTools();
+    // Makes the installer talk to a loopback server that never answers, so it stays busy.
+    void pointInstallerAtSilentServer();
 
     DependencyManager& dependencies() { return *m_dependencies; }
     HistoryStore& history() { return *m_history; }
@@ -62,8 +65,12 @@ public:
     RecordingDesktop desktop;
 
 private:
+    void buildServices(const QUrl& installerBase);
+
     std::unique_ptr<QTemporaryDir> m_dir;
     QString m_folder;
+    bool m_systemTools;
+    std::unique_ptr<class SilentServer> m_silentServer;
     std::unique_ptr<DependencyManager> m_dependencies;
     std::unique_ptr<HistoryStore> m_history;
     std::unique_ptr<ArtworkCache> m_artwork;
@@ -93,5 +100,7 @@ QHash<QString, QAccessibleInterface*> reachable(QWidget* root);
 // Presses (or toggles) the control named name the way a screen reader does. A button clicks a
 // moment later, as after a mouse press, so callers wait for the effect.
 bool press(QWidget* root, const QString& name);
+// Every text a screen reader finds shown under root: labels and the names of controls.
+QStringList visibleTexts(QWidget* root);
 
 } // namespace ScreenFixture
