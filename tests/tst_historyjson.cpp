@@ -187,6 +187,13 @@ private slots:
         QTest::newRow("trailing garbage") << QByteArray('[' + good + "]x");
         QTest::newRow("empty") << QByteArray("");
         QTest::newRow("invalid UTF-8") << list(recordWith("title", "\"bad \xc3\x28 byte\""));
+        QTest::newRow("trailing comma") << list(good + ',');
+        // The file is read in runs of records; the same faults count where one run ends.
+        const QByteArray many = QByteArrayList(400, good).join(',');
+        QTest::newRow("trailing comma after runs") << list(many + ", ");
+        QTest::newRow("closed by a brace after runs") << QByteArray('[' + many + '}');
+        QTest::newRow("garbage after runs") << QByteArray(list(many) + " ,");
+        QTest::newRow("truncated after runs") << QByteArray('[' + many + ',' + good.left(9));
     }
     void failsWholeListStrictly()
     {
@@ -202,6 +209,9 @@ private slots:
         const QByteArray json = list(recordWith({}, {}) + ',' + recordWith("thumbnailUrl", {}));
         QVERIFY(!HistoryTrackJson::decode(json, &error));
         QCOMPARE(error, u"record 2: missing \"thumbnailUrl\""_s);
+        const QByteArray later = QByteArrayList(400, recordWith({}, {})).join(',');
+        QVERIFY(!HistoryTrackJson::decode(list(later + ',' + recordWith("id", {})), &error));
+        QCOMPARE(error, u"record 401: missing \"id\""_s);
     }
 };
 

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QSignalBlocker>
 #include <QStandardPaths>
 #include <algorithm>
 #include <atomic>
@@ -81,6 +82,13 @@ HistoryStore::HistoryStore(const QString& folderPath, DesktopServices* desktop, 
 
 HistoryStore::~HistoryStore()
 {
+    // Changes made while the file was being read are merged and written before the store
+    // goes; nothing listens any more.
+    if (m_state == State::loading && !m_changesWhileLoading.empty()) {
+        const QSignalBlocker quiet(this);
+        m_read.waitForFinished();
+        publishLoaded(m_read.result());
+    }
     m_worker.waitForDone();
 }
 
