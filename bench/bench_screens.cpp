@@ -4,6 +4,7 @@
 #include "models/HistoryTrackJson.h"
 #include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
+#include "services/BatchRunner.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
@@ -144,7 +145,8 @@ std::vector<BenchFigure> screens()
     const QString text = links.join(u'\n');
     std::vector<double> add;
     for (int run = 0; run < kRuns; ++run) {
-        BatchView view(engine);
+        BatchRunner runner(engine);
+        BatchView view(runner);
         view.resize(880, 600);
         view.show();
         waitForPaint(&view);

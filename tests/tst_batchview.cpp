@@ -78,7 +78,7 @@ private slots:
         QVERIFY(m_env->checkTools());
         QVERIFY(m_env->dependencies().isReady());
         m_env->engine().setTargetFolder(QUrl::fromLocalFile(file(u"out"_s)));
-        m_view = std::make_unique<BatchView>(m_env->engine());
+        m_view = std::make_unique<BatchView>(m_env->batch());
         m_view->resize(880, 600);
         m_view->show();
     }

@@ -237,7 +237,8 @@ private slots:
         store.addTrack(track(u"/m/c.mp3"_s));
         store.waitForSaves();
         QCOMPARE(fileContents(file).size(), 2);
-        QStringList expected{u"history.json"_s, u"history.json.unreadable"_s};
+        QStringList expected{u"history.json"_s, u"history.json.lock"_s,
+                             u"history.json.unreadable"_s};
         if (keptAside)
             expected << u"history.json.unreadable.2"_s;
         QCOMPARE(QDir(dir.path()).entryList(QDir::Files, QDir::Name), expected);

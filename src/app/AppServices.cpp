@@ -2,6 +2,7 @@
 
 #include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
+#include "services/BatchRunner.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
@@ -10,14 +11,16 @@
 
 AppServices::AppServices()
     // The tool manager starts its first check; the store waits for loadLibrary(); the engine
-    // takes both and reads the saved output choices; the player starts stopped.
+    // takes both and reads the saved output choices; the player starts stopped; the batch
+    // queue starts empty and rips through the engine.
     : m_dependencies(std::make_unique<DependencyManager>(DependencyManager::Options::defaults()))
     , m_history(std::make_unique<HistoryStore>(HistoryStore::defaultFolder()))
     , m_engine(std::make_unique<DownloadEngine>(*m_dependencies, *m_history))
     , m_player(std::make_unique<AudioPlayerService>())
     , m_artwork(std::make_unique<ArtworkCache>(ArtworkCache::defaultFolder()))
+    , m_batch(std::make_unique<BatchRunner>(*m_engine))
     , m_services(std::make_unique<Services>(
-          Services{*m_engine, *m_dependencies, *m_history, *m_player, *m_artwork}))
+          Services{*m_engine, *m_dependencies, *m_history, *m_player, *m_artwork, *m_batch}))
 {}
 
 // In the reverse order of creation: each service goes before the ones it uses.

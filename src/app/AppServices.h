@@ -6,6 +6,7 @@
 
 class ArtworkCache;
 class AudioPlayerService;
+class BatchRunner;
 class DependencyManager;
 class DownloadEngine;
 class HistoryStore;
@@ -33,5 +34,6 @@ private:
     std::unique_ptr<DownloadEngine> m_engine;
     std::unique_ptr<AudioPlayerService> m_player;
     std::unique_ptr<ArtworkCache> m_artwork;
+    std::unique_ptr<BatchRunner> m_batch;
     std::unique_ptr<Services> m_services;
 };

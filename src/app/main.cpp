@@ -1,6 +1,8 @@
 #include "AppServices.h"
 #include "ColorSchemeWatcher.h"
 #include "StartupStyle.h"
+#include "platform/SingleInstance.h"
+#include "services/HistoryStore.h"
 #include "views/shell/ContentView.h"
 #include "views/shell/MainWindow.h"
 #include "views/shell/NavigationItem.h"
@@ -55,6 +57,14 @@ int main(int argc, char** argv)
     QApplication::setApplicationVersion(QStringLiteral(VELDTONE_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("io.github.veldtone.Veldtone"));
 
+    // A second start hands its links to the running window and ends, so two copies never
+    // write one library.
+    const QStringList links = SingleInstance::linksFromArguments(app.arguments().mid(1));
+    SingleInstance instance(HistoryStore::defaultFolder());
+    if (instance.handOver(links))
+        return 0;
+    instance.listen();
+
     // One look on every desktop, coloured by our own light and dark palettes.
     const Theme::Scheme scheme = ColorSchemeWatcher::initialScheme();
     if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
@@ -74,6 +84,12 @@ int main(int argc, char** argv)
     window.show();
     window.raise();
     window.activateWindow();
+    window.openLinks(links);
+    QObject::connect(&instance, &SingleInstance::activated, &window,
+                     [&window](const QStringList& handed, const QByteArray& activationToken) {
+                         window.openLinks(handed);
+                         window.bringToFront(activationToken);
+                     });
     // The screens show the library loading until it is in; looking the icon up in the
     // desktop's icon theme reads the theme's folders.
     new AfterFirstFrame(window.windowHandle(), [&owner] {

@@ -11,8 +11,8 @@ class DownloadEngine;
 
 // The batch screen's queue and its sequencing: pasted links become queue items, which are ripped
 // one after another through the engine. The running item follows the engine's status live; a
-// failed item keeps its error and the batch moves on; a stop always ends processing. Owned by
-// the screen, so leaving the screen ends the batch (the engine still finishes its current job).
+// failed item keeps its error and the batch moves on; a stop always ends processing. Owned with
+// the other services, so links can be queued and a batch goes on whichever screen shows.
 class BatchRunner : public QObject
 {
     Q_OBJECT

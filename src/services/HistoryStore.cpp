@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QSaveFile>
 #include <QSignalBlocker>
 #include <QStandardPaths>
@@ -17,6 +18,7 @@
 namespace {
 const QString kFileName = QStringLiteral("history.json");
 const QString kUnreadableSuffix = QStringLiteral(".unreadable");
+const QString kLockSuffix = QStringLiteral(".lock");
 
 // Moves a library file that could not be read out of the way, under a name that is free.
 bool keepAside(const QString& filePath)
@@ -65,6 +67,26 @@ struct HistoryStore::Disk
     bool mustKeepAside = false;
     // The newest save asked for; an older one that has not started yet is skipped.
     std::atomic<int> latestSave = 0;
+    // Held from the read until the store goes, so two processes never write one library.
+    std::unique_ptr<QLockFile> lock;
+    std::atomic<bool> closing = false;
+
+    // Waits for another process (veldtone-rip) to let go of the library; false when the store
+    // closes first.
+    bool claim()
+    {
+        lock = std::make_unique<QLockFile>(filePath + kLockSuffix);
+        // Held for the app's whole run; only a holder that died makes it stale.
+        lock->setStaleLockTime(0);
+        while (!lock->tryLock(100)) {
+            // A folder where no lock can be made is read and written as before.
+            if (lock->error() != QLockFile::LockFailedError)
+                return true;
+            if (closing)
+                return false;
+        }
+        return true;
+    }
 };
 
 HistoryStore::HistoryStore(const QString& folderPath, DesktopServices* desktop, QObject* parent)
@@ -84,12 +106,25 @@ HistoryStore::~HistoryStore()
 {
     // Changes made while the file was being read are merged and written before the store
     // goes; nothing listens any more.
+    m_disk->closing = true;
     if (m_state == State::loading && !m_changesWhileLoading.empty()) {
         const QSignalBlocker quiet(this);
         m_read.waitForFinished();
-        publishLoaded(m_read.result());
+        if (m_read.result().claimed)
+            publishLoaded(m_read.result());
     }
     m_worker.waitForDone();
+}
+
+bool HistoryStore::isInUse(const QString& folderPath, qint64* pid)
+{
+    QLockFile lock(QDir(folderPath).filePath(kFileName + kLockSuffix));
+    lock.setStaleLockTime(0);
+    if (lock.tryLock(0))
+        return false;
+    if (pid)
+        lock.getLockInfo(pid, nullptr, nullptr);
+    return lock.error() == QLockFile::LockFailedError;
 }
 
 QString HistoryStore::defaultFolder()
@@ -108,7 +143,8 @@ void HistoryStore::load()
         &m_worker, this,
         [disk = m_disk] {
             Loaded loaded;
-            if (!QFileInfo::exists(disk->filePath))
+            loaded.claimed = disk->claim();
+            if (!loaded.claimed || !QFileInfo::exists(disk->filePath))
                 return loaded;
             if (auto tracks = HistoryTrackJson::decodeFile(disk->filePath)) {
                 loaded.tracks = std::move(*tracks);

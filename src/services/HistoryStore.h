@@ -36,6 +36,9 @@ public:
 
     // The platform data folder + "/Veldtone".
     static QString defaultFolder();
+    // Whether a store (in this or another process) holds the library in folderPath; pid tells
+    // whose.
+    static bool isInUse(const QString& folderPath, qint64* pid = nullptr);
 
     const QList<HistoryTrack>& tracks() const { return m_tracks; }
     QString fileURL() const { return m_filePath; }
@@ -81,6 +84,8 @@ private:
     struct Loaded
     {
         QList<HistoryTrack> tracks;
+        // False when the store closed while another process held the library.
+        bool claimed = true;
     };
     using Change = std::function<void(QList<HistoryTrack>&)>;
 

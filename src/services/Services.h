@@ -2,6 +2,7 @@
 
 class ArtworkCache;
 class AudioPlayerService;
+class BatchRunner;
 class DependencyManager;
 class DownloadEngine;
 class HistoryStore;
@@ -14,4 +15,5 @@ struct Services
     HistoryStore& history;
     AudioPlayerService& player;
     ArtworkCache& artwork;
+    BatchRunner& batch;
 };

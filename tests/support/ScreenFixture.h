@@ -3,6 +3,7 @@
 #include "platform/DesktopServices.h"
 #include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
+#include "services/BatchRunner.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
@@ -61,6 +62,7 @@ public:
     HistoryStore& history() { return *m_history; }
     AudioPlayerService& player() { return *m_player; }
     TestEngine& engine() { return *m_engine; }
+    BatchRunner& batch() { return *m_batch; }
     Services& services() { return *m_services; }
     RecordingDesktop desktop;
 
@@ -74,6 +76,7 @@ private:
     std::unique_ptr<DependencyManager> m_dependencies;
     std::unique_ptr<HistoryStore> m_history;
     std::unique_ptr<ArtworkCache> m_artwork;
+    std::unique_ptr<BatchRunner> m_batch;
     std::unique_ptr<AudioPlayerService> m_player;
     std::unique_ptr<TestEngine> m_engine;
     std::unique_ptr<Services> m_services;

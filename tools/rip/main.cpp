@@ -161,6 +161,16 @@ int main(int argc, char** argv)
                                       ? QFileInfo(parser.value(libraryOption)).absoluteFilePath()
                                       : scratch.filePath(QStringLiteral("library"));
 
+    // The app keeps its library to itself while it runs; a record written beside it would be
+    // lost at its next save.
+    if (qint64 owner = 0; HistoryStore::isInUse(libraryFolder, &owner)) {
+        fail(QStringLiteral("the library in %1 is in use by Veldtone (process %2); close it or "
+                            "choose another folder")
+                 .arg(QDir::toNativeSeparators(libraryFolder))
+                 .arg(owner));
+        return kExitRefused;
+    }
+
     DependencyManager::Options toolOptions = DependencyManager::Options::defaults();
     toolOptions.checkOnStart = false;
     // Only the paths matter here; a version probe would only add to the run's time.

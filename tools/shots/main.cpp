@@ -288,6 +288,7 @@ void shootLibraryAndBatch(Shooter& shoot)
     content->setSelectedTab(NavigationItem::convert);
     content->setSelectedTab(NavigationItem::batch);
     batch = qobject_cast<BatchView*>(content->currentScreen());
+    batch->runner().clearQueue();
     batch->runner().addUrlsToQueue(
         u"https://youtu.be/one\nhttps://youtu.be/missing-two\nhttps://youtu.be/three"_s);
     batch->ripAllButton()->click();

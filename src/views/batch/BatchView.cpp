@@ -75,9 +75,9 @@ QPushButton* prominentButton(const QString& text, const QString& symbolName, con
 }
 } // namespace
 
-BatchView::BatchView(DownloadEngine& engine, QWidget* parent)
+BatchView::BatchView(BatchRunner& runner, QWidget* parent)
     : ThemedScreen(Scrolling::fills, parent)
-    , m_runner(new BatchRunner(engine, this))
+    , m_runner(&runner)
     , m_model(new BatchQueueModel(*m_runner, this))
 {
     setAccessibleName(QStringLiteral("Batch"));

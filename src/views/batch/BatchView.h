@@ -4,7 +4,6 @@
 
 class BatchQueueModel;
 class BatchRunner;
-class DownloadEngine;
 class QLabel;
 class QListView;
 class QPlainTextEdit;
@@ -12,14 +11,14 @@ class QPushButton;
 class QStackedWidget;
 
 // The batch screen: many pasted links become a queue that is ripped one item after another.
-// The queue and its sequencing live in a BatchRunner owned by this screen, so leaving the screen
-// discards them.
+// The queue and its sequencing live in the BatchRunner service, so a batch goes on while
+// another screen shows.
 class BatchView : public ThemedScreen
 {
     Q_OBJECT
 
 public:
-    explicit BatchView(DownloadEngine& engine, QWidget* parent = nullptr);
+    explicit BatchView(BatchRunner& runner, QWidget* parent = nullptr);
     ~BatchView() override;
 
     enum class State

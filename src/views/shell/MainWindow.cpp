@@ -1,6 +1,8 @@
 #include "views/shell/MainWindow.h"
 
 #include "services/AudioPlayerService.h"
+#include "services/BatchRunner.h"
+#include "views/converter/ConverterView.h"
 #include "views/shell/ContentView.h"
 
 #include <QAbstractButton>
@@ -12,6 +14,7 @@
 
 MainWindow::MainWindow(const Services& services, const ScreenFactory& factory, QWidget* parent)
     : QMainWindow(parent)
+    , m_batch(services.batch)
     , m_content(new ContentView(services, factory))
 {
     setWindowTitle(QStringLiteral("Veldtone"));
@@ -65,4 +68,28 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
         }
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::openLinks(const QStringList& links)
+{
+    if (links.size() == 1) {
+        m_content->setSelectedTab(NavigationItem::convert);
+        if (auto* converter = qobject_cast<ConverterView*>(m_content->currentScreen()))
+            converter->setInputUrl(links.first());
+    } else if (links.size() > 1) {
+        m_batch.addUrlsToQueue(links.join(u'\n'));
+        m_content->setSelectedTab(NavigationItem::batch);
+    }
+}
+
+void MainWindow::bringToFront(const QByteArray& activationToken)
+{
+    // Qt's Wayland window activation takes the token from the environment.
+    if (!activationToken.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken);
+    if (isMinimized())
+        showNormal();
+    show();
+    raise();
+    activateWindow();
 }

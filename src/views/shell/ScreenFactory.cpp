@@ -46,7 +46,7 @@ QWidget* ScreenFactory::converter(QWidget* parent) const
 
 QWidget* ScreenFactory::batch(QWidget* parent) const
 {
-    return new BatchView(m_services.engine, parent);
+    return new BatchView(m_services.batch, parent);
 }
 
 QWidget* ScreenFactory::library(QWidget* parent) const

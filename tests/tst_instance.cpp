@@ -1,0 +1,140 @@
+#include "platform/SingleInstance.h"
+#include "services/BatchRunner.h"
+#include "support/ScreenFixture.h"
+#include "views/converter/ConverterView.h"
+#include "views/shell/ContentView.h"
+#include "views/shell/MainWindow.h"
+#include "views/shell/ScreenFactory.h"
+
+#include <QLineEdit>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class TestInstance : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void findsLinksAmongArguments_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QStringList>("links");
+        const QString link = u"https://www.youtube.com/watch?v=abc&list=x"_s;
+        QTest::newRow("web link") << QStringList{link} << QStringList{link};
+        QTest::newRow("own scheme") << QStringList{u"veldtone:"_s + link} << QStringList{link};
+        QTest::newRow("own scheme, slashes")
+            << QStringList{u"veldtone://"_s + link} << QStringList{link};
+        QTest::newRow("own scheme, encoded")
+            << QStringList{u"veldtone:https%3A%2F%2Fyoutu.be%2Fabc"_s}
+            << QStringList{u"https://youtu.be/abc"_s};
+        QTest::newRow("options, files and other schemes")
+            << QStringList{u"--reverse"_s, u"/tmp/a.mp3"_s, u"ftp://host/a"_s,
+                           u"https://"_s,  u"veldtone:"_s,  u"http://youtu.be/b"_s}
+            << QStringList{u"http://youtu.be/b"_s};
+    }
+    void findsLinksAmongArguments()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QStringList, links);
+        QCOMPARE(SingleInstance::linksFromArguments(arguments), links);
+    }
+
+    // A later start reaches the first one for the same folder only, and a socket left by a
+    // crash does not stand in the way.
+    void handsLinksToTheRunningInstance()
+    {
+        QTemporaryDir dir;
+        const QString folder = dir.filePath(u"library"_s);
+        QVERIFY(
+            QProcess::execute(u"python3"_s, {u"-c"_s,
+                                             u"import socket,sys; "
+                                             u"socket.socket(socket.AF_UNIX).bind(sys.argv[1])"_s,
+                                             SingleInstance::serverName(folder)}) == 0);
+        SingleInstance first(folder);
+        QVERIFY(!first.handOver({}, 500));
+        QVERIFY(first.listen());
+        QSignalSpy activated(&first, &SingleInstance::activated);
+
+        SingleInstance elsewhere(dir.filePath(u"other"_s));
+        QVERIFY(!elsewhere.handOver({u"https://youtu.be/a"_s}, 500));
+        SingleInstance second(folder);
+        QVERIFY(second.handOver({u"https://youtu.be/a"_s, u"https://youtu.be/b"_s}));
+        QVERIFY(activated.wait(5000));
+        QCOMPARE(activated.first().first().toStringList(),
+                 (QStringList{u"https://youtu.be/a"_s, u"https://youtu.be/b"_s}));
+    }
+
+    // One link lands in the converter's field; several are queued in the batch.
+    void opensHandedLinks()
+    {
+        ScreenFixture::Environment env;
+        ScreenFactory factory(env.services());
+        MainWindow window(env.services(), factory);
+        window.contentView()->setSelectedTab(NavigationItem::history);
+        window.openLinks({u"https://youtu.be/one"_s});
+        auto* converter = qobject_cast<ConverterView*>(window.contentView()->currentScreen());
+        QVERIFY(converter);
+        QCOMPARE(converter->findChild<QLineEdit*>()->text(), u"https://youtu.be/one"_s);
+
+        window.openLinks({u"https://youtu.be/a"_s, u"https://youtu.be/b"_s});
+        QCOMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
+        QCOMPARE(env.batch().queue().size(), 2);
+        // The queue outlives the screen that shows it.
+        window.contentView()->setSelectedTab(NavigationItem::settings);
+        window.contentView()->setSelectedTab(NavigationItem::batch);
+        QCOMPARE(env.batch().queue().size(), 2);
+    }
+
+    // While a store holds a library, the command-line ripper refuses to write beside it.
+    void keepsTheLibraryToOneProcess()
+    {
+        QTemporaryDir dir;
+        {
+            HistoryStore store(dir.path());
+            store.waitForLoad();
+            QVERIFY(HistoryStore::isInUse(dir.path()));
+            QProcess rip;
+            rip.start(qEnvironmentVariable("VELDTONE_RIP"),
+                      {u"--library"_s, dir.path(), u"https://youtu.be/abc"_s});
+            QVERIFY(rip.waitForFinished(30000));
+            QCOMPARE(rip.exitCode(), 2);
+            QVERIFY2(rip.readAllStandardError().contains("in use by Veldtone"), "no reason given");
+        }
+        QVERIFY(!HistoryStore::isInUse(dir.path()));
+    }
+
+    // The real program: a second start with a link hands it over and ends at once.
+    void secondStartEnds()
+    {
+        QTemporaryDir home;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"HOME"_s, home.path());
+        environment.insert(u"XDG_DATA_HOME"_s, home.filePath(u"data"_s));
+        environment.insert(u"XDG_CONFIG_HOME"_s, home.filePath(u"config"_s));
+        environment.insert(u"XDG_CACHE_HOME"_s, home.filePath(u"cache"_s));
+        const QString app = qEnvironmentVariable("VELDTONE_APP");
+        QProcess first;
+        first.setProcessEnvironment(environment);
+        first.start(app);
+        QVERIFY(first.waitForStarted());
+        // The first instance answers once its window is up.
+        QProcess second;
+        second.setProcessEnvironment(environment);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            QFileInfo::exists(SingleInstance::serverName(home.filePath(u"data/Veldtone"_s))),
+            30000);
+        second.start(app, {u"https://youtu.be/abc"_s});
+        QVERIFY(second.waitForFinished(30000));
+        QCOMPARE(second.exitCode(), 0);
+        QCOMPARE(first.state(), QProcess::Running);
+        first.terminate();
+        QVERIFY(first.waitForFinished(30000));
+    }
+};
+
+QTEST_MAIN(TestInstance)
+#include "tst_instance.moc"
