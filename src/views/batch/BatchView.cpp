@@ -228,10 +228,10 @@ void BatchView::updateState()
 
 void BatchView::pasteClipboard()
 {
-    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    if (!data || !data->hasText())
+    const QMimeData* clipboard = QGuiApplication::clipboard()->mimeData();
+    if (!clipboard || !clipboard->hasText())
         return;
-    m_editor->setPlainText(BatchRunner::pastedText(m_editor->toPlainText(), data->text()));
+    m_editor->setPlainText(BatchRunner::pastedText(m_editor->toPlainText(), clipboard->text()));
     m_editor->moveCursor(QTextCursor::End);
 }
 
