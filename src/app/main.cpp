@@ -2,6 +2,7 @@
 #include "ColorSchemeWatcher.h"
 #include "StartupStyle.h"
 #include "platform/SingleInstance.h"
+#include "platform/Translations.h"
 #include "services/HistoryStore.h"
 #include "views/shell/ContentView.h"
 #include "views/shell/MainWindow.h"
@@ -56,6 +57,8 @@ int main(int argc, char** argv)
     QApplication::setOrganizationName(QStringLiteral("Veldtone"));
     QApplication::setApplicationVersion(QStringLiteral(VELDTONE_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("io.github.veldtone.Veldtone"));
+    // The user's language, when we ship it, before any text is made.
+    Translations::install();
 
     // A second start hands its links to the running window and ends, so two copies never
     // write one library.

@@ -7,17 +7,21 @@ struct FormatRow
 {
     AudioFormat::Value value;
     const char16_t* raw;
-    const char16_t* displayName;
+    const char* displayName;
     const char16_t* iconName;
     bool supportsBitrate;
 };
 
 constexpr FormatRow kFormats[] = {
-    {AudioFormat::mp3, u"mp3", u"MP3 (.mp3)", u"music.note", true},
-    {AudioFormat::m4a, u"m4a", u"M4A / AAC (.m4a)", u"apple.logo", true},
-    {AudioFormat::flac, u"flac", u"FLAC Lossless (.flac)", u"waveform", false},
-    {AudioFormat::wav, u"wav", u"WAV Uncompressed (.wav)", u"waveform.path", false},
-    {AudioFormat::opus, u"opus", u"Opus (.opus)", u"speaker.wave.3", true},
+    {AudioFormat::mp3, u"mp3", QT_TRANSLATE_NOOP("AudioFormat", "MP3 (.mp3)"), u"music.note", true},
+    {AudioFormat::m4a, u"m4a", QT_TRANSLATE_NOOP("AudioFormat", "M4A / AAC (.m4a)"), u"apple.logo",
+     true},
+    {AudioFormat::flac, u"flac", QT_TRANSLATE_NOOP("AudioFormat", "FLAC Lossless (.flac)"),
+     u"waveform", false},
+    {AudioFormat::wav, u"wav", QT_TRANSLATE_NOOP("AudioFormat", "WAV Uncompressed (.wav)"),
+     u"waveform.path", false},
+    {AudioFormat::opus, u"opus", QT_TRANSLATE_NOOP("AudioFormat", "Opus (.opus)"),
+     u"speaker.wave.3", true},
 };
 
 const FormatRow& row(AudioFormat::Value value)
@@ -48,7 +52,7 @@ QString AudioFormat::rawValue() const
 
 QString AudioFormat::displayName() const
 {
-    return QString::fromUtf16(row(m_value).displayName);
+    return tr(row(m_value).displayName);
 }
 
 QString AudioFormat::iconName() const

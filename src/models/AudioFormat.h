@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QMetaType>
 #include <QString>
 #include <QStringView>
-
 #include <array>
 #include <optional>
 
@@ -11,6 +11,8 @@
 // yt-dlp's "--audio-format" carry.
 class AudioFormat
 {
+    Q_DECLARE_TR_FUNCTIONS(AudioFormat)
+
 public:
     enum Value { mp3, m4a, flac, wav, opus };
 

@@ -7,17 +7,22 @@ struct QualityRow
 {
     AudioQuality::Value value;
     const char16_t* raw;
-    const char16_t* displayName;
-    const char16_t* shortName;
+    const char* displayName;
+    const char* shortName;
     const char16_t* ytdlpArg;
 };
 
 constexpr QualityRow kQualities[] = {
-    {AudioQuality::k320, u"320", u"320 kbps (Extreme Quality)", u"320 kbps", u"320k"},
-    {AudioQuality::k256, u"256", u"256 kbps (High Quality)", u"256 kbps", u"256k"},
-    {AudioQuality::k192, u"192", u"192 kbps (Standard)", u"192 kbps", u"192k"},
-    {AudioQuality::k128, u"128", u"128 kbps (Compact)", u"128 kbps", u"128k"},
-    {AudioQuality::best, u"0", u"Best Available (Original)", u"Best (Auto)", u"0"},
+    {AudioQuality::k320, u"320", QT_TRANSLATE_NOOP("AudioQuality", "320 kbps (Extreme Quality)"),
+     QT_TRANSLATE_NOOP("AudioQuality", "320 kbps"), u"320k"},
+    {AudioQuality::k256, u"256", QT_TRANSLATE_NOOP("AudioQuality", "256 kbps (High Quality)"),
+     QT_TRANSLATE_NOOP("AudioQuality", "256 kbps"), u"256k"},
+    {AudioQuality::k192, u"192", QT_TRANSLATE_NOOP("AudioQuality", "192 kbps (Standard)"),
+     QT_TRANSLATE_NOOP("AudioQuality", "192 kbps"), u"192k"},
+    {AudioQuality::k128, u"128", QT_TRANSLATE_NOOP("AudioQuality", "128 kbps (Compact)"),
+     QT_TRANSLATE_NOOP("AudioQuality", "128 kbps"), u"128k"},
+    {AudioQuality::best, u"0", QT_TRANSLATE_NOOP("AudioQuality", "Best Available (Original)"),
+     QT_TRANSLATE_NOOP("AudioQuality", "Best (Auto)"), u"0"},
 };
 
 const QualityRow& row(AudioQuality::Value value)
@@ -48,12 +53,12 @@ QString AudioQuality::rawValue() const
 
 QString AudioQuality::displayName() const
 {
-    return QString::fromUtf16(row(m_value).displayName);
+    return tr(row(m_value).displayName);
 }
 
 QString AudioQuality::shortName() const
 {
-    return QString::fromUtf16(row(m_value).shortName);
+    return tr(row(m_value).shortName);
 }
 
 QString AudioQuality::ytdlpQualityArg() const

@@ -1,15 +1,17 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QMetaType>
 #include <QString>
 #include <QStringView>
-
 #include <array>
 #include <optional>
 
 // Bitrate choice of an extraction; "best" is stored as the raw value "0".
 class AudioQuality
 {
+    Q_DECLARE_TR_FUNCTIONS(AudioQuality)
+
 public:
     enum Value { k320, k256, k192, k128, best };
 

@@ -1,15 +1,19 @@
 #include "ByteCountFormatter.h"
 
+#include <QCoreApplication>
 #include <cstdlib>
 
 namespace {
 struct Unit
 {
-    const char16_t* name;
+    const char* name;   // the amount as %1
     int fractionDigits; // Larger units earn more digits, like the desktop's own file sizes.
 };
 
-constexpr Unit kUnits[] = {{u"KB", 0}, {u"MB", 1}, {u"GB", 2}, {u"TB", 2}, {u"PB", 2}, {u"EB", 2}};
+constexpr Unit kUnits[] = {
+    {QT_TRANSLATE_NOOP("ByteCount", "%1 KB"), 0}, {QT_TRANSLATE_NOOP("ByteCount", "%1 MB"), 1},
+    {QT_TRANSLATE_NOOP("ByteCount", "%1 GB"), 2}, {QT_TRANSLATE_NOOP("ByteCount", "%1 TB"), 2},
+    {QT_TRANSLATE_NOOP("ByteCount", "%1 PB"), 2}, {QT_TRANSLATE_NOOP("ByteCount", "%1 EB"), 2}};
 
 constexpr quint64 kPow10[] = {1,
                               10,
@@ -35,15 +39,15 @@ constexpr quint64 kPow10[] = {1,
 QString formatByteCount(qint64 bytes)
 {
     if (bytes == 0)
-        return QStringLiteral("Zero KB");
+        return QCoreApplication::translate("ByteCount", "Zero KB");
     const QString sign = bytes < 0 ? QStringLiteral("-") : QString();
     // Work on the magnitude as unsigned so that the smallest qint64 has one too.
     const quint64 magnitude =
         bytes < 0 ? 0 - static_cast<quint64>(bytes) : static_cast<quint64>(bytes);
     if (magnitude == 1)
-        return sign + QStringLiteral("1 byte");
+        return sign + QCoreApplication::translate("ByteCount", "1 byte");
     if (magnitude < 1000)
-        return sign + QString::number(magnitude) + QStringLiteral(" bytes");
+        return sign + QCoreApplication::translate("ByteCount", "%1 bytes").arg(magnitude);
 
     for (size_t u = 0; u < std::size(kUnits); ++u) {
         const int digits = kUnits[u].fractionDigits;
@@ -59,9 +63,10 @@ QString formatByteCount(qint64 bytes)
         QString fraction = QString::number(steps % scale).rightJustified(digits, u'0');
         while (fraction.endsWith(u'0'))
             fraction.chop(1);
+        // The decimal separator is the language's: "1.5 MB" reads "1,5 MB" in German.
         if (!fraction.isEmpty())
-            text += u'.' + fraction;
-        return sign + text + u' ' + QString::fromUtf16(kUnits[u].name);
+            text += QCoreApplication::translate("ByteCount", ".", "decimal separator") + fraction;
+        return sign + QCoreApplication::translate("ByteCount", kUnits[u].name).arg(text);
     }
     return {};
 }

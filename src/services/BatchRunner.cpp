@@ -10,7 +10,6 @@ namespace {
 // The video service's main web domain and its short-link domain, matched case-sensitively.
 const QString kMainDomain = QStringLiteral("youtube.com");
 const QString kShortDomain = QStringLiteral("youtu.be");
-const QString kEngineBusyText = QStringLiteral("Another rip is already running.");
 
 bool isNewline(QChar c)
 {
@@ -68,8 +67,7 @@ int BatchRunner::completedCount() const
 
 QString BatchRunner::countText() const
 {
-    return QString::number(completedCount()) + u" of " + QString::number(m_queue.size()) +
-           u" completed";
+    return tr("%1 of %2 completed").arg(completedCount()).arg(m_queue.size());
 }
 
 int BatchRunner::addUrlsToQueue(const QString& text)
@@ -165,7 +163,7 @@ void BatchRunner::processNextInQueue()
         if (now.kind() == DownloadStatus::Kind::failed) {
             jobFailed(id, now);
         } else {
-            setStatus(id, DownloadStatus::failed(kEngineBusyText));
+            setStatus(id, DownloadStatus::failed(tr("Another rip is already running.")));
             m_runningId = QUuid();
             setProcessing(false);
         }

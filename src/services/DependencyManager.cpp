@@ -331,7 +331,7 @@ void DependencyManager::installDependenciesAutomatically()
         return;
     m_isInstalling = true;
     emit isInstallingChanged();
-    setInstallProgress(QStringLiteral("Preparing installation directory..."));
+    setInstallProgress(tr("Preparing installation directory..."));
     // The rest runs from the event loop, so the call returns at once.
     QTimer::singleShot(0, this, [this] {
         const QString folder = ensureApplicationSupportBin();
@@ -344,7 +344,7 @@ void DependencyManager::installDependenciesAutomatically()
 
 void DependencyManager::installYtDlp(const QString& folder)
 {
-    setInstallProgress(QStringLiteral("Downloading yt-dlp..."));
+    setInstallProgress(tr("Downloading yt-dlp..."));
     download(m_options.ytDlpDownloadUrl, folder, kYtDlpName,
              [this, folder](std::shared_ptr<QTemporaryFile> file) {
                  // Whatever the server sent replaces the old file, but only once it is whole.
@@ -367,7 +367,7 @@ void DependencyManager::installFfmpeg(const QString& folder)
         finishInstall();
         return;
     }
-    setInstallProgress(QStringLiteral("Downloading ffmpeg..."));
+    setInstallProgress(tr("Downloading ffmpeg..."));
     download(m_options.ffmpegDownloadUrl, folder, QStringLiteral("ffmpeg-archive"),
              [this, folder](std::shared_ptr<QTemporaryFile> file) {
                  if (!file) {
@@ -390,7 +390,7 @@ void DependencyManager::finishInstall()
 {
     // The run ends and the check begins in one step, so no observer sees the run over
     // without a check under way.
-    const QString verifying = QStringLiteral("Verifying installed tools...");
+    const QString verifying = tr("Verifying installed tools...");
     const bool progressChange = m_installProgress != verifying;
     m_installProgress = verifying;
     m_isInstalling = false;

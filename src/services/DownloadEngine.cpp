@@ -15,8 +15,6 @@
 
 namespace {
 
-const QString kMissingToolText = QStringLiteral("yt-dlp is missing. Please check Settings.");
-const QString kInvalidLinkText = QStringLiteral("Please enter a valid YouTube URL.");
 const QString kUnknownSize = QStringLiteral("--");
 
 // Trims whitespace and the newline characters the platform knows (U+0085, U+2028, U+2029 too).
@@ -129,7 +127,7 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
         return;
     const std::optional<QString> toolPath = m_dependencies.ytDlpPath();
     if (!toolPath) {
-        setCurrentStatus(DownloadStatus::failed(kMissingToolText));
+        setCurrentStatus(DownloadStatus::failed(tr("yt-dlp is missing. Please check Settings.")));
         return;
     }
     ExtractionJob::Request request;
@@ -138,7 +136,7 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
     request.destination = folderPath(destination.value_or(m_choices.targetFolder));
     request.link = trimmedLink(url);
     if (!isUsableLink(request.link)) {
-        setCurrentStatus(DownloadStatus::failed(kInvalidLinkText));
+        setCurrentStatus(DownloadStatus::failed(tr("Please enter a valid YouTube URL.")));
         return;
     }
     request.toolPath = *toolPath;
@@ -194,8 +192,8 @@ void DownloadEngine::jobFinished(ExtractionJob* job, const std::optional<QString
         track.duration = m_currentMetadata->duration;
         track.thumbnailUrl = m_currentMetadata->thumbnailUrl;
     } else {
-        track.title = outputPath ? QFileInfo(*outputPath).completeBaseName()
-                                 : QStringLiteral("Extracted Audio");
+        track.title =
+            outputPath ? QFileInfo(*outputPath).completeBaseName() : tr("Extracted Audio");
         track.channel = QStringLiteral("YouTube");
         track.duration = QStringLiteral("--:--");
     }

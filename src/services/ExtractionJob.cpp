@@ -45,8 +45,8 @@ ExtractionJob::~ExtractionJob()
 void ExtractionJob::start()
 {
     if (!QDir().mkpath(m_scratchFolder)) {
-        finish(DownloadStatus::failed(QStringLiteral("Cannot write to the folder ") +
-                                      m_request.destination));
+        finish(
+            DownloadStatus::failed(tr("Cannot write to the folder %1").arg(m_request.destination)));
         return;
     }
     m_process = new QProcess(this);
@@ -129,8 +129,7 @@ void ExtractionJob::exited(int exitCode, bool crashed)
             [bytes, exitCode] {
                 const QString text = QUtf8StringView(bytes).isValidUtf8()
                                          ? QString::fromUtf8(bytes)
-                                         : QStringLiteral("Download failed with exit code ") +
-                                               QString::number(exitCode);
+                                         : tr("Download failed with exit code %1").arg(exitCode);
                 return extractMeaningfulError(text);
             },
             [this](const QString& error) {

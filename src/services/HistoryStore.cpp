@@ -36,11 +36,13 @@ QString write(const QString& filePath, bool& mustKeepAside, const QList<HistoryT
 {
     const std::optional<QByteArray> json = HistoryTrackJson::encode(tracks);
     if (!json)
-        return QStringLiteral("a record has a date that cannot be written");
+        return QCoreApplication::translate("HistoryStore",
+                                           "a record has a date that cannot be written");
     if (mustKeepAside) {
         // Writing over a file that could not be read would lose it for good.
         if (!keepAside(filePath))
-            return QStringLiteral("the unreadable library file could not be moved aside");
+            return QCoreApplication::translate(
+                "HistoryStore", "the unreadable library file could not be moved aside");
         mustKeepAside = false;
     }
     // QSaveFile syncs the new file before it replaces the old one, so a crash leaves one whole

@@ -104,10 +104,9 @@ std::optional<VideoMetadata> MetadataFetch::fromJson(const QByteArray& json, con
     VideoMetadata metadata;
     metadata.id = jsonString(object, "id")
                       .value_or(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
-    metadata.title = jsonString(object, "title").value_or(QStringLiteral("Unknown Title"));
-    metadata.channel =
-        jsonString(object, "uploader")
-            .value_or(jsonString(object, "channel").value_or(QStringLiteral("Unknown Artist")));
+    metadata.title = jsonString(object, "title").value_or(tr("Unknown Title"));
+    metadata.channel = jsonString(object, "uploader")
+                           .value_or(jsonString(object, "channel").value_or(tr("Unknown Artist")));
     metadata.durationSeconds = jsonDuration(object);
     metadata.duration = VideoMetadata::formattedDuration(metadata.durationSeconds);
     metadata.thumbnailUrl = jsonString(object, "thumbnail").value_or(QString());

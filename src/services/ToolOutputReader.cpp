@@ -1,5 +1,6 @@
 #include "ToolOutputReader.h"
 
+#include <QCoreApplication>
 #include <QVarLengthArray>
 #include <algorithm>
 #include <array>
@@ -105,8 +106,8 @@ ToolOutputReader::ToolOutputReader(AudioFormat format, AudioQuality quality,
 
 QString ToolOutputReader::conversionText(AudioFormat format, AudioQuality quality)
 {
-    return u"Converting audio to "_s + format.rawValue().toUpper() + u" ("_s + quality.shortName() +
-           u")..."_s;
+    return QCoreApplication::translate("ToolOutputReader", "Converting audio to %1 (%2)...")
+        .arg(format.rawValue().toUpper(), quality.shortName());
 }
 
 QList<DownloadStatus> ToolOutputReader::feed(QByteArrayView chunk)
@@ -207,10 +208,12 @@ std::optional<DownloadStatus> ToolOutputReader::interpretLine(QStringView line)
     }
 
     if (trimmed.contains(u"[ThumbnailsConvertor]") || trimmed.contains(u"[EmbedThumbnail]"))
-        return DownloadStatus::converting(u"Embedding album artwork..."_s);
+        return DownloadStatus::converting(
+            QCoreApplication::translate("ToolOutputReader", "Embedding album artwork..."));
 
     if (trimmed.contains(u"[Metadata]"))
-        return DownloadStatus::converting(u"Embedding audio tags..."_s);
+        return DownloadStatus::converting(
+            QCoreApplication::translate("ToolOutputReader", "Embedding audio tags..."));
 
     if (trimmed.startsWith(u"[download] Destination:"))
         predictDestination(trimmed);
@@ -278,6 +281,6 @@ QString extractMeaningfulError(const QString& errorText)
         start = i + 1;
     }
     if (text.trimmed().isEmpty())
-        return u"Unknown extraction error"_s;
+        return QCoreApplication::translate("ToolOutputReader", "Unknown extraction error");
     return errorText;
 }

@@ -28,7 +28,8 @@ QRect indicatorRect(const QRect& column, const DownloadStatus& status)
     int width = 18;
     switch (status.kind()) {
     case DownloadStatus::Kind::idle:
-        width = QFontMetrics(Theme::font(11)).horizontalAdvance(QStringLiteral("Waiting"));
+        width =
+            QFontMetrics(Theme::font(11)).horizontalAdvance(BatchQueueModel::statusText(status));
         break;
     case DownloadStatus::Kind::downloading:
         // Room for "100%", so the bar does not move as the number grows.
@@ -38,7 +39,7 @@ QRect indicatorRect(const QRect& column, const DownloadStatus& status)
         break;
     case DownloadStatus::Kind::converting:
         width = QFontMetrics(Theme::font(11, QFont::Medium))
-                    .horizontalAdvance(QStringLiteral("Converting..."));
+                    .horizontalAdvance(BatchQueueModel::statusText(status));
         break;
     default:
         break;
@@ -124,7 +125,8 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     case DownloadStatus::Kind::idle:
         painter->setFont(Theme::font(11));
         painter->setPen(dim);
-        painter->drawText(indicator, Qt::AlignRight | Qt::AlignVCenter, QStringLiteral("Waiting"));
+        painter->drawText(indicator, Qt::AlignRight | Qt::AlignVCenter,
+                          BatchQueueModel::statusText(status));
         break;
     case DownloadStatus::Kind::downloading: {
         const double progress = std::clamp(status.progress(), 0.0, 1.0);
@@ -151,7 +153,7 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
         painter->setFont(Theme::font(11, QFont::Medium));
         painter->setPen(Theme::orange(palette));
         painter->drawText(indicator, Qt::AlignRight | Qt::AlignVCenter,
-                          QStringLiteral("Converting..."));
+                          BatchQueueModel::statusText(status));
         break;
     case DownloadStatus::Kind::completed:
         Symbols::paint(*painter, indicator, QStringLiteral("checkmark.circle.fill"), 15,

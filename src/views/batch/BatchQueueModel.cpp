@@ -26,15 +26,15 @@ QString BatchQueueModel::statusText(const DownloadStatus& status)
 {
     switch (status.kind()) {
     case DownloadStatus::Kind::idle:
-        return QStringLiteral("Waiting");
+        return tr("Waiting");
     case DownloadStatus::Kind::downloading:
-        return u"Downloading " + QString::number(int(status.progress() * 100)) + u'%';
+        return tr("Downloading %1%").arg(int(status.progress() * 100));
     case DownloadStatus::Kind::converting:
-        return QStringLiteral("Converting...");
+        return tr("Converting...");
     case DownloadStatus::Kind::completed:
-        return QStringLiteral("Completed");
+        return tr("Completed");
     case DownloadStatus::Kind::failed:
-        return u"Failed: " + status.error();
+        return tr("Failed: %1").arg(status.error());
     }
     return {};
 }

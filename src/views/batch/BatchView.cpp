@@ -80,7 +80,7 @@ BatchView::BatchView(BatchRunner& runner, QWidget* parent)
     , m_runner(&runner)
     , m_model(new BatchQueueModel(*m_runner, this))
 {
-    setAccessibleName(QStringLiteral("Batch"));
+    setAccessibleName(tr("Batch"));
     buildContent();
     connect(m_runner, &BatchRunner::queueChanged, this, &BatchView::updateState);
     connect(m_runner, &BatchRunner::isProcessingChanged, this, &BatchView::updateState);
@@ -100,7 +100,7 @@ void BatchView::buildContent()
     m_stack->addWidget(buildEditor());
     auto* list = new BatchListView(*m_runner);
     m_list = list;
-    m_list->setAccessibleName(QStringLiteral("Queue"));
+    m_list->setAccessibleName(tr("Queue"));
     m_list->setModel(m_model);
     m_list->setUniformItemSizes(true);
     m_list->setFrameShape(QFrame::NoFrame);
@@ -128,13 +128,12 @@ QWidget* BatchView::buildHeader()
     row->setContentsMargins(20, 16, 20, 0);
     auto* titles = new QVBoxLayout;
     titles->setSpacing(2);
-    titles->addWidget(textLabel(QStringLiteral("Batch Audio Ripper"), 20, QFont::Bold, false));
-    titles->addWidget(
-        textLabel(QStringLiteral("Paste multiple YouTube links to rip all audio at once"), 12,
-                  QFont::Normal, true));
+    titles->addWidget(textLabel(tr("Batch Audio Ripper"), 20, QFont::Bold, false));
+    titles->addWidget(textLabel(tr("Paste multiple YouTube links to rip all audio at once"), 12,
+                                QFont::Normal, true));
     row->addLayout(titles);
     row->addStretch(1);
-    m_clearQueue = button(QStringLiteral("Clear Queue"));
+    m_clearQueue = button(tr("Clear Queue"));
     m_clearQueue->setFont(Theme::font(11));
     connect(m_clearQueue, &QPushButton::clicked, m_runner, &BatchRunner::clearQueue);
     row->addWidget(m_clearQueue);
@@ -148,7 +147,7 @@ QWidget* BatchView::buildEditor()
     column->setContentsMargins(20, 0, 20, 0);
     column->setSpacing(10);
     column->addWidget(
-        textLabel(QStringLiteral("Enter YouTube links (one per line):"), 12, QFont::Medium, true));
+        textLabel(tr("Enter YouTube links (one per line):"), 12, QFont::Medium, true));
 
     auto* frame = new RoundedPanel(QPalette::Base, 0.8, 8);
     frame->setOutline(QColor(142, 142, 147, 51));
@@ -156,7 +155,7 @@ QWidget* BatchView::buildEditor()
     auto* inset = new QVBoxLayout(frame);
     inset->setContentsMargins(8, 8, 8, 8);
     m_editor = new QPlainTextEdit;
-    m_editor->setAccessibleName(QStringLiteral("YouTube links, one per line"));
+    m_editor->setAccessibleName(tr("YouTube links, one per line"));
     m_editor->setFont(Theme::font(12, QFont::Normal, Face::monospaced));
     m_editor->setFrameShape(QFrame::NoFrame);
     m_editor->setStyleSheet(QStringLiteral("QPlainTextEdit { background: transparent; }"));
@@ -165,12 +164,12 @@ QWidget* BatchView::buildEditor()
     column->addWidget(frame);
 
     auto* actions = new QHBoxLayout;
-    m_paste = button(QStringLiteral("Paste Clipboard"));
+    m_paste = button(tr("Paste Clipboard"));
     connect(m_paste, &QPushButton::clicked, this, &BatchView::pasteClipboard);
     actions->addWidget(m_paste);
     actions->addStretch(1);
-    m_add = prominentButton(QStringLiteral("Add to Queue"), QStringLiteral("plus.circle.fill"),
-                            accent(palette()));
+    m_add =
+        prominentButton(tr("Add to Queue"), QStringLiteral("plus.circle.fill"), accent(palette()));
     connect(m_add, &QPushButton::clicked, this, &BatchView::addUrlsToQueue);
     actions->addWidget(m_add);
     column->addLayout(actions);
@@ -191,11 +190,11 @@ QWidget* BatchView::buildFooter()
     m_count = textLabel(QString(), 12, QFont::Normal, true);
     row->addWidget(m_count);
     row->addStretch(1);
-    m_stop = button(QStringLiteral("Stop Batch"));
+    m_stop = button(tr("Stop Batch"));
     m_stop->setStyleSheet(u"QPushButton { color: " + Theme::red(palette()).name() + u"; }");
     connect(m_stop, &QPushButton::clicked, m_runner, &BatchRunner::stopBatch);
     row->addWidget(m_stop);
-    m_addMore = button(QStringLiteral("Add More URLs"));
+    m_addMore = button(tr("Add More URLs"));
     connect(m_addMore, &QPushButton::clicked, m_runner, &BatchRunner::clearQueue);
     row->addWidget(m_addMore);
     m_ripAll =
@@ -223,7 +222,7 @@ void BatchView::updateState()
     m_stop->setVisible(now == State::processing);
     m_addMore->setVisible(now != State::processing);
     m_ripAll->setVisible(now != State::processing);
-    m_ripAll->setText(u"Rip All (" + QString::number(m_runner->queue().size()) + u" Tracks)");
+    m_ripAll->setText(tr("Rip All (%n Tracks)", nullptr, int(m_runner->queue().size())));
 }
 
 void BatchView::pasteClipboard()

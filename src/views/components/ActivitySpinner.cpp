@@ -14,7 +14,7 @@ ActivitySpinner::ActivitySpinner(int diameter, QWidget* parent)
     , m_timer(new QTimer(this))
 {
     setFixedSize(diameter, diameter);
-    setAccessibleName(QStringLiteral("In progress"));
+    setAccessibleName(tr("In progress"));
     m_timer->setInterval(kFrameMs);
     connect(m_timer, &QTimer::timeout, this, [this] {
         m_step = (m_step + 1) % kSpokes;

@@ -63,10 +63,10 @@ QWidget* OutputOptionsForm::buildFolderRow()
     auto* block = new QWidget(this);
     QVBoxLayout* blockColumn = column(block, 6);
     if (converter) {
-        blockColumn->addWidget(caption(QStringLiteral("Destination Folder"), this));
+        blockColumn->addWidget(caption(tr("Destination Folder"), this));
     } else {
         blockColumn->addWidget(
-            label(QStringLiteral("Default Download Folder"), Theme::font(12, QFont::Medium)));
+            label(tr("Default Download Folder"), Theme::font(12, QFont::Medium)));
     }
 
     auto* row = new RoundedPanel(QPalette::Base, 0.6, 6, block);
@@ -82,9 +82,9 @@ QWidget* OutputOptionsForm::buildFolderRow()
     m_folderPath->setFont(converter ? Theme::font(11, QFont::Normal, Face::monospaced)
                                     : Theme::font(12));
     rowLayout->addWidget(m_folderPath, 1);
-    QPushButton* choose = converter ? smallButton(QStringLiteral("Choose..."),
-                                                  QStringLiteral("folder.badge.gearshape"), row)
-                                    : smallButton(QStringLiteral("Change..."), QString(), row);
+    QPushButton* choose =
+        converter ? smallButton(tr("Choose..."), QStringLiteral("folder.badge.gearshape"), row)
+                  : smallButton(tr("Change..."), QString(), row);
     connect(choose, &QPushButton::clicked, this, &OutputOptionsForm::chooseFolder);
     rowLayout->addWidget(choose);
     if (converter) {
@@ -92,8 +92,8 @@ QWidget* OutputOptionsForm::buildFolderRow()
         open->setAutoRaise(true);
         open->setIcon(
             Symbols::icon(QStringLiteral("arrow.up.forward.square"), accent(palette()), 16));
-        open->setToolTip(DesktopTexts::kOpenFolder);
-        open->setAccessibleName(DesktopTexts::kOpenFolder);
+        open->setToolTip(DesktopTexts::openFolder());
+        open->setAccessibleName(DesktopTexts::openFolder());
         connect(open, &QToolButton::clicked, this,
                 [this] { m_desktop.openPath(folderPath(m_engine.targetFolder())); });
         rowLayout->addWidget(open);
@@ -122,8 +122,7 @@ QWidget* OutputOptionsForm::buildPickers()
         return block;
     };
 
-    QWidget* formatBlock =
-        titled(QStringLiteral("Audio Format"), QStringLiteral("Default Format"), &m_formatPicker);
+    QWidget* formatBlock = titled(tr("Audio Format"), tr("Default Format"), &m_formatPicker);
     for (AudioFormat format : AudioFormat::allCases()) {
         if (converter) {
             m_formatPicker->addItem(
@@ -133,15 +132,13 @@ QWidget* OutputOptionsForm::buildPickers()
             m_formatPicker->addItem(format.displayName(), format.rawValue());
         }
     }
-    m_bitrateColumn = titled(QStringLiteral("Audio Quality"), QStringLiteral("Default Bitrate"),
-                             &m_bitratePicker);
+    m_bitrateColumn = titled(tr("Audio Quality"), tr("Default Bitrate"), &m_bitratePicker);
     for (AudioQuality quality : AudioQuality::allCases())
         m_bitratePicker->addItem(quality.displayName(), quality.rawValue());
 
     if (converter) {
         // Side by side in equal halves; a lossless format shows a note instead of a bitrate.
-        m_losslessNote =
-            label(QStringLiteral("Lossless / Best Stream"), Theme::font(12), m_bitrateColumn);
+        m_losslessNote = label(tr("Lossless / Best Stream"), Theme::font(12), m_bitrateColumn);
         m_losslessNote->setContentsMargins(0, 3, 0, 3);
         setTextColor(m_losslessNote, secondaryText(palette()));
         m_bitrateColumn->layout()->addWidget(m_losslessNote);
@@ -180,20 +177,19 @@ QWidget* OutputOptionsForm::buildSwitches()
         row->setContentsMargins(0, 0, 0, 0);
         row->setSpacing(20);
         const QColor iconColor = palette().color(QPalette::WindowText);
-        m_artworkBox = new QCheckBox(QStringLiteral("Embed Album Artwork"), switches);
+        m_artworkBox = new QCheckBox(tr("Embed Album Artwork"), switches);
         m_artworkBox->setIcon(Symbols::icon(QStringLiteral("photo.artframe"), iconColor, 13));
-        m_metadataBox = new QCheckBox(QStringLiteral("Embed ID3 Tags"), switches);
+        m_metadataBox = new QCheckBox(tr("Embed ID3 Tags"), switches);
         m_metadataBox->setIcon(Symbols::icon(QStringLiteral("tag.fill"), iconColor, 13));
         row->addWidget(m_artworkBox);
         row->addWidget(m_metadataBox);
         row->addStretch(1);
     } else {
         QVBoxLayout* switchColumn = column(switches, 10);
-        m_artworkBox = new QCheckBox(
-            QStringLiteral("Always embed YouTube thumbnail as album cover artwork"), switches);
+        m_artworkBox =
+            new QCheckBox(tr("Always embed YouTube thumbnail as album cover artwork"), switches);
         m_metadataBox = new QCheckBox(
-            QStringLiteral("Always embed ID3 audio tags (Title, Artist, Channel, Album)"),
-            switches);
+            tr("Always embed ID3 audio tags (Title, Artist, Channel, Album)"), switches);
         switchColumn->addWidget(m_artworkBox);
         switchColumn->addWidget(m_metadataBox);
     }
@@ -218,8 +214,8 @@ QString OutputOptionsForm::folderPath(const QUrl& folder)
 
 void OutputOptionsForm::chooseFolder()
 {
-    const QString chosen = QFileDialog::getExistingDirectory(
-        this, QStringLiteral("Select Download Folder"), folderPath(m_engine.targetFolder()));
+    const QString chosen = QFileDialog::getExistingDirectory(this, tr("Select Download Folder"),
+                                                             folderPath(m_engine.targetFolder()));
     if (chosen.isEmpty())
         return;
     // A chosen folder is saved at once on both screens.

@@ -109,7 +109,7 @@ ConverterView::ConverterView(const Services& services, DesktopServices* desktop,
     , m_services(services)
     , m_desktop(desktop ? *desktop : DesktopServices::system())
 {
-    setAccessibleName(QStringLiteral("Converter"));
+    setAccessibleName(tr("Converter"));
     buildContent();
 
     DownloadEngine& engine = m_services.engine;
@@ -174,10 +174,10 @@ void ConverterView::setInputUrl(const QString& text)
 
 QString ConverterView::rippingTitle(AudioFormat format, AudioQuality quality)
 {
-    QString title = QStringLiteral("Rip Audio (") + format.rawValue().toUpper();
+    QString choice = format.rawValue().toUpper();
     if (format.supportsBitrate())
-        title += QStringLiteral(" \u2022 ") + quality.shortName();
-    return title + QLatin1Char(')');
+        choice += QStringLiteral(" \u2022 ") + quality.shortName();
+    return tr("Rip Audio (%1)").arg(choice);
 }
 
 QString ConverterView::percentText(double progress)
@@ -205,8 +205,8 @@ QWidget* ConverterView::buildHeader()
     QVBoxLayout* titleColumn = column(titles, 2);
     titleColumn->addWidget(
         label(QStringLiteral("Veldtone"), Theme::font(20, QFont::Bold, Face::rounded)));
-    QLabel* tagline = label(QStringLiteral("Rip studio-quality MP3 & audio from YouTube videos"),
-                            Theme::font(12), titles);
+    QLabel* tagline =
+        label(tr("Rip studio-quality MP3 & audio from YouTube videos"), Theme::font(12), titles);
     setTextColor(tagline, secondaryText(palette()));
     titleColumn->addWidget(tagline);
     layout->addWidget(titles);
@@ -226,8 +226,8 @@ QWidget* ConverterView::buildMissingToolsCard()
 
     auto* texts = new QWidget(content);
     QVBoxLayout* textColumn = column(texts, 2);
-    textColumn->addWidget(label(QStringLiteral("Tools Missing (yt-dlp or ffmpeg)"),
-                                Theme::font(12, QFont::DemiBold)));
+    textColumn->addWidget(
+        label(tr("Tools Missing (yt-dlp or ffmpeg)"), Theme::font(12, QFont::DemiBold)));
     m_missingToolsDetail = label(QString(), Theme::font(11), texts);
     m_missingToolsDetail->setWordWrap(true);
     textColumn->addWidget(m_missingToolsDetail);
@@ -235,7 +235,7 @@ QWidget* ConverterView::buildMissingToolsCard()
 
     m_installSpinner = new ActivitySpinner(16, content);
     layout->addWidget(m_installSpinner);
-    m_installButton = new QPushButton(QStringLiteral("Install Automatically"), content);
+    m_installButton = new QPushButton(tr("Install Automatically"), content);
     m_installButton->setFont(Theme::font(11));
     makeProminent(m_installButton, orange(palette()));
     connect(m_installButton, &QPushButton::clicked, this,
@@ -250,7 +250,7 @@ QWidget* ConverterView::buildLinkCard()
 {
     auto* content = new QWidget;
     QVBoxLayout* layout = column(content, 8);
-    layout->addWidget(caption(QStringLiteral("YouTube Video Link"), this));
+    layout->addWidget(caption(tr("YouTube Video Link"), this));
 
     auto* input = new RoundedPanel(QPalette::Base, 0.8, 8, content);
     QHBoxLayout* inputRow = row(input, 8);
@@ -260,9 +260,9 @@ QWidget* ConverterView::buildLinkCard()
     m_linkField = new QLineEdit(input);
     m_linkField->setFrame(false);
     m_linkField->setFont(Theme::font(13));
-    m_linkField->setAccessibleName(QStringLiteral("YouTube Video Link"));
-    m_linkField->setPlaceholderText(QStringLiteral(
-        "https://www.youtube.com/watch?v=dQw4w9WgXcQ or https://youtu.be/dQw4w9WgXcQ"));
+    m_linkField->setAccessibleName(tr("YouTube Video Link"));
+    m_linkField->setPlaceholderText(
+        tr("https://www.youtube.com/watch?v=dQw4w9WgXcQ or https://youtu.be/dQw4w9WgXcQ"));
     // Borderless: the rounded panel behind is the field's background. A palette, not a style
     // sheet, which would give the field a style sheet style of its own and slow the first show.
     QPalette fieldPalette = m_linkField->palette();
@@ -274,14 +274,14 @@ QWidget* ConverterView::buildLinkCard()
     m_clearButton->setAutoRaise(true);
     m_clearButton->setIcon(
         Symbols::icon(QStringLiteral("xmark.circle.fill"), secondaryText(palette()), 14));
-    m_clearButton->setToolTip(QStringLiteral("Clear"));
-    m_clearButton->setAccessibleName(QStringLiteral("Clear"));
+    m_clearButton->setToolTip(tr("Clear"));
+    m_clearButton->setAccessibleName(tr("Clear"));
     m_clearButton->setStyleSheet(plainButtonSheet(secondaryText(palette())));
     m_clearButton->setCursor(Qt::ArrowCursor);
     connect(m_clearButton, &QToolButton::clicked, this, [this] { m_linkField->clear(); });
     inputRow->addWidget(m_clearButton);
 
-    m_pasteButton = smallButton(QStringLiteral("Paste"), QStringLiteral("doc.on.clipboard"), input);
+    m_pasteButton = smallButton(tr("Paste"), QStringLiteral("doc.on.clipboard"), input);
     m_pasteButton->setFont(Theme::font(11, QFont::Medium));
     connect(m_pasteButton, &QPushButton::clicked, this, &ConverterView::pasteFromClipboard);
     inputRow->addWidget(m_pasteButton);
@@ -317,8 +317,7 @@ QWidget* ConverterView::buildStatusGroup()
     auto* headline = new QWidget(m_downloadingForm);
     QHBoxLayout* headlineRow = row(headline, 6);
     headlineRow->addWidget(new ActivitySpinner(14, headline));
-    headlineRow->addWidget(
-        label(QStringLiteral("Downloading Audio..."), Theme::font(12, QFont::DemiBold)));
+    headlineRow->addWidget(label(tr("Downloading Audio..."), Theme::font(12, QFont::DemiBold)));
     headlineRow->addStretch(1);
     m_percentLabel = label(QString(), Theme::font(12, QFont::Bold, Face::monospaced), headline);
     setTextColor(m_percentLabel, orange(palette()));
@@ -331,7 +330,7 @@ QWidget* ConverterView::buildStatusGroup()
     m_progressBar->setRange(0, 1000);
     m_progressBar->setTextVisible(false);
     m_progressBar->setFixedHeight(6);
-    m_progressBar->setAccessibleName(QStringLiteral("Download progress"));
+    m_progressBar->setAccessibleName(tr("Download progress"));
     downloading->addWidget(m_progressBar);
 
     auto* details = new QWidget(m_downloadingForm);
@@ -360,7 +359,7 @@ QWidget* ConverterView::buildStatusGroup()
     auto* cancelRow = new QWidget(progress);
     QHBoxLayout* cancelLayout = row(cancelRow, 0);
     cancelLayout->addStretch(1);
-    m_cancelButton = new QPushButton(QStringLiteral("Cancel Download"), cancelRow);
+    m_cancelButton = new QPushButton(tr("Cancel Download"), cancelRow);
     m_cancelButton->setFont(Theme::font(11, QFont::Medium));
     m_cancelButton->setIcon(Symbols::icon(QStringLiteral("xmark.circle.fill"), red(palette()), 13));
     m_cancelButton->setStyleSheet(plainButtonSheet(red(palette())));
@@ -377,20 +376,19 @@ QWidget* ConverterView::buildStatusGroup()
     successRow->addWidget(symbol(QStringLiteral("checkmark.circle.fill"), green(palette()), 24));
     auto* successTexts = new QWidget(success);
     QVBoxLayout* successColumn = column(successTexts, 1);
-    successColumn->addWidget(
-        label(QStringLiteral("Extraction Complete!"), Theme::font(13, QFont::Bold)));
+    successColumn->addWidget(label(tr("Extraction Complete!"), Theme::font(13, QFont::Bold)));
     // One line; a long name is shortened in the middle so its extension stays in view.
     m_fileNameLabel = new ElidedLabel(successTexts);
     m_fileNameLabel->setFont(Theme::font(11));
     setTextColor(m_fileNameLabel, secondaryText(palette()));
     successColumn->addWidget(m_fileNameLabel);
     successRow->addWidget(successTexts, 1);
-    m_playButton = new QPushButton(QStringLiteral("Play"), success);
+    m_playButton = new QPushButton(tr("Play"), success);
     m_playButton->setFont(Theme::font(11, QFont::DemiBold));
     makeProminent(m_playButton, green(palette()));
     connect(m_playButton, &QPushButton::clicked, this, &ConverterView::playFinishedTrack);
     successRow->addWidget(m_playButton);
-    m_showFileButton = smallButton(DesktopTexts::kShowInFolder, QStringLiteral("folder"), success);
+    m_showFileButton = smallButton(DesktopTexts::showInFolder(), QStringLiteral("folder"), success);
     connect(m_showFileButton, &QPushButton::clicked, this, &ConverterView::showFinishedFile);
     successRow->addWidget(m_showFileButton);
     m_successCard = new GlassCard(success, 12, 12, group);
@@ -403,8 +401,7 @@ QWidget* ConverterView::buildStatusGroup()
                           Qt::AlignVCenter);
     auto* failureTexts = new QWidget(failure);
     QVBoxLayout* failureColumn = column(failureTexts, 2);
-    failureColumn->addWidget(
-        label(QStringLiteral("Extraction Failed"), Theme::font(12, QFont::Bold)));
+    failureColumn->addWidget(label(tr("Extraction Failed"), Theme::font(12, QFont::Bold)));
     m_errorLabel = label(QString(), Theme::font(11), failureTexts);
     m_errorLabel->setWordWrap(true);
     m_errorLabel->setMaximumHeight(m_errorLabel->fontMetrics().lineSpacing() * 3 + 2);
@@ -412,7 +409,7 @@ QWidget* ConverterView::buildStatusGroup()
     setTextColor(m_errorLabel, secondaryText(palette()));
     failureColumn->addWidget(m_errorLabel);
     failureRow->addWidget(failureTexts, 1);
-    m_dismissButton = smallButton(QStringLiteral("Dismiss"), QString(), failure);
+    m_dismissButton = smallButton(tr("Dismiss"), QString(), failure);
     connect(m_dismissButton, &QPushButton::clicked, this, &ConverterView::dismiss);
     failureRow->addWidget(m_dismissButton);
     m_failureCard = new GlassCard(failure, 12, 12, group);
@@ -427,7 +424,7 @@ QWidget* ConverterView::buildStatusGroup()
                                        kStartGradient, actions);
     connect(m_startButton, &GradientButton::clicked, this, &ConverterView::startRip);
     actionRow->addWidget(m_startButton);
-    m_newRipButton = new QPushButton(QStringLiteral("New Rip"), actions);
+    m_newRipButton = new QPushButton(tr("New Rip"), actions);
     m_newRipButton->setFont(Theme::font(12));
     connect(m_newRipButton, &QPushButton::clicked, this, &ConverterView::newRip);
     actionRow->addWidget(m_newRipButton);
@@ -481,8 +478,7 @@ void ConverterView::updateTools()
 {
     const DependencyManager& tools = m_services.dependencies;
     const bool ready = tools.isReady();
-    m_pill->setStatus(ready ? QStringLiteral("Ready (yt-dlp & ffmpeg)")
-                            : QStringLiteral("Checking Tools"),
+    m_pill->setStatus(ready ? tr("Ready (yt-dlp & ffmpeg)") : tr("Checking Tools"),
                       ready ? green(palette()) : orange(palette()));
 
     m_missingToolsCard->setVisible(!ready && !tools.isChecking());
@@ -491,8 +487,8 @@ void ConverterView::updateTools()
         m_missingToolsDetail->setText(tools.installProgress());
         setTextColor(m_missingToolsDetail, orange(palette()));
     } else {
-        m_missingToolsDetail->setText(QStringLiteral(
-            "Veldtone can automatically download and set up yt-dlp & ffmpeg for you."));
+        m_missingToolsDetail->setText(
+            tr("Veldtone can automatically download and set up yt-dlp & ffmpeg for you."));
         setTextColor(m_missingToolsDetail, secondaryText(palette()));
     }
     m_installSpinner->setVisible(installing);
@@ -514,7 +510,7 @@ void ConverterView::updateStatus()
         m_speedLabel->setText(status.speed());
         // An unknown ETA is left out rather than shown as "--".
         m_etaGroup->setVisible(status.eta() != QStringLiteral("--"));
-        m_etaLabel->setText(QStringLiteral("ETA: ") + status.eta());
+        m_etaLabel->setText(tr("ETA: %1").arg(status.eta()));
         m_sizeLabel->setText(status.totalSize());
     } else if (kind == Kind::converting) {
         m_stageLabel->setText(status.stage());
@@ -559,15 +555,15 @@ void ConverterView::updatePlayButton()
     m_playButton->setIcon(Symbols::icon(symbolName, Qt::white, 13));
     m_playButton->setProperty("symbol", symbolName);
     // The symbol alone tells play from pause; say it in words for a screen reader.
-    m_playButton->setAccessibleDescription(playingThis ? QStringLiteral("Playing; press to pause")
-                                                       : QStringLiteral("Press to play"));
+    m_playButton->setAccessibleDescription(playingThis ? tr("Playing; press to pause")
+                                                       : tr("Press to play"));
 }
 
 void ConverterView::updateStartButton()
 {
     const DownloadEngine& engine = m_services.engine;
     const bool busy = engine.currentStatus().isBusy();
-    const QString title = busy ? QStringLiteral("Extracting Audio...")
+    const QString title = busy ? tr("Extracting Audio...")
                                : rippingTitle(engine.selectedFormat(), engine.selectedQuality());
     m_startButton->setText(title);
     m_startButton->setAccessibleName(title);

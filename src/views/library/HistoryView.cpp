@@ -32,12 +32,15 @@ const QString kAll = QStringLiteral("All");
 
 struct FilterItem
 {
-    const char16_t* text;
+    const char* text;
     const char16_t* value;
 };
 constexpr FilterItem kFilterItems[] = {
-    {u"MP3", u"MP3"}, {u"M4A / AAC", u"M4A"}, {u"FLAC (Lossless)", u"FLAC"},
-    {u"WAV", u"WAV"}, {u"OPUS", u"OPUS"},
+    {QT_TRANSLATE_NOOP("HistoryView", "MP3"), u"MP3"},
+    {QT_TRANSLATE_NOOP("HistoryView", "M4A / AAC"), u"M4A"},
+    {QT_TRANSLATE_NOOP("HistoryView", "FLAC (Lossless)"), u"FLAC"},
+    {QT_TRANSLATE_NOOP("HistoryView", "WAV"), u"WAV"},
+    {QT_TRANSLATE_NOOP("HistoryView", "OPUS"), u"OPUS"},
 };
 
 QLabel* symbolLabel(const QString& symbol, int pixelSize, const QColor& color)
@@ -76,7 +79,8 @@ QMessageBox* confirmation(QWidget* parent, const QString& title, const QString& 
     box->setWindowTitle(title);
     box->setText(title);
     box->setInformativeText(message);
-    QPushButton* cancel = box->addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+    QPushButton* cancel = box->addButton(QCoreApplication::translate("HistoryView", "Cancel"),
+                                         QMessageBox::RejectRole);
     *destructive = box->addButton(destructiveText, QMessageBox::DestructiveRole);
     (*destructive)->setStyleSheet(QStringLiteral("color: #e0382f;"));
     box->setDefaultButton(cancel);
@@ -93,7 +97,7 @@ HistoryView::HistoryView(HistoryStore& history, AudioPlayerService& player, Artw
     , m_artwork(artwork)
     , m_model(new LibraryListModel(history, player, this))
 {
-    setAccessibleName(QStringLiteral("Library"));
+    setAccessibleName(tr("Library"));
     buildContent();
     connect(m_model, &QAbstractItemModel::modelReset, this, &HistoryView::updateContent);
     connect(&m_history, &HistoryStore::tracksChanged, this, &HistoryView::updateContent);
@@ -119,7 +123,7 @@ void HistoryView::buildContent()
     layout->addWidget(divider);
 
     m_list = new TrackListView;
-    m_list->setAccessibleName(QStringLiteral("Tracks"));
+    m_list->setAccessibleName(tr("Tracks"));
     m_list->setModel(m_model);
     // Every row has the same height: the view lays out 100,000 rows without asking each one.
     m_list->setUniformItemSizes(true);
@@ -172,7 +176,7 @@ HistoryView::~HistoryView() = default;
 
 QString HistoryView::filterLabel(const QString& selectedFilter)
 {
-    return selectedFilter == kAll ? QStringLiteral("All Formats") : selectedFilter;
+    return selectedFilter == kAll ? tr("All Formats") : selectedFilter;
 }
 
 QWidget* HistoryView::buildTopBar()
@@ -193,8 +197,8 @@ QWidget* HistoryView::buildTopBar()
         symbolLabel(QStringLiteral("magnifyingglass"), 12, secondaryText(palette())));
     m_searchField = new QLineEdit;
     m_searchField->setFrame(false);
-    m_searchField->setPlaceholderText(QStringLiteral("Search tracks..."));
-    m_searchField->setAccessibleName(QStringLiteral("Search tracks"));
+    m_searchField->setPlaceholderText(tr("Search tracks..."));
+    m_searchField->setAccessibleName(tr("Search tracks"));
     m_searchField->setFont(Theme::font(12));
     m_searchField->setAttribute(Qt::WA_MacShowFocusRect, false);
     m_searchField->setStyleSheet(QStringLiteral("QLineEdit { background: transparent; }"));
@@ -204,8 +208,8 @@ QWidget* HistoryView::buildTopBar()
     m_clearSearch->setIcon(
         Symbols::icon(QStringLiteral("xmark.circle.fill"), secondaryText(palette()), 12));
     m_clearSearch->setIconSize(QSize(12, 12));
-    m_clearSearch->setAccessibleName(QStringLiteral("Clear search"));
-    m_clearSearch->setToolTip(QStringLiteral("Clear search"));
+    m_clearSearch->setAccessibleName(tr("Clear search"));
+    m_clearSearch->setToolTip(tr("Clear search"));
     m_clearSearch->setCursor(Qt::ArrowCursor);
     m_clearSearch->setStyleSheet(QStringLiteral("QToolButton { border: none; padding: 0; }"));
     m_clearSearch->setVisible(false);
@@ -229,7 +233,7 @@ QWidget* HistoryView::buildTopBar()
     m_formatButton->setIconSize(QSize(12, 12));
     m_formatButton->setFont(Theme::font(12, QFont::Medium));
     m_formatButton->setText(filterLabel(kAll));
-    m_formatButton->setAccessibleName(QStringLiteral("Format filter"));
+    m_formatButton->setAccessibleName(tr("Format filter"));
     m_formatButton->setAccessibleDescription(filterLabel(kAll));
     auto* menu = new QMenu(m_formatButton);
     const auto addItem = [this, menu](const QString& text, const QString& value) {
@@ -237,19 +241,19 @@ QWidget* HistoryView::buildTopBar()
         action->setData(value);
         connect(action, &QAction::triggered, this, [this, value] { setSelectedFilter(value); });
     };
-    addItem(QStringLiteral("All Formats"), kAll);
+    addItem(tr("All Formats"), kAll);
     menu->addSeparator();
     for (const FilterItem& item : kFilterItems)
-        addItem(QString::fromUtf16(item.text), QString::fromUtf16(item.value));
+        addItem(tr(item.text), QString::fromUtf16(item.value));
     m_formatButton->setMenu(menu);
     row->addWidget(m_formatButton);
 
-    m_clearAll = new QPushButton(QStringLiteral("Clear All"));
+    m_clearAll = new QPushButton(tr("Clear All"));
     m_clearAll->setIcon(
         Symbols::icon(QStringLiteral("trash"), palette().color(QPalette::ButtonText), 11));
     m_clearAll->setIconSize(QSize(11, 11));
     m_clearAll->setFont(Theme::font(11));
-    m_clearAll->setToolTip(QStringLiteral("Clear all history items"));
+    m_clearAll->setToolTip(tr("Clear all history items"));
     m_clearAll->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(m_clearAll, &QPushButton::clicked, this, &HistoryView::requestClearAll);
     row->addWidget(m_clearAll);
@@ -264,10 +268,10 @@ QWidget* HistoryView::buildEmptyState()
     column->addStretch(1);
     column->addWidget(symbolLabel(QStringLiteral("music.note.list"), 42,
                                   withOpacity(secondaryText(palette()), 0.5)));
-    m_emptyTitle = textLabel(QStringLiteral("No Ripped Audio Yet"), 15, QFont::Bold);
+    m_emptyTitle = textLabel(tr("No Ripped Audio Yet"), 15, QFont::Bold);
     column->addWidget(m_emptyTitle);
-    m_emptyText = textLabel(QStringLiteral("Extracted YouTube tracks and MP3s will appear here."),
-                            12, QFont::Normal, secondaryText(palette()));
+    m_emptyText = textLabel(tr("Extracted YouTube tracks and MP3s will appear here."), 12,
+                            QFont::Normal, secondaryText(palette()));
     column->addWidget(m_emptyText);
     column->addStretch(1);
     return page;
@@ -281,11 +285,11 @@ QWidget* HistoryView::buildNoMatchState()
     column->addStretch(1);
     column->addWidget(symbolLabel(QStringLiteral("magnifyingglass"), 36,
                                   withOpacity(secondaryText(palette()), 0.5)));
-    column->addWidget(textLabel(QStringLiteral("No Matching Tracks"), 14, QFont::Bold));
+    column->addWidget(textLabel(tr("No Matching Tracks"), 14, QFont::Bold));
     column->addWidget(
-        textLabel(QStringLiteral("Try searching with different terms or selecting 'All Formats'."),
-                  12, QFont::Normal, secondaryText(palette())));
-    m_resetFilters = new QPushButton(QStringLiteral("Reset Filters"));
+        textLabel(tr("Try searching with different terms or selecting 'All Formats'."), 12,
+                  QFont::Normal, secondaryText(palette())));
+    m_resetFilters = new QPushButton(tr("Reset Filters"));
     m_resetFilters->setFont(Theme::font(11));
     connect(m_resetFilters, &QPushButton::clicked, this, [this] {
         setSearchText(QString());
@@ -306,8 +310,7 @@ void HistoryView::updateContent()
     m_clearAll->setVisible(!m_model->libraryIsEmpty());
     // Until the library file is read, the empty page says so.
     const bool loading = m_history.isLoading();
-    m_emptyTitle->setText(loading ? QStringLiteral("Loading Library…")
-                                  : QStringLiteral("No Ripped Audio Yet"));
+    m_emptyTitle->setText(loading ? tr("Loading Library…") : tr("No Ripped Audio Yet"));
     m_emptyText->setVisible(!loading);
     Content shown = Content::list;
     if (m_model->libraryIsEmpty())
@@ -349,19 +352,19 @@ QMenu* HistoryView::contextMenuFor(int row, QWidget* parent)
 {
     const HistoryTrack track = m_model->trackAt(row);
     auto* menu = new QMenu(parent);
-    connect(menu->addAction(QStringLiteral("Play Track")), &QAction::triggered, this,
+    connect(menu->addAction(tr("Play Track")), &QAction::triggered, this,
             [this, track] { m_player.play(track); });
-    connect(menu->addAction(DesktopTexts::kShowInFolder), &QAction::triggered, this,
+    connect(menu->addAction(DesktopTexts::showInFolder()), &QAction::triggered, this,
             [this, track] { m_history.showInFinder(track); });
-    connect(menu->addAction(DesktopTexts::kOpenInDefaultPlayer), &QAction::triggered, this,
+    connect(menu->addAction(DesktopTexts::openInDefaultPlayer()), &QAction::triggered, this,
             [this, track] { m_history.openFile(track); });
     menu->addSeparator();
-    connect(menu->addAction(QStringLiteral("Copy File Path")), &QAction::triggered, this,
+    connect(menu->addAction(tr("Copy File Path")), &QAction::triggered, this,
             [this, track] { copyToClipboard(track.filePath); });
-    connect(menu->addAction(QStringLiteral("Copy YouTube Link")), &QAction::triggered, this,
+    connect(menu->addAction(tr("Copy YouTube Link")), &QAction::triggered, this,
             [this, track] { copyToClipboard(track.youtubeUrl); });
     menu->addSeparator();
-    QAction* remove = menu->addAction(QStringLiteral("Remove from Library"));
+    QAction* remove = menu->addAction(tr("Remove from Library"));
     remove->setIcon(Symbols::icon(QStringLiteral("trash"), QColor(0xe0, 0x38, 0x2f), 14));
     connect(remove, &QAction::triggered, this, [this, track] { m_history.removeTrack(track); });
     return menu;
@@ -369,8 +372,8 @@ QMenu* HistoryView::contextMenuFor(int row, QWidget* parent)
 
 QString HistoryView::deleteMessage(const std::optional<HistoryTrack>& track)
 {
-    return track ? u"Remove \"" + track->title + u"\" from your library history?"
-                 : QStringLiteral("Remove track from history?");
+    return track ? tr("Remove \"%1\" from your library history?").arg(track->title)
+                 : tr("Remove track from history?");
 }
 
 void HistoryView::requestRemoval(const HistoryTrack& track)
@@ -379,9 +382,8 @@ void HistoryView::requestRemoval(const HistoryTrack& track)
         m_deleteConfirmation->close();
     m_trackToDelete = track;
     QPushButton* remove = nullptr;
-    QMessageBox* box =
-        confirmation(this, QStringLiteral("Delete Track from Library?"),
-                     deleteMessage(m_trackToDelete), QStringLiteral("Remove"), &remove);
+    QMessageBox* box = confirmation(this, tr("Delete Track from Library?"),
+                                    deleteMessage(m_trackToDelete), tr("Remove"), &remove);
     m_deleteConfirmation = box;
     // A record that leaves the library meanwhile is no longer pending; the question says so.
     connect(&m_history, &HistoryStore::tracksChanged, box, [this, box] {
@@ -412,11 +414,11 @@ void HistoryView::requestClearAll()
     if (m_clearAllConfirmation)
         return;
     QPushButton* clear = nullptr;
-    QMessageBox* box = confirmation(
-        this, QStringLiteral("Clear Download History?"),
-        QStringLiteral("This will remove all tracks from your library list. Your downloaded audio "
-                       "files will remain in your folders."),
-        QStringLiteral("Clear All"), &clear);
+    QMessageBox* box =
+        confirmation(this, tr("Clear Download History?"),
+                     tr("This will remove all tracks from your library list. Your downloaded audio "
+                        "files will remain in your folders."),
+                     tr("Clear All"), &clear);
     m_clearAllConfirmation = box;
     connect(box, &QMessageBox::finished, this, [this, box, clear] {
         if (box->clickedButton() == clear)

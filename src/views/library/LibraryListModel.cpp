@@ -123,7 +123,7 @@ QVariant LibraryListModel::data(const QModelIndex& index, int role) const
         if (track.format.supportsBitrate())
             text += u", " + track.quality.shortName();
         text += u", " + track.fileSize;
-        return isPlaying(track) ? text + u", Playing" : text;
+        return isPlaying(track) ? tr("%1, Playing").arg(text) : text;
     }
     case TrackRole:
         return QVariant::fromValue(track);

@@ -28,8 +28,6 @@ constexpr int kSizeColumn = 75;
 constexpr int kActionButton = 18;
 constexpr int kActionSpacing = 8;
 
-const QString kRemoveTip = QStringLiteral("Remove from library");
-
 QRect badgeRect(const QString& text, const QFont& font, int left, int centreY)
 {
     const QFontMetrics metrics(font);
@@ -255,9 +253,9 @@ bool TrackDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
         const Geometry g = geometry(option.rect, track);
         QString tip;
         if (g.folderButton.contains(event->pos()))
-            tip = DesktopTexts::kShowInFolder;
+            tip = DesktopTexts::showInFolder();
         else if (g.trashButton.contains(event->pos()))
-            tip = kRemoveTip;
+            tip = tr("Remove from library");
         if (!tip.isEmpty()) {
             QToolTip::showText(event->globalPos(), tip, view);
             return true;

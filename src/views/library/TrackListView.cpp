@@ -13,7 +13,7 @@ QStringList TrackListView::rowActionNames(int row) const
 {
     const QModelIndex index = model()->index(row, 0);
     const bool playing = index.data(LibraryListModel::IsPlayingRole).toBool();
-    return {playing ? pauseAction() : playAction(), DesktopTexts::kShowInFolder, removeAction()};
+    return {playing ? pauseAction() : playAction(), DesktopTexts::showInFolder(), removeAction()};
 }
 
 void TrackListView::triggerRowAction(int row, const QString& name)
@@ -22,7 +22,7 @@ void TrackListView::triggerRowAction(int row, const QString& name)
         model()->index(row, 0).data(LibraryListModel::TrackRole).value<HistoryTrack>();
     if (name == playAction() || name == pauseAction())
         emit playRequested(track);
-    else if (name == DesktopTexts::kShowInFolder)
+    else if (name == DesktopTexts::showInFolder())
         emit showInFolderRequested(track);
     else if (name == removeAction())
         emit removeRequested(track);

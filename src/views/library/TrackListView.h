@@ -15,9 +15,9 @@ public:
     QStringList rowActionNames(int row) const override;
     void triggerRowAction(int row, const QString& name) override;
 
-    static QString playAction() { return QStringLiteral("Play"); }
-    static QString pauseAction() { return QStringLiteral("Pause"); }
-    static QString removeAction() { return QStringLiteral("Remove from Library"); }
+    static QString playAction() { return tr("Play"); }
+    static QString pauseAction() { return tr("Pause"); }
+    static QString removeAction() { return tr("Remove from Library"); }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -52,7 +52,7 @@ SettingsView::SettingsView(const Services& services, QWidget* parent)
     : ThemedScreen(Scrolling::scrolls, parent)
     , m_services(services)
 {
-    setAccessibleName(QStringLiteral("Settings"));
+    setAccessibleName(tr("Settings"));
     setAutoFillBackground(true);
     buildContent();
 
@@ -76,7 +76,7 @@ void SettingsView::buildContent()
     const QMargins shadow = GlassCard::shadowMargins();
     QVBoxLayout* layout = column(content, 20 - shadow.top() - shadow.bottom());
     layout->setContentsMargins(24 - shadow.left(), 24, 24 - shadow.right(), 24 - shadow.bottom());
-    QLabel* title = label(QStringLiteral("Preferences"), Theme::font(22, QFont::Bold));
+    QLabel* title = label(tr("Preferences"), Theme::font(22, QFont::Bold));
     title->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
     layout->addWidget(title);
     layout->addSpacing(shadow.bottom());
@@ -94,7 +94,7 @@ QWidget* SettingsView::buildDefaultsCard()
 {
     auto* content = new QWidget;
     QVBoxLayout* layout = column(content, 14);
-    layout->addWidget(sectionTitle(QStringLiteral("General Defaults"), this));
+    layout->addWidget(sectionTitle(tr("General Defaults"), this));
     layout->addWidget(new OutputOptionsForm(OutputOptionsForm::Kind::settings, m_services.engine,
                                             DesktopServices::system(), content));
     return card(content, this);
@@ -109,9 +109,9 @@ QWidget* SettingsView::buildToolsCard()
     auto* header = new QWidget(content);
     auto* headerRow = new QHBoxLayout(header);
     headerRow->setContentsMargins(0, 0, 0, 0);
-    headerRow->addWidget(sectionTitle(QStringLiteral("Engine & CLI Tools"), this));
+    headerRow->addWidget(sectionTitle(tr("Engine & CLI Tools"), this));
     headerRow->addStretch(1);
-    QPushButton* check = smallButton(QStringLiteral("Check Dependencies"), QString(), header);
+    QPushButton* check = smallButton(tr("Check Dependencies"), QString(), header);
     connect(check, &QPushButton::clicked, &tools, &DependencyManager::checkDependencies);
     headerRow->addWidget(check);
     layout->addWidget(header);
@@ -125,8 +125,8 @@ QWidget* SettingsView::buildToolsCard()
     auto* installLayout = new QHBoxLayout(m_installRow);
     installLayout->setContentsMargins(0, 4, 0, 0);
     installLayout->setSpacing(8);
-    m_installButton = smallButton(QStringLiteral("Download & Install Missing Tools Automatically"),
-                                  QString(), m_installRow);
+    m_installButton =
+        smallButton(tr("Download & Install Missing Tools Automatically"), QString(), m_installRow);
     makeProminent(m_installButton, orange(palette()));
     connect(m_installButton, &QPushButton::clicked, &tools,
             &DependencyManager::installDependenciesAutomatically);
@@ -152,10 +152,10 @@ QWidget* SettingsView::buildAboutCard()
     auto* texts = new QWidget(content);
     QVBoxLayout* textColumn = column(texts, 2);
     textColumn->addWidget(label(DesktopTexts::aboutTitle(), Theme::font(13, QFont::Bold)));
-    QLabel* version = label(QStringLiteral("Version ") + QStringLiteral(VELDTONE_VERSION) +
-                                QStringLiteral(" (Native Qt ") + QString::fromLatin1(qVersion()) +
-                                QStringLiteral(" Widgets)"),
-                            Theme::font(11), texts);
+    QLabel* version =
+        label(tr("Version %1 (Native Qt %2 Widgets)")
+                  .arg(QStringLiteral(VELDTONE_VERSION), QString::fromLatin1(qVersion())),
+              Theme::font(11), texts);
     setTextColor(version, secondaryText(palette()));
     textColumn->addWidget(version);
     row->addWidget(texts, 1);

@@ -57,17 +57,17 @@ void ToolStatusRow::setTool(const std::optional<QString>& path,
     m_sealSymbol =
         found ? QStringLiteral("checkmark.seal.fill") : QStringLiteral("xmark.seal.fill");
     setSymbol(m_seal, m_sealSymbol, found ? Theme::green(palette()) : Theme::red(palette()), 18);
-    m_seal->setAccessibleName(found ? QStringLiteral("Found") : QStringLiteral("Missing"));
+    m_seal->setAccessibleName(found ? tr("Found") : tr("Missing"));
 
     m_badge->setVisible(version.has_value());
     m_badge->setText(QStringLiteral("v") + version.value_or(QString()));
-    m_path->setText(path.value_or(QStringLiteral("Not found in standard paths")));
+    m_path->setText(path.value_or(tr("Not found in standard paths")));
 
     // One sentence for a screen reader: name, state, version, path.
-    QString description = m_toolName + QStringLiteral(": ") +
-                          (found ? QStringLiteral("found") : QStringLiteral("missing"));
+    QString description =
+        found ? tr("%1: found").arg(m_toolName) : tr("%1: missing").arg(m_toolName);
     if (version)
-        description += QStringLiteral(", version ") + *version;
+        description = tr("%1, version %2").arg(description, *version);
     setAccessibleName(m_toolName);
     setAccessibleDescription(description + QStringLiteral(", ") + m_path->text());
 }

@@ -58,8 +58,8 @@ ContentView::ContentView(const Services& services, const ScreenFactory& factory,
     HistoryStore& history = m_services.history;
     auto updateSaveNotice = [saveNotice, &history] {
         const QString error = history.lastSaveError();
-        const QString text = QStringLiteral("The library could not be saved in %1 (%2). "
-                                            "Changes are kept and saved with the next one.")
+        const QString text = tr("The library could not be saved in %1 (%2). "
+                                "Changes are kept and saved with the next one.")
                                  .arg(QDir::toNativeSeparators(history.folderPath()), error);
         saveNotice->setText(text);
         saveNotice->setToolTip(text);

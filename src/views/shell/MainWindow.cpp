@@ -21,18 +21,18 @@ MainWindow::MainWindow(const Services& services, const ScreenFactory& factory, Q
     setCentralWidget(m_content);
 
     // No "New Window": the application has exactly one window.
-    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
-    QAction* quit = file->addAction(QStringLiteral("&Quit"));
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    QAction* quit = file->addAction(tr("&Quit"));
     quit->setShortcut(QKeySequence::Quit);
     quit->setMenuRole(QAction::QuitRole);
     connect(quit, &QAction::triggered, this, &QWidget::close);
 
-    QMenu* playback = menuBar()->addMenu(QStringLiteral("Playback"));
-    m_playPause = playback->addAction(QStringLiteral("Play / Pause"));
+    QMenu* playback = menuBar()->addMenu(tr("Playback"));
+    m_playPause = playback->addAction(tr("Play / Pause"));
     m_playPause->setShortcut(QKeySequence(Qt::Key_Space));
     connect(m_playPause, &QAction::triggered, &services.player,
             &AudioPlayerService::togglePlayPause);
-    m_stop = playback->addAction(QStringLiteral("Stop Playback"));
+    m_stop = playback->addAction(tr("Stop Playback"));
     m_stop->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Period));
     connect(m_stop, &QAction::triggered, &services.player, &AudioPlayerService::stop);
 

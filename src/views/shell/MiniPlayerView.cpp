@@ -93,17 +93,17 @@ MiniPlayerView::MiniPlayerView(AudioPlayerService& player, HistoryStore& history
     , m_artwork(new Artwork(this))
     , m_title(new QLabel(this))
     , m_channel(new QLabel(this))
-    , m_playPause(plainButton(QStringLiteral("Play"), this))
-    , m_stop(plainButton(QStringLiteral("Stop"), this))
+    , m_playPause(plainButton(tr("Play"), this))
+    , m_stop(plainButton(tr("Stop"), this))
     , m_elapsed(timeLabel(this))
     , m_seek(new QSlider(Qt::Horizontal, this))
     , m_total(timeLabel(this))
     , m_volumeIcon(new QLabel(this))
     , m_volume(new QSlider(Qt::Horizontal, this))
-    , m_showInFolder(plainButton(DesktopTexts::kShowInFolder, this))
-    , m_close(plainButton(QStringLiteral("Close Player"), this))
+    , m_showInFolder(plainButton(DesktopTexts::showInFolder(), this))
+    , m_close(plainButton(tr("Close Player"), this))
 {
-    setAccessibleName(QStringLiteral("Mini Player"));
+    setAccessibleName(tr("Mini Player"));
 
     m_title->setFont(Theme::font(12, QFont::DemiBold));
     m_channel->setFont(Theme::font(11));
@@ -112,12 +112,12 @@ MiniPlayerView::MiniPlayerView(AudioPlayerService& player, HistoryStore& history
     m_playPause->setIconSize(QSize(16, 16));
     m_stop->setIconSize(QSize(12, 12));
     m_showInFolder->setIconSize(QSize(12, 12));
-    m_showInFolder->setToolTip(DesktopTexts::kShowInFolder);
+    m_showInFolder->setToolTip(DesktopTexts::showInFolder());
     m_close->setIconSize(QSize(11, 11));
-    m_close->setToolTip(QStringLiteral("Close Player"));
-    m_seek->setAccessibleName(QStringLiteral("Playback Position"));
+    m_close->setToolTip(tr("Close Player"));
+    m_seek->setAccessibleName(tr("Playback Position"));
     m_seek->setAttribute(Qt::WA_MacSmallSize);
-    m_volume->setAccessibleName(QStringLiteral("Volume"));
+    m_volume->setAccessibleName(tr("Volume"));
     m_volume->setAttribute(Qt::WA_MacSmallSize);
     m_volume->setRange(0, 100);
     m_volume->setFixedWidth(kVolumeSliderWidth);
@@ -233,7 +233,7 @@ void MiniPlayerView::playingChanged()
 {
     const bool playing = m_player.isPlaying();
     m_playSymbol = playing ? QStringLiteral("pause.fill") : QStringLiteral("play.fill");
-    m_playPause->setAccessibleName(playing ? QStringLiteral("Pause") : QStringLiteral("Play"));
+    m_playPause->setAccessibleName(playing ? tr("Pause") : tr("Play"));
     m_playPause->setIcon(Symbols::icon(m_playSymbol, Theme::primaryText(palette()), 16));
 }
 

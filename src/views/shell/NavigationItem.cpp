@@ -1,5 +1,7 @@
 #include "views/shell/NavigationItem.h"
 
+#include <QCoreApplication>
+
 namespace Navigation {
 
 QList<NavigationItem> allCases()
@@ -8,19 +10,32 @@ QList<NavigationItem> allCases()
             NavigationItem::settings};
 }
 
-QString rawValue(NavigationItem item)
+namespace {
+// The English title, which is also the destination's identity.
+const char* englishTitle(NavigationItem item)
 {
     switch (item) {
     case NavigationItem::convert:
-        return QStringLiteral("Convert");
+        return QT_TRANSLATE_NOOP("Navigation", "Convert");
     case NavigationItem::batch:
-        return QStringLiteral("Batch");
+        return QT_TRANSLATE_NOOP("Navigation", "Batch");
     case NavigationItem::history:
-        return QStringLiteral("Library");
+        return QT_TRANSLATE_NOOP("Navigation", "Library");
     case NavigationItem::settings:
-        return QStringLiteral("Settings");
+        return QT_TRANSLATE_NOOP("Navigation", "Settings");
     }
-    return {};
+    return "";
+}
+} // namespace
+
+QString rawValue(NavigationItem item)
+{
+    return QString::fromLatin1(englishTitle(item));
+}
+
+QString title(NavigationItem item)
+{
+    return QCoreApplication::translate("Navigation", englishTitle(item));
 }
 
 QString iconName(NavigationItem item)

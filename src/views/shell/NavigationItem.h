@@ -16,8 +16,10 @@ enum class NavigationItem
 namespace Navigation {
 
 QList<NavigationItem> allCases();
-// The sidebar title, which is also the destination's identity.
+// The English sidebar title, which is also the destination's identity.
 QString rawValue(NavigationItem item);
+// The sidebar title in the user's language.
+QString title(NavigationItem item);
 QString iconName(NavigationItem item);
 std::optional<NavigationItem> fromRawValue(const QString& raw);
 

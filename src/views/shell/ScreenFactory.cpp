@@ -13,7 +13,7 @@ namespace {
 // Only a value outside the four destinations (a bad cast) reaches this.
 QWidget* placeholder(NavigationItem item, QWidget* parent)
 {
-    auto* label = new QLabel(Navigation::rawValue(item), parent);
+    auto* label = new QLabel(Navigation::title(item), parent);
     label->setAlignment(Qt::AlignCenter);
     return label;
 }

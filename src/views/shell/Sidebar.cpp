@@ -80,7 +80,7 @@ SidebarRow::SidebarRow(NavigationItem item, QWidget* parent)
     : QAbstractButton(parent)
     , m_item(item)
 {
-    setText(Navigation::rawValue(item));
+    setText(Navigation::title(item));
     setCheckable(true);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -91,8 +91,7 @@ void SidebarRow::setBadgeCount(int count)
     if (count == m_badgeCount)
         return;
     m_badgeCount = count;
-    setAccessibleDescription(count > 0 ? QString::number(count) + QStringLiteral(" tracks")
-                                       : QString());
+    setAccessibleDescription(count > 0 ? tr("%n tracks", nullptr, count) : QString());
     update();
 }
 
@@ -164,7 +163,7 @@ Sidebar::Sidebar(QWidget* parent)
         return true;
     }();
     Q_UNUSED(factoryInstalled);
-    setAccessibleName(QStringLiteral("Sidebar"));
+    setAccessibleName(tr("Sidebar"));
     setAutoFillBackground(false);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 12, 0, 12);
