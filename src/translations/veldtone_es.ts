@@ -5,710 +5,714 @@
     <name>ActivitySpinner</name>
     <message>
         <source>In progress</source>
-        <translation type="unfinished"></translation>
+        <translation>En curso</translation>
     </message>
 </context>
 <context>
     <name>AudioFormat</name>
     <message>
         <source>MP3 (.mp3)</source>
-        <translation type="unfinished"></translation>
+        <translation>MP3 (.mp3)</translation>
     </message>
     <message>
         <source>M4A / AAC (.m4a)</source>
-        <translation type="unfinished"></translation>
+        <translation>M4A / AAC (.m4a)</translation>
     </message>
     <message>
         <source>FLAC Lossless (.flac)</source>
-        <translation type="unfinished"></translation>
+        <translation>FLAC sin pérdida (.flac)</translation>
     </message>
     <message>
         <source>WAV Uncompressed (.wav)</source>
-        <translation type="unfinished"></translation>
+        <translation>WAV sin comprimir (.wav)</translation>
     </message>
     <message>
         <source>Opus (.opus)</source>
-        <translation type="unfinished"></translation>
+        <translation>Opus (.opus)</translation>
     </message>
 </context>
 <context>
     <name>AudioQuality</name>
     <message>
         <source>320 kbps (Extreme Quality)</source>
-        <translation type="unfinished"></translation>
+        <translation>320 kbps (calidad máxima)</translation>
     </message>
     <message>
         <source>320 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>320 kbps</translation>
     </message>
     <message>
         <source>256 kbps (High Quality)</source>
-        <translation type="unfinished"></translation>
+        <translation>256 kbps (alta calidad)</translation>
     </message>
     <message>
         <source>256 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>256 kbps</translation>
     </message>
     <message>
         <source>192 kbps (Standard)</source>
-        <translation type="unfinished"></translation>
+        <translation>192 kbps (estándar)</translation>
     </message>
     <message>
         <source>192 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>192 kbps</translation>
     </message>
     <message>
         <source>128 kbps (Compact)</source>
-        <translation type="unfinished"></translation>
+        <translation>128 kbps (compacta)</translation>
     </message>
     <message>
         <source>128 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>128 kbps</translation>
     </message>
     <message>
         <source>Best Available (Original)</source>
-        <translation type="unfinished"></translation>
+        <translation>La mejor disponible (original)</translation>
     </message>
     <message>
         <source>Best (Auto)</source>
-        <translation type="unfinished"></translation>
+        <translation>La mejor (auto)</translation>
     </message>
 </context>
 <context>
     <name>BatchQueueModel</name>
     <message>
         <source>Waiting</source>
-        <translation type="unfinished"></translation>
+        <translation>En espera</translation>
     </message>
     <message>
         <source>Downloading %1%</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargando %1 %</translation>
     </message>
     <message>
         <source>Converting...</source>
-        <translation type="unfinished"></translation>
+        <translation>Convirtiendo...</translation>
     </message>
     <message>
         <source>Completed</source>
-        <translation type="unfinished"></translation>
+        <translation>Completado</translation>
     </message>
     <message>
         <source>Failed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Error: %1</translation>
     </message>
 </context>
 <context>
     <name>BatchRunner</name>
     <message>
         <source>%1 of %2 completed</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 de %2 completados</translation>
     </message>
     <message>
         <source>Another rip is already running.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ya hay otra extracción en curso.</translation>
     </message>
 </context>
 <context>
     <name>BatchView</name>
     <message>
         <source>Batch</source>
-        <translation type="unfinished"></translation>
+        <translation>Lote</translation>
     </message>
     <message>
         <source>Queue</source>
-        <translation type="unfinished"></translation>
+        <translation>Cola</translation>
     </message>
     <message>
         <source>Batch Audio Ripper</source>
-        <translation type="unfinished"></translation>
+        <translation>Extracción de audio por lotes</translation>
     </message>
     <message>
         <source>Paste multiple YouTube links to rip all audio at once</source>
-        <translation type="unfinished"></translation>
+        <translation>Pega varios enlaces de YouTube para extraer todo el audio de una vez</translation>
     </message>
     <message>
         <source>Clear Queue</source>
-        <translation type="unfinished"></translation>
+        <translation>Vaciar cola</translation>
     </message>
     <message>
         <source>Enter YouTube links (one per line):</source>
-        <translation type="unfinished"></translation>
+        <translation>Introduce enlaces de YouTube (uno por línea):</translation>
     </message>
     <message>
         <source>YouTube links, one per line</source>
-        <translation type="unfinished"></translation>
+        <translation>Enlaces de YouTube, uno por línea</translation>
     </message>
     <message>
         <source>Paste Clipboard</source>
-        <translation type="unfinished"></translation>
+        <translation>Pegar portapapeles</translation>
     </message>
     <message>
         <source>Add to Queue</source>
-        <translation type="unfinished"></translation>
+        <translation>Añadir a la cola</translation>
     </message>
     <message>
         <source>Stop Batch</source>
-        <translation type="unfinished"></translation>
+        <translation>Detener lote</translation>
     </message>
     <message>
         <source>Add More URLs</source>
-        <translation type="unfinished"></translation>
+        <translation>Añadir más enlaces</translation>
     </message>
     <message numerus="yes">
         <source>Rip All (%n Tracks)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Extraer todo (%n pista)</numerusform>
+            <numerusform>Extraer todo (%n pistas)</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Quitar</translation>
     </message>
 </context>
 <context>
     <name>ByteCount</name>
     <message>
         <source>%1 KB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 KB</translation>
     </message>
     <message>
         <source>%1 MB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 MB</translation>
     </message>
     <message>
         <source>%1 GB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 GB</translation>
     </message>
     <message>
         <source>%1 TB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 TB</translation>
     </message>
     <message>
         <source>%1 PB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 PB</translation>
     </message>
     <message>
         <source>%1 EB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 EB</translation>
     </message>
     <message>
         <source>Zero KB</source>
-        <translation type="unfinished"></translation>
+        <translation>0 KB</translation>
     </message>
     <message>
         <source>1 byte</source>
-        <translation type="unfinished"></translation>
+        <translation>1 byte</translation>
     </message>
     <message>
         <source>%1 bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 bytes</translation>
     </message>
     <message>
         <source>.</source>
         <comment>decimal separator</comment>
-        <translation type="unfinished"></translation>
+        <translation>,</translation>
     </message>
 </context>
 <context>
     <name>ContentView</name>
     <message>
         <source>The library could not be saved in %1 (%2). Changes are kept and saved with the next one.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo guardar la biblioteca en %1 (%2). Los cambios se conservan y se guardarán la próxima vez.</translation>
     </message>
 </context>
 <context>
     <name>ConverterView</name>
     <message>
         <source>Converter</source>
-        <translation type="unfinished"></translation>
+        <translation>Convertidor</translation>
     </message>
     <message>
         <source>Rip Audio (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>Extraer audio (%1)</translation>
     </message>
     <message>
         <source>Rip studio-quality MP3 &amp; audio from YouTube videos</source>
-        <translation type="unfinished"></translation>
+        <translation>Extrae MP3 y audio con calidad de estudio de vídeos de YouTube</translation>
     </message>
     <message>
         <source>Tools Missing (yt-dlp or ffmpeg)</source>
-        <translation type="unfinished"></translation>
+        <translation>Faltan herramientas (yt-dlp o ffmpeg)</translation>
     </message>
     <message>
         <source>Install Automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>Instalar automáticamente</translation>
     </message>
     <message>
         <source>YouTube Video Link</source>
-        <translation type="unfinished"></translation>
+        <translation>Enlace del vídeo de YouTube</translation>
     </message>
     <message>
         <source>https://www.youtube.com/watch?v=dQw4w9WgXcQ or https://youtu.be/dQw4w9WgXcQ</source>
-        <translation type="unfinished"></translation>
+        <translation>https://www.youtube.com/watch?v=dQw4w9WgXcQ o https://youtu.be/dQw4w9WgXcQ</translation>
     </message>
     <message>
         <source>Clear</source>
-        <translation type="unfinished"></translation>
+        <translation>Borrar</translation>
     </message>
     <message>
         <source>Paste</source>
-        <translation type="unfinished"></translation>
+        <translation>Pegar</translation>
     </message>
     <message>
         <source>Downloading Audio...</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargando audio...</translation>
     </message>
     <message>
         <source>Download progress</source>
-        <translation type="unfinished"></translation>
+        <translation>Progreso de la descarga</translation>
     </message>
     <message>
         <source>Cancel Download</source>
-        <translation type="unfinished"></translation>
+        <translation>Cancelar descarga</translation>
     </message>
     <message>
         <source>Extraction Complete!</source>
-        <translation type="unfinished"></translation>
+        <translation>¡Extracción completada!</translation>
     </message>
     <message>
         <source>Play</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproducir</translation>
     </message>
     <message>
         <source>Extraction Failed</source>
-        <translation type="unfinished"></translation>
+        <translation>Error en la extracción</translation>
     </message>
     <message>
         <source>Dismiss</source>
-        <translation type="unfinished"></translation>
+        <translation>Cerrar</translation>
     </message>
     <message>
         <source>New Rip</source>
-        <translation type="unfinished"></translation>
+        <translation>Nueva extracción</translation>
     </message>
     <message>
         <source>Ready (yt-dlp &amp; ffmpeg)</source>
-        <translation type="unfinished"></translation>
+        <translation>Listo (yt-dlp y ffmpeg)</translation>
     </message>
     <message>
         <source>Checking Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>Comprobando herramientas</translation>
     </message>
     <message>
         <source>Veldtone can automatically download and set up yt-dlp &amp; ffmpeg for you.</source>
-        <translation type="unfinished"></translation>
+        <translation>Veldtone puede descargar y configurar yt-dlp y ffmpeg automáticamente por ti.</translation>
     </message>
     <message>
         <source>ETA: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Restante: %1</translation>
     </message>
     <message>
         <source>Playing; press to pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproduciendo; pulsa para pausar</translation>
     </message>
     <message>
         <source>Press to play</source>
-        <translation type="unfinished"></translation>
+        <translation>Pulsa para reproducir</translation>
     </message>
     <message>
         <source>Extracting Audio...</source>
-        <translation type="unfinished"></translation>
+        <translation>Extrayendo audio...</translation>
     </message>
 </context>
 <context>
     <name>DependencyManager</name>
     <message>
         <source>Preparing installation directory...</source>
-        <translation type="unfinished"></translation>
+        <translation>Preparando la carpeta de instalación...</translation>
     </message>
     <message>
         <source>Downloading yt-dlp...</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargando yt-dlp...</translation>
     </message>
     <message>
         <source>Downloading ffmpeg...</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargando ffmpeg...</translation>
     </message>
     <message>
         <source>Verifying installed tools...</source>
-        <translation type="unfinished"></translation>
+        <translation>Verificando las herramientas instaladas...</translation>
     </message>
 </context>
 <context>
     <name>DesktopTexts</name>
     <message>
         <source>Show in Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Mostrar en la carpeta</translation>
     </message>
     <message>
         <source>Open Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Abrir carpeta</translation>
     </message>
     <message>
         <source>Open in Default Player</source>
-        <translation type="unfinished"></translation>
+        <translation>Abrir en el reproductor predeterminado</translation>
     </message>
     <message>
         <source>Veldtone for %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Veldtone para %1</translation>
     </message>
 </context>
 <context>
     <name>DownloadEngine</name>
     <message>
         <source>yt-dlp is missing. Please check Settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>Falta yt-dlp. Revisa los ajustes.</translation>
     </message>
     <message>
         <source>Please enter a valid YouTube URL.</source>
-        <translation type="unfinished"></translation>
+        <translation>Introduce un enlace de YouTube válido.</translation>
     </message>
     <message>
         <source>Extracted Audio</source>
-        <translation type="unfinished"></translation>
+        <translation>Audio extraído</translation>
     </message>
 </context>
 <context>
     <name>ExtractionJob</name>
     <message>
         <source>Cannot write to the folder %1</source>
-        <translation type="unfinished"></translation>
+        <translation>No se puede escribir en la carpeta %1</translation>
     </message>
     <message>
         <source>Download failed with exit code %1</source>
-        <translation type="unfinished"></translation>
+        <translation>La descarga falló con el código de salida %1</translation>
     </message>
 </context>
 <context>
     <name>HistoryStore</name>
     <message>
         <source>a record has a date that cannot be written</source>
-        <translation type="unfinished"></translation>
+        <translation>un registro tiene una fecha que no se puede escribir</translation>
     </message>
     <message>
         <source>the unreadable library file could not be moved aside</source>
-        <translation type="unfinished"></translation>
+        <translation>no se pudo apartar el archivo ilegible de la biblioteca</translation>
     </message>
 </context>
 <context>
     <name>HistoryView</name>
     <message>
         <source>MP3</source>
-        <translation type="unfinished"></translation>
+        <translation>MP3</translation>
     </message>
     <message>
         <source>M4A / AAC</source>
-        <translation type="unfinished"></translation>
+        <translation>M4A / AAC</translation>
     </message>
     <message>
         <source>FLAC (Lossless)</source>
-        <translation type="unfinished"></translation>
+        <translation>FLAC (sin pérdida)</translation>
     </message>
     <message>
         <source>WAV</source>
-        <translation type="unfinished"></translation>
+        <translation>WAV</translation>
     </message>
     <message>
         <source>OPUS</source>
-        <translation type="unfinished"></translation>
+        <translation>OPUS</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Cancelar</translation>
     </message>
     <message>
         <source>Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Biblioteca</translation>
     </message>
     <message>
         <source>Tracks</source>
-        <translation type="unfinished"></translation>
+        <translation>Pistas</translation>
     </message>
     <message>
         <source>All Formats</source>
-        <translation type="unfinished"></translation>
+        <translation>Todos los formatos</translation>
     </message>
     <message>
         <source>Search tracks...</source>
-        <translation type="unfinished"></translation>
+        <translation>Buscar pistas...</translation>
     </message>
     <message>
         <source>Search tracks</source>
-        <translation type="unfinished"></translation>
+        <translation>Buscar pistas</translation>
     </message>
     <message>
         <source>Clear search</source>
-        <translation type="unfinished"></translation>
+        <translation>Borrar búsqueda</translation>
     </message>
     <message>
         <source>Format filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Filtro de formato</translation>
     </message>
     <message>
         <source>Clear All</source>
-        <translation type="unfinished"></translation>
+        <translation>Borrar todo</translation>
     </message>
     <message>
         <source>Clear all history items</source>
-        <translation type="unfinished"></translation>
+        <translation>Borrar todo el historial</translation>
     </message>
     <message>
         <source>No Ripped Audio Yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Aún no hay audio extraído</translation>
     </message>
     <message>
         <source>Extracted YouTube tracks and MP3s will appear here.</source>
-        <translation type="unfinished"></translation>
+        <translation>Las pistas de YouTube y los MP3 extraídos aparecerán aquí.</translation>
     </message>
     <message>
         <source>No Matching Tracks</source>
-        <translation type="unfinished"></translation>
+        <translation>No hay pistas coincidentes</translation>
     </message>
     <message>
         <source>Try searching with different terms or selecting &apos;All Formats&apos;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Prueba con otros términos o elige «Todos los formatos».</translation>
     </message>
     <message>
         <source>Reset Filters</source>
-        <translation type="unfinished"></translation>
+        <translation>Restablecer filtros</translation>
     </message>
     <message>
         <source>Loading Library…</source>
-        <translation type="unfinished"></translation>
+        <translation>Cargando biblioteca…</translation>
     </message>
     <message>
         <source>Play Track</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproducir pista</translation>
     </message>
     <message>
         <source>Copy File Path</source>
-        <translation type="unfinished"></translation>
+        <translation>Copiar ruta del archivo</translation>
     </message>
     <message>
         <source>Copy YouTube Link</source>
-        <translation type="unfinished"></translation>
+        <translation>Copiar enlace de YouTube</translation>
     </message>
     <message>
         <source>Remove from Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Quitar de la biblioteca</translation>
     </message>
     <message>
         <source>Remove &quot;%1&quot; from your library history?</source>
-        <translation type="unfinished"></translation>
+        <translation>¿Quitar «%1» del historial de tu biblioteca?</translation>
     </message>
     <message>
         <source>Remove track from history?</source>
-        <translation type="unfinished"></translation>
+        <translation>¿Quitar la pista del historial?</translation>
     </message>
     <message>
         <source>Delete Track from Library?</source>
-        <translation type="unfinished"></translation>
+        <translation>¿Eliminar la pista de la biblioteca?</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Quitar</translation>
     </message>
     <message>
         <source>Clear Download History?</source>
-        <translation type="unfinished"></translation>
+        <translation>¿Borrar el historial de descargas?</translation>
     </message>
     <message>
         <source>This will remove all tracks from your library list. Your downloaded audio files will remain in your folders.</source>
-        <translation type="unfinished"></translation>
+        <translation>Se quitarán todas las pistas de la lista de tu biblioteca. Los archivos de audio descargados seguirán en tus carpetas.</translation>
     </message>
 </context>
 <context>
     <name>LibraryListModel</name>
     <message>
         <source>%1, Playing</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, reproduciendo</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Archivo</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Salir</translation>
     </message>
     <message>
         <source>Playback</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproducción</translation>
     </message>
     <message>
         <source>Play / Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproducir / Pausa</translation>
     </message>
     <message>
         <source>Stop Playback</source>
-        <translation type="unfinished"></translation>
+        <translation>Detener reproducción</translation>
     </message>
 </context>
 <context>
     <name>MetadataFetch</name>
     <message>
         <source>Unknown Title</source>
-        <translation type="unfinished"></translation>
+        <translation>Título desconocido</translation>
     </message>
     <message>
         <source>Unknown Artist</source>
-        <translation type="unfinished"></translation>
+        <translation>Artista desconocido</translation>
     </message>
 </context>
 <context>
     <name>MiniPlayerView</name>
     <message>
         <source>Play</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproducir</translation>
     </message>
     <message>
         <source>Stop</source>
-        <translation type="unfinished"></translation>
+        <translation>Detener</translation>
     </message>
     <message>
         <source>Close Player</source>
-        <translation type="unfinished"></translation>
+        <translation>Cerrar reproductor</translation>
     </message>
     <message>
         <source>Mini Player</source>
-        <translation type="unfinished"></translation>
+        <translation>Minirreproductor</translation>
     </message>
     <message>
         <source>Playback Position</source>
-        <translation type="unfinished"></translation>
+        <translation>Posición de reproducción</translation>
     </message>
     <message>
         <source>Volume</source>
-        <translation type="unfinished"></translation>
+        <translation>Volumen</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Pausa</translation>
     </message>
 </context>
 <context>
     <name>Navigation</name>
     <message>
         <source>Convert</source>
-        <translation type="unfinished"></translation>
+        <translation>Convertir</translation>
     </message>
     <message>
         <source>Batch</source>
-        <translation type="unfinished"></translation>
+        <translation>Lote</translation>
     </message>
     <message>
         <source>Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Biblioteca</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Ajustes</translation>
     </message>
 </context>
 <context>
     <name>OutputOptionsForm</name>
     <message>
         <source>Destination Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Carpeta de destino</translation>
     </message>
     <message>
         <source>Default Download Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Carpeta de descargas predeterminada</translation>
     </message>
     <message>
         <source>Choose...</source>
-        <translation type="unfinished"></translation>
+        <translation>Elegir...</translation>
     </message>
     <message>
         <source>Change...</source>
-        <translation type="unfinished"></translation>
+        <translation>Cambiar...</translation>
     </message>
     <message>
         <source>Audio Format</source>
-        <translation type="unfinished"></translation>
+        <translation>Formato de audio</translation>
     </message>
     <message>
         <source>Default Format</source>
-        <translation type="unfinished"></translation>
+        <translation>Formato predeterminado</translation>
     </message>
     <message>
         <source>Audio Quality</source>
-        <translation type="unfinished"></translation>
+        <translation>Calidad de audio</translation>
     </message>
     <message>
         <source>Default Bitrate</source>
-        <translation type="unfinished"></translation>
+        <translation>Tasa de bits predeterminada</translation>
     </message>
     <message>
         <source>Lossless / Best Stream</source>
-        <translation type="unfinished"></translation>
+        <translation>Sin pérdida / mejor flujo</translation>
     </message>
     <message>
         <source>Embed Album Artwork</source>
-        <translation type="unfinished"></translation>
+        <translation>Incrustar carátula</translation>
     </message>
     <message>
         <source>Embed ID3 Tags</source>
-        <translation type="unfinished"></translation>
+        <translation>Incrustar etiquetas ID3</translation>
     </message>
     <message>
         <source>Always embed YouTube thumbnail as album cover artwork</source>
-        <translation type="unfinished"></translation>
+        <translation>Incrustar siempre la miniatura de YouTube como carátula del álbum</translation>
     </message>
     <message>
         <source>Always embed ID3 audio tags (Title, Artist, Channel, Album)</source>
-        <translation type="unfinished"></translation>
+        <translation>Incrustar siempre etiquetas ID3 (título, artista, canal, álbum)</translation>
     </message>
     <message>
         <source>Select Download Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Seleccionar carpeta de descargas</translation>
     </message>
 </context>
 <context>
     <name>SettingsView</name>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Ajustes</translation>
     </message>
     <message>
         <source>Preferences</source>
-        <translation type="unfinished"></translation>
+        <translation>Preferencias</translation>
     </message>
     <message>
         <source>General Defaults</source>
-        <translation type="unfinished"></translation>
+        <translation>Valores predeterminados</translation>
     </message>
     <message>
         <source>Engine &amp; CLI Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>Motor y herramientas de línea de órdenes</translation>
     </message>
     <message>
         <source>Check Dependencies</source>
-        <translation type="unfinished"></translation>
+        <translation>Comprobar dependencias</translation>
     </message>
     <message>
         <source>Download &amp; Install Missing Tools Automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>Descargar e instalar automáticamente las herramientas que faltan</translation>
     </message>
     <message>
         <source>Version %1 (Native Qt %2 Widgets)</source>
-        <translation type="unfinished"></translation>
+        <translation>Versión %1 (widgets nativos de Qt %2)</translation>
     </message>
 </context>
 <context>
     <name>Sidebar</name>
     <message>
         <source>Sidebar</source>
-        <translation type="unfinished"></translation>
+        <translation>Barra lateral</translation>
     </message>
 </context>
 <context>
     <name>SidebarRow</name>
     <message numerus="yes">
         <source>%n tracks</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n pista</numerusform>
+            <numerusform>%n pistas</numerusform>
         </translation>
     </message>
 </context>
@@ -716,68 +720,68 @@
     <name>ToolOutputReader</name>
     <message>
         <source>Converting audio to %1 (%2)...</source>
-        <translation type="unfinished"></translation>
+        <translation>Convirtiendo el audio a %1 (%2)...</translation>
     </message>
     <message>
         <source>Embedding album artwork...</source>
-        <translation type="unfinished"></translation>
+        <translation>Incrustando la carátula...</translation>
     </message>
     <message>
         <source>Embedding audio tags...</source>
-        <translation type="unfinished"></translation>
+        <translation>Incrustando etiquetas de audio...</translation>
     </message>
     <message>
         <source>Unknown extraction error</source>
-        <translation type="unfinished"></translation>
+        <translation>Error de extracción desconocido</translation>
     </message>
 </context>
 <context>
     <name>ToolStatusRow</name>
     <message>
         <source>Found</source>
-        <translation type="unfinished"></translation>
+        <translation>Encontrado</translation>
     </message>
     <message>
         <source>Missing</source>
-        <translation type="unfinished"></translation>
+        <translation>No encontrado</translation>
     </message>
     <message>
         <source>Not found in standard paths</source>
-        <translation type="unfinished"></translation>
+        <translation>No se encuentra en las rutas estándar</translation>
     </message>
     <message>
         <source>%1: found</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: encontrado</translation>
     </message>
     <message>
         <source>%1: missing</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: no encontrado</translation>
     </message>
     <message>
         <source>%1, version %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, versión %2</translation>
     </message>
 </context>
 <context>
     <name>TrackDelegate</name>
     <message>
         <source>Remove from library</source>
-        <translation type="unfinished"></translation>
+        <translation>Quitar de la biblioteca</translation>
     </message>
 </context>
 <context>
     <name>TrackListView</name>
     <message>
         <source>Play</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproducir</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Pausa</translation>
     </message>
     <message>
         <source>Remove from Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Quitar de la biblioteca</translation>
     </message>
 </context>
 </TS>

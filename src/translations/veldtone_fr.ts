@@ -5,710 +5,714 @@
     <name>ActivitySpinner</name>
     <message>
         <source>In progress</source>
-        <translation type="unfinished"></translation>
+        <translation>En cours</translation>
     </message>
 </context>
 <context>
     <name>AudioFormat</name>
     <message>
         <source>MP3 (.mp3)</source>
-        <translation type="unfinished"></translation>
+        <translation>MP3 (.mp3)</translation>
     </message>
     <message>
         <source>M4A / AAC (.m4a)</source>
-        <translation type="unfinished"></translation>
+        <translation>M4A / AAC (.m4a)</translation>
     </message>
     <message>
         <source>FLAC Lossless (.flac)</source>
-        <translation type="unfinished"></translation>
+        <translation>FLAC sans perte (.flac)</translation>
     </message>
     <message>
         <source>WAV Uncompressed (.wav)</source>
-        <translation type="unfinished"></translation>
+        <translation>WAV non compressé (.wav)</translation>
     </message>
     <message>
         <source>Opus (.opus)</source>
-        <translation type="unfinished"></translation>
+        <translation>Opus (.opus)</translation>
     </message>
 </context>
 <context>
     <name>AudioQuality</name>
     <message>
         <source>320 kbps (Extreme Quality)</source>
-        <translation type="unfinished"></translation>
+        <translation>320 kb/s (qualité maximale)</translation>
     </message>
     <message>
         <source>320 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>320 kb/s</translation>
     </message>
     <message>
         <source>256 kbps (High Quality)</source>
-        <translation type="unfinished"></translation>
+        <translation>256 kb/s (haute qualité)</translation>
     </message>
     <message>
         <source>256 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>256 kb/s</translation>
     </message>
     <message>
         <source>192 kbps (Standard)</source>
-        <translation type="unfinished"></translation>
+        <translation>192 kb/s (standard)</translation>
     </message>
     <message>
         <source>192 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>192 kb/s</translation>
     </message>
     <message>
         <source>128 kbps (Compact)</source>
-        <translation type="unfinished"></translation>
+        <translation>128 kb/s (compact)</translation>
     </message>
     <message>
         <source>128 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>128 kb/s</translation>
     </message>
     <message>
         <source>Best Available (Original)</source>
-        <translation type="unfinished"></translation>
+        <translation>Meilleure disponible (originale)</translation>
     </message>
     <message>
         <source>Best (Auto)</source>
-        <translation type="unfinished"></translation>
+        <translation>Meilleure (auto)</translation>
     </message>
 </context>
 <context>
     <name>BatchQueueModel</name>
     <message>
         <source>Waiting</source>
-        <translation type="unfinished"></translation>
+        <translation>En attente</translation>
     </message>
     <message>
         <source>Downloading %1%</source>
-        <translation type="unfinished"></translation>
+        <translation>Téléchargement&#xa0;%1&#xa0;%</translation>
     </message>
     <message>
         <source>Converting...</source>
-        <translation type="unfinished"></translation>
+        <translation>Conversion...</translation>
     </message>
     <message>
         <source>Completed</source>
-        <translation type="unfinished"></translation>
+        <translation>Terminé</translation>
     </message>
     <message>
         <source>Failed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Échec&#xa0;:&#xa0;%1</translation>
     </message>
 </context>
 <context>
     <name>BatchRunner</name>
     <message>
         <source>%1 of %2 completed</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 sur&#xa0;%2 terminés</translation>
     </message>
     <message>
         <source>Another rip is already running.</source>
-        <translation type="unfinished"></translation>
+        <translation>Une autre extraction est déjà en cours.</translation>
     </message>
 </context>
 <context>
     <name>BatchView</name>
     <message>
         <source>Batch</source>
-        <translation type="unfinished"></translation>
+        <translation>Lot</translation>
     </message>
     <message>
         <source>Queue</source>
-        <translation type="unfinished"></translation>
+        <translation>File d&apos;attente</translation>
     </message>
     <message>
         <source>Batch Audio Ripper</source>
-        <translation type="unfinished"></translation>
+        <translation>Extraction audio par lot</translation>
     </message>
     <message>
         <source>Paste multiple YouTube links to rip all audio at once</source>
-        <translation type="unfinished"></translation>
+        <translation>Collez plusieurs liens YouTube pour extraire tout l&apos;audio d&apos;un coup</translation>
     </message>
     <message>
         <source>Clear Queue</source>
-        <translation type="unfinished"></translation>
+        <translation>Vider la file</translation>
     </message>
     <message>
         <source>Enter YouTube links (one per line):</source>
-        <translation type="unfinished"></translation>
+        <translation>Saisissez des liens YouTube (un par ligne)&#xa0;:</translation>
     </message>
     <message>
         <source>YouTube links, one per line</source>
-        <translation type="unfinished"></translation>
+        <translation>Liens YouTube, un par ligne</translation>
     </message>
     <message>
         <source>Paste Clipboard</source>
-        <translation type="unfinished"></translation>
+        <translation>Coller le presse-papiers</translation>
     </message>
     <message>
         <source>Add to Queue</source>
-        <translation type="unfinished"></translation>
+        <translation>Ajouter à la file</translation>
     </message>
     <message>
         <source>Stop Batch</source>
-        <translation type="unfinished"></translation>
+        <translation>Arrêter le lot</translation>
     </message>
     <message>
         <source>Add More URLs</source>
-        <translation type="unfinished"></translation>
+        <translation>Ajouter d&apos;autres liens</translation>
     </message>
     <message numerus="yes">
         <source>Rip All (%n Tracks)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Tout extraire (%n piste)</numerusform>
+            <numerusform>Tout extraire (%n pistes)</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Retirer</translation>
     </message>
 </context>
 <context>
     <name>ByteCount</name>
     <message>
         <source>%1 KB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Ko</translation>
     </message>
     <message>
         <source>%1 MB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Mo</translation>
     </message>
     <message>
         <source>%1 GB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Go</translation>
     </message>
     <message>
         <source>%1 TB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 To</translation>
     </message>
     <message>
         <source>%1 PB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Po</translation>
     </message>
     <message>
         <source>%1 EB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Eo</translation>
     </message>
     <message>
         <source>Zero KB</source>
-        <translation type="unfinished"></translation>
+        <translation>0 Ko</translation>
     </message>
     <message>
         <source>1 byte</source>
-        <translation type="unfinished"></translation>
+        <translation>1 octet</translation>
     </message>
     <message>
         <source>%1 bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 octets</translation>
     </message>
     <message>
         <source>.</source>
         <comment>decimal separator</comment>
-        <translation type="unfinished"></translation>
+        <translation>,</translation>
     </message>
 </context>
 <context>
     <name>ContentView</name>
     <message>
         <source>The library could not be saved in %1 (%2). Changes are kept and saved with the next one.</source>
-        <translation type="unfinished"></translation>
+        <translation>La bibliothèque n&apos;a pas pu être enregistrée dans&#xa0;%1 (%2). Les modifications sont conservées et seront enregistrées la prochaine fois.</translation>
     </message>
 </context>
 <context>
     <name>ConverterView</name>
     <message>
         <source>Converter</source>
-        <translation type="unfinished"></translation>
+        <translation>Convertisseur</translation>
     </message>
     <message>
         <source>Rip Audio (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>Extraire l&apos;audio (%1)</translation>
     </message>
     <message>
         <source>Rip studio-quality MP3 &amp; audio from YouTube videos</source>
-        <translation type="unfinished"></translation>
+        <translation>Extrayez des MP3 et de l&apos;audio en qualité studio depuis des vidéos YouTube</translation>
     </message>
     <message>
         <source>Tools Missing (yt-dlp or ffmpeg)</source>
-        <translation type="unfinished"></translation>
+        <translation>Outils manquants (yt-dlp ou ffmpeg)</translation>
     </message>
     <message>
         <source>Install Automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>Installer automatiquement</translation>
     </message>
     <message>
         <source>YouTube Video Link</source>
-        <translation type="unfinished"></translation>
+        <translation>Lien de la vidéo YouTube</translation>
     </message>
     <message>
         <source>https://www.youtube.com/watch?v=dQw4w9WgXcQ or https://youtu.be/dQw4w9WgXcQ</source>
-        <translation type="unfinished"></translation>
+        <translation>https://www.youtube.com/watch?v=dQw4w9WgXcQ ou https://youtu.be/dQw4w9WgXcQ</translation>
     </message>
     <message>
         <source>Clear</source>
-        <translation type="unfinished"></translation>
+        <translation>Effacer</translation>
     </message>
     <message>
         <source>Paste</source>
-        <translation type="unfinished"></translation>
+        <translation>Coller</translation>
     </message>
     <message>
         <source>Downloading Audio...</source>
-        <translation type="unfinished"></translation>
+        <translation>Téléchargement de l&apos;audio...</translation>
     </message>
     <message>
         <source>Download progress</source>
-        <translation type="unfinished"></translation>
+        <translation>Progression du téléchargement</translation>
     </message>
     <message>
         <source>Cancel Download</source>
-        <translation type="unfinished"></translation>
+        <translation>Annuler le téléchargement</translation>
     </message>
     <message>
         <source>Extraction Complete!</source>
-        <translation type="unfinished"></translation>
+        <translation>Extraction terminée&#xa0;!</translation>
     </message>
     <message>
         <source>Play</source>
-        <translation type="unfinished"></translation>
+        <translation>Lire</translation>
     </message>
     <message>
         <source>Extraction Failed</source>
-        <translation type="unfinished"></translation>
+        <translation>Échec de l&apos;extraction</translation>
     </message>
     <message>
         <source>Dismiss</source>
-        <translation type="unfinished"></translation>
+        <translation>Fermer</translation>
     </message>
     <message>
         <source>New Rip</source>
-        <translation type="unfinished"></translation>
+        <translation>Nouvelle extraction</translation>
     </message>
     <message>
         <source>Ready (yt-dlp &amp; ffmpeg)</source>
-        <translation type="unfinished"></translation>
+        <translation>Prêt (yt-dlp et ffmpeg)</translation>
     </message>
     <message>
         <source>Checking Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>Vérification des outils</translation>
     </message>
     <message>
         <source>Veldtone can automatically download and set up yt-dlp &amp; ffmpeg for you.</source>
-        <translation type="unfinished"></translation>
+        <translation>Veldtone peut télécharger et configurer automatiquement yt-dlp et ffmpeg pour vous.</translation>
     </message>
     <message>
         <source>ETA: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Reste&#xa0;:&#xa0;%1</translation>
     </message>
     <message>
         <source>Playing; press to pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Lecture en cours&#xa0;; appuyez pour mettre en pause</translation>
     </message>
     <message>
         <source>Press to play</source>
-        <translation type="unfinished"></translation>
+        <translation>Appuyez pour lire</translation>
     </message>
     <message>
         <source>Extracting Audio...</source>
-        <translation type="unfinished"></translation>
+        <translation>Extraction de l&apos;audio...</translation>
     </message>
 </context>
 <context>
     <name>DependencyManager</name>
     <message>
         <source>Preparing installation directory...</source>
-        <translation type="unfinished"></translation>
+        <translation>Préparation du dossier d&apos;installation...</translation>
     </message>
     <message>
         <source>Downloading yt-dlp...</source>
-        <translation type="unfinished"></translation>
+        <translation>Téléchargement de yt-dlp...</translation>
     </message>
     <message>
         <source>Downloading ffmpeg...</source>
-        <translation type="unfinished"></translation>
+        <translation>Téléchargement de ffmpeg...</translation>
     </message>
     <message>
         <source>Verifying installed tools...</source>
-        <translation type="unfinished"></translation>
+        <translation>Vérification des outils installés...</translation>
     </message>
 </context>
 <context>
     <name>DesktopTexts</name>
     <message>
         <source>Show in Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Afficher dans le dossier</translation>
     </message>
     <message>
         <source>Open Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Ouvrir le dossier</translation>
     </message>
     <message>
         <source>Open in Default Player</source>
-        <translation type="unfinished"></translation>
+        <translation>Ouvrir dans le lecteur par défaut</translation>
     </message>
     <message>
         <source>Veldtone for %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Veldtone pour&#xa0;%1</translation>
     </message>
 </context>
 <context>
     <name>DownloadEngine</name>
     <message>
         <source>yt-dlp is missing. Please check Settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>yt-dlp est introuvable. Vérifiez les paramètres.</translation>
     </message>
     <message>
         <source>Please enter a valid YouTube URL.</source>
-        <translation type="unfinished"></translation>
+        <translation>Veuillez saisir un lien YouTube valide.</translation>
     </message>
     <message>
         <source>Extracted Audio</source>
-        <translation type="unfinished"></translation>
+        <translation>Audio extrait</translation>
     </message>
 </context>
 <context>
     <name>ExtractionJob</name>
     <message>
         <source>Cannot write to the folder %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Impossible d&apos;écrire dans le dossier&#xa0;%1</translation>
     </message>
     <message>
         <source>Download failed with exit code %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Le téléchargement a échoué avec le code de sortie&#xa0;%1</translation>
     </message>
 </context>
 <context>
     <name>HistoryStore</name>
     <message>
         <source>a record has a date that cannot be written</source>
-        <translation type="unfinished"></translation>
+        <translation>un enregistrement a une date qui ne peut pas être écrite</translation>
     </message>
     <message>
         <source>the unreadable library file could not be moved aside</source>
-        <translation type="unfinished"></translation>
+        <translation>le fichier de bibliothèque illisible n&apos;a pas pu être mis de côté</translation>
     </message>
 </context>
 <context>
     <name>HistoryView</name>
     <message>
         <source>MP3</source>
-        <translation type="unfinished"></translation>
+        <translation>MP3</translation>
     </message>
     <message>
         <source>M4A / AAC</source>
-        <translation type="unfinished"></translation>
+        <translation>M4A / AAC</translation>
     </message>
     <message>
         <source>FLAC (Lossless)</source>
-        <translation type="unfinished"></translation>
+        <translation>FLAC (sans perte)</translation>
     </message>
     <message>
         <source>WAV</source>
-        <translation type="unfinished"></translation>
+        <translation>WAV</translation>
     </message>
     <message>
         <source>OPUS</source>
-        <translation type="unfinished"></translation>
+        <translation>OPUS</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Annuler</translation>
     </message>
     <message>
         <source>Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Bibliothèque</translation>
     </message>
     <message>
         <source>Tracks</source>
-        <translation type="unfinished"></translation>
+        <translation>Pistes</translation>
     </message>
     <message>
         <source>All Formats</source>
-        <translation type="unfinished"></translation>
+        <translation>Tous les formats</translation>
     </message>
     <message>
         <source>Search tracks...</source>
-        <translation type="unfinished"></translation>
+        <translation>Rechercher des pistes...</translation>
     </message>
     <message>
         <source>Search tracks</source>
-        <translation type="unfinished"></translation>
+        <translation>Rechercher des pistes</translation>
     </message>
     <message>
         <source>Clear search</source>
-        <translation type="unfinished"></translation>
+        <translation>Effacer la recherche</translation>
     </message>
     <message>
         <source>Format filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Filtre de format</translation>
     </message>
     <message>
         <source>Clear All</source>
-        <translation type="unfinished"></translation>
+        <translation>Tout effacer</translation>
     </message>
     <message>
         <source>Clear all history items</source>
-        <translation type="unfinished"></translation>
+        <translation>Effacer tout l&apos;historique</translation>
     </message>
     <message>
         <source>No Ripped Audio Yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Aucun audio extrait pour le moment</translation>
     </message>
     <message>
         <source>Extracted YouTube tracks and MP3s will appear here.</source>
-        <translation type="unfinished"></translation>
+        <translation>Les pistes YouTube et MP3 extraits apparaîtront ici.</translation>
     </message>
     <message>
         <source>No Matching Tracks</source>
-        <translation type="unfinished"></translation>
+        <translation>Aucune piste correspondante</translation>
     </message>
     <message>
         <source>Try searching with different terms or selecting &apos;All Formats&apos;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Essayez d&apos;autres termes ou choisissez «&#xa0;Tous les formats&#xa0;».</translation>
     </message>
     <message>
         <source>Reset Filters</source>
-        <translation type="unfinished"></translation>
+        <translation>Réinitialiser les filtres</translation>
     </message>
     <message>
         <source>Loading Library…</source>
-        <translation type="unfinished"></translation>
+        <translation>Chargement de la bibliothèque…</translation>
     </message>
     <message>
         <source>Play Track</source>
-        <translation type="unfinished"></translation>
+        <translation>Lire la piste</translation>
     </message>
     <message>
         <source>Copy File Path</source>
-        <translation type="unfinished"></translation>
+        <translation>Copier le chemin du fichier</translation>
     </message>
     <message>
         <source>Copy YouTube Link</source>
-        <translation type="unfinished"></translation>
+        <translation>Copier le lien YouTube</translation>
     </message>
     <message>
         <source>Remove from Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Retirer de la bibliothèque</translation>
     </message>
     <message>
         <source>Remove &quot;%1&quot; from your library history?</source>
-        <translation type="unfinished"></translation>
+        <translation>Retirer «&#xa0;%1&#xa0;» de l&apos;historique de votre bibliothèque&#xa0;?</translation>
     </message>
     <message>
         <source>Remove track from history?</source>
-        <translation type="unfinished"></translation>
+        <translation>Retirer la piste de l&apos;historique&#xa0;?</translation>
     </message>
     <message>
         <source>Delete Track from Library?</source>
-        <translation type="unfinished"></translation>
+        <translation>Supprimer la piste de la bibliothèque&#xa0;?</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Retirer</translation>
     </message>
     <message>
         <source>Clear Download History?</source>
-        <translation type="unfinished"></translation>
+        <translation>Effacer l&apos;historique des téléchargements&#xa0;?</translation>
     </message>
     <message>
         <source>This will remove all tracks from your library list. Your downloaded audio files will remain in your folders.</source>
-        <translation type="unfinished"></translation>
+        <translation>Toutes les pistes seront retirées de la liste de votre bibliothèque. Vos fichiers audio téléchargés resteront dans vos dossiers.</translation>
     </message>
 </context>
 <context>
     <name>LibraryListModel</name>
     <message>
         <source>%1, Playing</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, en lecture</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Fichier</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Quitter</translation>
     </message>
     <message>
         <source>Playback</source>
-        <translation type="unfinished"></translation>
+        <translation>Lecture</translation>
     </message>
     <message>
         <source>Play / Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Lecture / Pause</translation>
     </message>
     <message>
         <source>Stop Playback</source>
-        <translation type="unfinished"></translation>
+        <translation>Arrêter la lecture</translation>
     </message>
 </context>
 <context>
     <name>MetadataFetch</name>
     <message>
         <source>Unknown Title</source>
-        <translation type="unfinished"></translation>
+        <translation>Titre inconnu</translation>
     </message>
     <message>
         <source>Unknown Artist</source>
-        <translation type="unfinished"></translation>
+        <translation>Artiste inconnu</translation>
     </message>
 </context>
 <context>
     <name>MiniPlayerView</name>
     <message>
         <source>Play</source>
-        <translation type="unfinished"></translation>
+        <translation>Lire</translation>
     </message>
     <message>
         <source>Stop</source>
-        <translation type="unfinished"></translation>
+        <translation>Arrêter</translation>
     </message>
     <message>
         <source>Close Player</source>
-        <translation type="unfinished"></translation>
+        <translation>Fermer le lecteur</translation>
     </message>
     <message>
         <source>Mini Player</source>
-        <translation type="unfinished"></translation>
+        <translation>Mini-lecteur</translation>
     </message>
     <message>
         <source>Playback Position</source>
-        <translation type="unfinished"></translation>
+        <translation>Position de lecture</translation>
     </message>
     <message>
         <source>Volume</source>
-        <translation type="unfinished"></translation>
+        <translation>Volume</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Pause</translation>
     </message>
 </context>
 <context>
     <name>Navigation</name>
     <message>
         <source>Convert</source>
-        <translation type="unfinished"></translation>
+        <translation>Convertir</translation>
     </message>
     <message>
         <source>Batch</source>
-        <translation type="unfinished"></translation>
+        <translation>Lot</translation>
     </message>
     <message>
         <source>Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Bibliothèque</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Paramètres</translation>
     </message>
 </context>
 <context>
     <name>OutputOptionsForm</name>
     <message>
         <source>Destination Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Dossier de destination</translation>
     </message>
     <message>
         <source>Default Download Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Dossier de téléchargement par défaut</translation>
     </message>
     <message>
         <source>Choose...</source>
-        <translation type="unfinished"></translation>
+        <translation>Choisir...</translation>
     </message>
     <message>
         <source>Change...</source>
-        <translation type="unfinished"></translation>
+        <translation>Modifier...</translation>
     </message>
     <message>
         <source>Audio Format</source>
-        <translation type="unfinished"></translation>
+        <translation>Format audio</translation>
     </message>
     <message>
         <source>Default Format</source>
-        <translation type="unfinished"></translation>
+        <translation>Format par défaut</translation>
     </message>
     <message>
         <source>Audio Quality</source>
-        <translation type="unfinished"></translation>
+        <translation>Qualité audio</translation>
     </message>
     <message>
         <source>Default Bitrate</source>
-        <translation type="unfinished"></translation>
+        <translation>Débit par défaut</translation>
     </message>
     <message>
         <source>Lossless / Best Stream</source>
-        <translation type="unfinished"></translation>
+        <translation>Sans perte / meilleur flux</translation>
     </message>
     <message>
         <source>Embed Album Artwork</source>
-        <translation type="unfinished"></translation>
+        <translation>Intégrer la pochette</translation>
     </message>
     <message>
         <source>Embed ID3 Tags</source>
-        <translation type="unfinished"></translation>
+        <translation>Intégrer les balises ID3</translation>
     </message>
     <message>
         <source>Always embed YouTube thumbnail as album cover artwork</source>
-        <translation type="unfinished"></translation>
+        <translation>Toujours intégrer la miniature YouTube comme pochette d&apos;album</translation>
     </message>
     <message>
         <source>Always embed ID3 audio tags (Title, Artist, Channel, Album)</source>
-        <translation type="unfinished"></translation>
+        <translation>Toujours intégrer les balises ID3 (titre, artiste, chaîne, album)</translation>
     </message>
     <message>
         <source>Select Download Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Choisir le dossier de téléchargement</translation>
     </message>
 </context>
 <context>
     <name>SettingsView</name>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Paramètres</translation>
     </message>
     <message>
         <source>Preferences</source>
-        <translation type="unfinished"></translation>
+        <translation>Préférences</translation>
     </message>
     <message>
         <source>General Defaults</source>
-        <translation type="unfinished"></translation>
+        <translation>Valeurs par défaut</translation>
     </message>
     <message>
         <source>Engine &amp; CLI Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>Moteur et outils en ligne de commande</translation>
     </message>
     <message>
         <source>Check Dependencies</source>
-        <translation type="unfinished"></translation>
+        <translation>Vérifier les dépendances</translation>
     </message>
     <message>
         <source>Download &amp; Install Missing Tools Automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>Télécharger et installer automatiquement les outils manquants</translation>
     </message>
     <message>
         <source>Version %1 (Native Qt %2 Widgets)</source>
-        <translation type="unfinished"></translation>
+        <translation>Version&#xa0;%1 (widgets Qt&#xa0;%2 natifs)</translation>
     </message>
 </context>
 <context>
     <name>Sidebar</name>
     <message>
         <source>Sidebar</source>
-        <translation type="unfinished"></translation>
+        <translation>Barre latérale</translation>
     </message>
 </context>
 <context>
     <name>SidebarRow</name>
     <message numerus="yes">
         <source>%n tracks</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n piste</numerusform>
+            <numerusform>%n pistes</numerusform>
         </translation>
     </message>
 </context>
@@ -716,68 +720,68 @@
     <name>ToolOutputReader</name>
     <message>
         <source>Converting audio to %1 (%2)...</source>
-        <translation type="unfinished"></translation>
+        <translation>Conversion de l&apos;audio en&#xa0;%1 (%2)...</translation>
     </message>
     <message>
         <source>Embedding album artwork...</source>
-        <translation type="unfinished"></translation>
+        <translation>Intégration de la pochette...</translation>
     </message>
     <message>
         <source>Embedding audio tags...</source>
-        <translation type="unfinished"></translation>
+        <translation>Intégration des balises audio...</translation>
     </message>
     <message>
         <source>Unknown extraction error</source>
-        <translation type="unfinished"></translation>
+        <translation>Erreur d&apos;extraction inconnue</translation>
     </message>
 </context>
 <context>
     <name>ToolStatusRow</name>
     <message>
         <source>Found</source>
-        <translation type="unfinished"></translation>
+        <translation>Trouvé</translation>
     </message>
     <message>
         <source>Missing</source>
-        <translation type="unfinished"></translation>
+        <translation>Manquant</translation>
     </message>
     <message>
         <source>Not found in standard paths</source>
-        <translation type="unfinished"></translation>
+        <translation>Introuvable dans les chemins standard</translation>
     </message>
     <message>
         <source>%1: found</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;: trouvé</translation>
     </message>
     <message>
         <source>%1: missing</source>
-        <translation type="unfinished"></translation>
+        <translation>%1&#xa0;: manquant</translation>
     </message>
     <message>
         <source>%1, version %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, version&#xa0;%2</translation>
     </message>
 </context>
 <context>
     <name>TrackDelegate</name>
     <message>
         <source>Remove from library</source>
-        <translation type="unfinished"></translation>
+        <translation>Retirer de la bibliothèque</translation>
     </message>
 </context>
 <context>
     <name>TrackListView</name>
     <message>
         <source>Play</source>
-        <translation type="unfinished"></translation>
+        <translation>Lire</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Pause</translation>
     </message>
     <message>
         <source>Remove from Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Retirer de la bibliothèque</translation>
     </message>
 </context>
 </TS>

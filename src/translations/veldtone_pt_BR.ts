@@ -5,710 +5,714 @@
     <name>ActivitySpinner</name>
     <message>
         <source>In progress</source>
-        <translation type="unfinished"></translation>
+        <translation>Em andamento</translation>
     </message>
 </context>
 <context>
     <name>AudioFormat</name>
     <message>
         <source>MP3 (.mp3)</source>
-        <translation type="unfinished"></translation>
+        <translation>MP3 (.mp3)</translation>
     </message>
     <message>
         <source>M4A / AAC (.m4a)</source>
-        <translation type="unfinished"></translation>
+        <translation>M4A / AAC (.m4a)</translation>
     </message>
     <message>
         <source>FLAC Lossless (.flac)</source>
-        <translation type="unfinished"></translation>
+        <translation>FLAC sem perdas (.flac)</translation>
     </message>
     <message>
         <source>WAV Uncompressed (.wav)</source>
-        <translation type="unfinished"></translation>
+        <translation>WAV sem compressão (.wav)</translation>
     </message>
     <message>
         <source>Opus (.opus)</source>
-        <translation type="unfinished"></translation>
+        <translation>Opus (.opus)</translation>
     </message>
 </context>
 <context>
     <name>AudioQuality</name>
     <message>
         <source>320 kbps (Extreme Quality)</source>
-        <translation type="unfinished"></translation>
+        <translation>320 kbps (qualidade máxima)</translation>
     </message>
     <message>
         <source>320 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>320 kbps</translation>
     </message>
     <message>
         <source>256 kbps (High Quality)</source>
-        <translation type="unfinished"></translation>
+        <translation>256 kbps (alta qualidade)</translation>
     </message>
     <message>
         <source>256 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>256 kbps</translation>
     </message>
     <message>
         <source>192 kbps (Standard)</source>
-        <translation type="unfinished"></translation>
+        <translation>192 kbps (padrão)</translation>
     </message>
     <message>
         <source>192 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>192 kbps</translation>
     </message>
     <message>
         <source>128 kbps (Compact)</source>
-        <translation type="unfinished"></translation>
+        <translation>128 kbps (compacto)</translation>
     </message>
     <message>
         <source>128 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>128 kbps</translation>
     </message>
     <message>
         <source>Best Available (Original)</source>
-        <translation type="unfinished"></translation>
+        <translation>Melhor disponível (original)</translation>
     </message>
     <message>
         <source>Best (Auto)</source>
-        <translation type="unfinished"></translation>
+        <translation>Melhor (auto)</translation>
     </message>
 </context>
 <context>
     <name>BatchQueueModel</name>
     <message>
         <source>Waiting</source>
-        <translation type="unfinished"></translation>
+        <translation>Aguardando</translation>
     </message>
     <message>
         <source>Downloading %1%</source>
-        <translation type="unfinished"></translation>
+        <translation>Baixando %1%</translation>
     </message>
     <message>
         <source>Converting...</source>
-        <translation type="unfinished"></translation>
+        <translation>Convertendo...</translation>
     </message>
     <message>
         <source>Completed</source>
-        <translation type="unfinished"></translation>
+        <translation>Concluído</translation>
     </message>
     <message>
         <source>Failed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Falhou: %1</translation>
     </message>
 </context>
 <context>
     <name>BatchRunner</name>
     <message>
         <source>%1 of %2 completed</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 de %2 concluídos</translation>
     </message>
     <message>
         <source>Another rip is already running.</source>
-        <translation type="unfinished"></translation>
+        <translation>Outra extração já está em andamento.</translation>
     </message>
 </context>
 <context>
     <name>BatchView</name>
     <message>
         <source>Batch</source>
-        <translation type="unfinished"></translation>
+        <translation>Lote</translation>
     </message>
     <message>
         <source>Queue</source>
-        <translation type="unfinished"></translation>
+        <translation>Fila</translation>
     </message>
     <message>
         <source>Batch Audio Ripper</source>
-        <translation type="unfinished"></translation>
+        <translation>Extração de áudio em lote</translation>
     </message>
     <message>
         <source>Paste multiple YouTube links to rip all audio at once</source>
-        <translation type="unfinished"></translation>
+        <translation>Cole vários links do YouTube para extrair todo o áudio de uma vez</translation>
     </message>
     <message>
         <source>Clear Queue</source>
-        <translation type="unfinished"></translation>
+        <translation>Limpar fila</translation>
     </message>
     <message>
         <source>Enter YouTube links (one per line):</source>
-        <translation type="unfinished"></translation>
+        <translation>Digite os links do YouTube (um por linha):</translation>
     </message>
     <message>
         <source>YouTube links, one per line</source>
-        <translation type="unfinished"></translation>
+        <translation>Links do YouTube, um por linha</translation>
     </message>
     <message>
         <source>Paste Clipboard</source>
-        <translation type="unfinished"></translation>
+        <translation>Colar da área de transferência</translation>
     </message>
     <message>
         <source>Add to Queue</source>
-        <translation type="unfinished"></translation>
+        <translation>Adicionar à fila</translation>
     </message>
     <message>
         <source>Stop Batch</source>
-        <translation type="unfinished"></translation>
+        <translation>Parar lote</translation>
     </message>
     <message>
         <source>Add More URLs</source>
-        <translation type="unfinished"></translation>
+        <translation>Adicionar mais links</translation>
     </message>
     <message numerus="yes">
         <source>Rip All (%n Tracks)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Extrair tudo (%n faixa)</numerusform>
+            <numerusform>Extrair tudo (%n faixas)</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Remover</translation>
     </message>
 </context>
 <context>
     <name>ByteCount</name>
     <message>
         <source>%1 KB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 KB</translation>
     </message>
     <message>
         <source>%1 MB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 MB</translation>
     </message>
     <message>
         <source>%1 GB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 GB</translation>
     </message>
     <message>
         <source>%1 TB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 TB</translation>
     </message>
     <message>
         <source>%1 PB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 PB</translation>
     </message>
     <message>
         <source>%1 EB</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 EB</translation>
     </message>
     <message>
         <source>Zero KB</source>
-        <translation type="unfinished"></translation>
+        <translation>0 KB</translation>
     </message>
     <message>
         <source>1 byte</source>
-        <translation type="unfinished"></translation>
+        <translation>1 byte</translation>
     </message>
     <message>
         <source>%1 bytes</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 bytes</translation>
     </message>
     <message>
         <source>.</source>
         <comment>decimal separator</comment>
-        <translation type="unfinished"></translation>
+        <translation>,</translation>
     </message>
 </context>
 <context>
     <name>ContentView</name>
     <message>
         <source>The library could not be saved in %1 (%2). Changes are kept and saved with the next one.</source>
-        <translation type="unfinished"></translation>
+        <translation>Não foi possível salvar a biblioteca em %1 (%2). As alterações são mantidas e serão salvas na próxima vez.</translation>
     </message>
 </context>
 <context>
     <name>ConverterView</name>
     <message>
         <source>Converter</source>
-        <translation type="unfinished"></translation>
+        <translation>Conversor</translation>
     </message>
     <message>
         <source>Rip Audio (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>Extrair áudio (%1)</translation>
     </message>
     <message>
         <source>Rip studio-quality MP3 &amp; audio from YouTube videos</source>
-        <translation type="unfinished"></translation>
+        <translation>Extraia MP3 e áudio com qualidade de estúdio de vídeos do YouTube</translation>
     </message>
     <message>
         <source>Tools Missing (yt-dlp or ffmpeg)</source>
-        <translation type="unfinished"></translation>
+        <translation>Ferramentas ausentes (yt-dlp ou ffmpeg)</translation>
     </message>
     <message>
         <source>Install Automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>Instalar automaticamente</translation>
     </message>
     <message>
         <source>YouTube Video Link</source>
-        <translation type="unfinished"></translation>
+        <translation>Link do vídeo do YouTube</translation>
     </message>
     <message>
         <source>https://www.youtube.com/watch?v=dQw4w9WgXcQ or https://youtu.be/dQw4w9WgXcQ</source>
-        <translation type="unfinished"></translation>
+        <translation>https://www.youtube.com/watch?v=dQw4w9WgXcQ ou https://youtu.be/dQw4w9WgXcQ</translation>
     </message>
     <message>
         <source>Clear</source>
-        <translation type="unfinished"></translation>
+        <translation>Limpar</translation>
     </message>
     <message>
         <source>Paste</source>
-        <translation type="unfinished"></translation>
+        <translation>Colar</translation>
     </message>
     <message>
         <source>Downloading Audio...</source>
-        <translation type="unfinished"></translation>
+        <translation>Baixando áudio...</translation>
     </message>
     <message>
         <source>Download progress</source>
-        <translation type="unfinished"></translation>
+        <translation>Progresso do download</translation>
     </message>
     <message>
         <source>Cancel Download</source>
-        <translation type="unfinished"></translation>
+        <translation>Cancelar download</translation>
     </message>
     <message>
         <source>Extraction Complete!</source>
-        <translation type="unfinished"></translation>
+        <translation>Extração concluída!</translation>
     </message>
     <message>
         <source>Play</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproduzir</translation>
     </message>
     <message>
         <source>Extraction Failed</source>
-        <translation type="unfinished"></translation>
+        <translation>Falha na extração</translation>
     </message>
     <message>
         <source>Dismiss</source>
-        <translation type="unfinished"></translation>
+        <translation>Fechar</translation>
     </message>
     <message>
         <source>New Rip</source>
-        <translation type="unfinished"></translation>
+        <translation>Nova extração</translation>
     </message>
     <message>
         <source>Ready (yt-dlp &amp; ffmpeg)</source>
-        <translation type="unfinished"></translation>
+        <translation>Pronto (yt-dlp e ffmpeg)</translation>
     </message>
     <message>
         <source>Checking Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>Verificando ferramentas</translation>
     </message>
     <message>
         <source>Veldtone can automatically download and set up yt-dlp &amp; ffmpeg for you.</source>
-        <translation type="unfinished"></translation>
+        <translation>O Veldtone pode baixar e configurar o yt-dlp e o ffmpeg automaticamente para você.</translation>
     </message>
     <message>
         <source>ETA: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Restante: %1</translation>
     </message>
     <message>
         <source>Playing; press to pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproduzindo; pressione para pausar</translation>
     </message>
     <message>
         <source>Press to play</source>
-        <translation type="unfinished"></translation>
+        <translation>Pressione para reproduzir</translation>
     </message>
     <message>
         <source>Extracting Audio...</source>
-        <translation type="unfinished"></translation>
+        <translation>Extraindo áudio...</translation>
     </message>
 </context>
 <context>
     <name>DependencyManager</name>
     <message>
         <source>Preparing installation directory...</source>
-        <translation type="unfinished"></translation>
+        <translation>Preparando a pasta de instalação...</translation>
     </message>
     <message>
         <source>Downloading yt-dlp...</source>
-        <translation type="unfinished"></translation>
+        <translation>Baixando o yt-dlp...</translation>
     </message>
     <message>
         <source>Downloading ffmpeg...</source>
-        <translation type="unfinished"></translation>
+        <translation>Baixando o ffmpeg...</translation>
     </message>
     <message>
         <source>Verifying installed tools...</source>
-        <translation type="unfinished"></translation>
+        <translation>Verificando as ferramentas instaladas...</translation>
     </message>
 </context>
 <context>
     <name>DesktopTexts</name>
     <message>
         <source>Show in Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Mostrar na pasta</translation>
     </message>
     <message>
         <source>Open Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Abrir pasta</translation>
     </message>
     <message>
         <source>Open in Default Player</source>
-        <translation type="unfinished"></translation>
+        <translation>Abrir no player padrão</translation>
     </message>
     <message>
         <source>Veldtone for %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Veldtone para %1</translation>
     </message>
 </context>
 <context>
     <name>DownloadEngine</name>
     <message>
         <source>yt-dlp is missing. Please check Settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>O yt-dlp não foi encontrado. Verifique as configurações.</translation>
     </message>
     <message>
         <source>Please enter a valid YouTube URL.</source>
-        <translation type="unfinished"></translation>
+        <translation>Digite um link do YouTube válido.</translation>
     </message>
     <message>
         <source>Extracted Audio</source>
-        <translation type="unfinished"></translation>
+        <translation>Áudio extraído</translation>
     </message>
 </context>
 <context>
     <name>ExtractionJob</name>
     <message>
         <source>Cannot write to the folder %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Não é possível gravar na pasta %1</translation>
     </message>
     <message>
         <source>Download failed with exit code %1</source>
-        <translation type="unfinished"></translation>
+        <translation>O download falhou com o código de saída %1</translation>
     </message>
 </context>
 <context>
     <name>HistoryStore</name>
     <message>
         <source>a record has a date that cannot be written</source>
-        <translation type="unfinished"></translation>
+        <translation>um registro tem uma data que não pode ser gravada</translation>
     </message>
     <message>
         <source>the unreadable library file could not be moved aside</source>
-        <translation type="unfinished"></translation>
+        <translation>não foi possível pôr de lado o arquivo ilegível da biblioteca</translation>
     </message>
 </context>
 <context>
     <name>HistoryView</name>
     <message>
         <source>MP3</source>
-        <translation type="unfinished"></translation>
+        <translation>MP3</translation>
     </message>
     <message>
         <source>M4A / AAC</source>
-        <translation type="unfinished"></translation>
+        <translation>M4A / AAC</translation>
     </message>
     <message>
         <source>FLAC (Lossless)</source>
-        <translation type="unfinished"></translation>
+        <translation>FLAC (sem perdas)</translation>
     </message>
     <message>
         <source>WAV</source>
-        <translation type="unfinished"></translation>
+        <translation>WAV</translation>
     </message>
     <message>
         <source>OPUS</source>
-        <translation type="unfinished"></translation>
+        <translation>OPUS</translation>
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>Cancelar</translation>
     </message>
     <message>
         <source>Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Biblioteca</translation>
     </message>
     <message>
         <source>Tracks</source>
-        <translation type="unfinished"></translation>
+        <translation>Faixas</translation>
     </message>
     <message>
         <source>All Formats</source>
-        <translation type="unfinished"></translation>
+        <translation>Todos os formatos</translation>
     </message>
     <message>
         <source>Search tracks...</source>
-        <translation type="unfinished"></translation>
+        <translation>Pesquisar faixas...</translation>
     </message>
     <message>
         <source>Search tracks</source>
-        <translation type="unfinished"></translation>
+        <translation>Pesquisar faixas</translation>
     </message>
     <message>
         <source>Clear search</source>
-        <translation type="unfinished"></translation>
+        <translation>Limpar pesquisa</translation>
     </message>
     <message>
         <source>Format filter</source>
-        <translation type="unfinished"></translation>
+        <translation>Filtro de formato</translation>
     </message>
     <message>
         <source>Clear All</source>
-        <translation type="unfinished"></translation>
+        <translation>Limpar tudo</translation>
     </message>
     <message>
         <source>Clear all history items</source>
-        <translation type="unfinished"></translation>
+        <translation>Limpar todo o histórico</translation>
     </message>
     <message>
         <source>No Ripped Audio Yet</source>
-        <translation type="unfinished"></translation>
+        <translation>Nenhum áudio extraído ainda</translation>
     </message>
     <message>
         <source>Extracted YouTube tracks and MP3s will appear here.</source>
-        <translation type="unfinished"></translation>
+        <translation>As faixas do YouTube e os MP3 extraídos aparecerão aqui.</translation>
     </message>
     <message>
         <source>No Matching Tracks</source>
-        <translation type="unfinished"></translation>
+        <translation>Nenhuma faixa encontrada</translation>
     </message>
     <message>
         <source>Try searching with different terms or selecting &apos;All Formats&apos;.</source>
-        <translation type="unfinished"></translation>
+        <translation>Tente outros termos ou selecione &quot;Todos os formatos&quot;.</translation>
     </message>
     <message>
         <source>Reset Filters</source>
-        <translation type="unfinished"></translation>
+        <translation>Redefinir filtros</translation>
     </message>
     <message>
         <source>Loading Library…</source>
-        <translation type="unfinished"></translation>
+        <translation>Carregando biblioteca…</translation>
     </message>
     <message>
         <source>Play Track</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproduzir faixa</translation>
     </message>
     <message>
         <source>Copy File Path</source>
-        <translation type="unfinished"></translation>
+        <translation>Copiar caminho do arquivo</translation>
     </message>
     <message>
         <source>Copy YouTube Link</source>
-        <translation type="unfinished"></translation>
+        <translation>Copiar link do YouTube</translation>
     </message>
     <message>
         <source>Remove from Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Remover da biblioteca</translation>
     </message>
     <message>
         <source>Remove &quot;%1&quot; from your library history?</source>
-        <translation type="unfinished"></translation>
+        <translation>Remover &quot;%1&quot; do histórico da sua biblioteca?</translation>
     </message>
     <message>
         <source>Remove track from history?</source>
-        <translation type="unfinished"></translation>
+        <translation>Remover a faixa do histórico?</translation>
     </message>
     <message>
         <source>Delete Track from Library?</source>
-        <translation type="unfinished"></translation>
+        <translation>Excluir a faixa da biblioteca?</translation>
     </message>
     <message>
         <source>Remove</source>
-        <translation type="unfinished"></translation>
+        <translation>Remover</translation>
     </message>
     <message>
         <source>Clear Download History?</source>
-        <translation type="unfinished"></translation>
+        <translation>Limpar o histórico de downloads?</translation>
     </message>
     <message>
         <source>This will remove all tracks from your library list. Your downloaded audio files will remain in your folders.</source>
-        <translation type="unfinished"></translation>
+        <translation>Todas as faixas serão removidas da lista da sua biblioteca. Os arquivos de áudio baixados continuarão nas suas pastas.</translation>
     </message>
 </context>
 <context>
     <name>LibraryListModel</name>
     <message>
         <source>%1, Playing</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, reproduzindo</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
         <source>&amp;File</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Arquivo</translation>
     </message>
     <message>
         <source>&amp;Quit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Sair</translation>
     </message>
     <message>
         <source>Playback</source>
-        <translation type="unfinished"></translation>
+        <translation>Reprodução</translation>
     </message>
     <message>
         <source>Play / Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproduzir / Pausar</translation>
     </message>
     <message>
         <source>Stop Playback</source>
-        <translation type="unfinished"></translation>
+        <translation>Parar reprodução</translation>
     </message>
 </context>
 <context>
     <name>MetadataFetch</name>
     <message>
         <source>Unknown Title</source>
-        <translation type="unfinished"></translation>
+        <translation>Título desconhecido</translation>
     </message>
     <message>
         <source>Unknown Artist</source>
-        <translation type="unfinished"></translation>
+        <translation>Artista desconhecido</translation>
     </message>
 </context>
 <context>
     <name>MiniPlayerView</name>
     <message>
         <source>Play</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproduzir</translation>
     </message>
     <message>
         <source>Stop</source>
-        <translation type="unfinished"></translation>
+        <translation>Parar</translation>
     </message>
     <message>
         <source>Close Player</source>
-        <translation type="unfinished"></translation>
+        <translation>Fechar player</translation>
     </message>
     <message>
         <source>Mini Player</source>
-        <translation type="unfinished"></translation>
+        <translation>Miniplayer</translation>
     </message>
     <message>
         <source>Playback Position</source>
-        <translation type="unfinished"></translation>
+        <translation>Posição da reprodução</translation>
     </message>
     <message>
         <source>Volume</source>
-        <translation type="unfinished"></translation>
+        <translation>Volume</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Pausar</translation>
     </message>
 </context>
 <context>
     <name>Navigation</name>
     <message>
         <source>Convert</source>
-        <translation type="unfinished"></translation>
+        <translation>Converter</translation>
     </message>
     <message>
         <source>Batch</source>
-        <translation type="unfinished"></translation>
+        <translation>Lote</translation>
     </message>
     <message>
         <source>Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Biblioteca</translation>
     </message>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Configurações</translation>
     </message>
 </context>
 <context>
     <name>OutputOptionsForm</name>
     <message>
         <source>Destination Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Pasta de destino</translation>
     </message>
     <message>
         <source>Default Download Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Pasta de downloads padrão</translation>
     </message>
     <message>
         <source>Choose...</source>
-        <translation type="unfinished"></translation>
+        <translation>Escolher...</translation>
     </message>
     <message>
         <source>Change...</source>
-        <translation type="unfinished"></translation>
+        <translation>Alterar...</translation>
     </message>
     <message>
         <source>Audio Format</source>
-        <translation type="unfinished"></translation>
+        <translation>Formato de áudio</translation>
     </message>
     <message>
         <source>Default Format</source>
-        <translation type="unfinished"></translation>
+        <translation>Formato padrão</translation>
     </message>
     <message>
         <source>Audio Quality</source>
-        <translation type="unfinished"></translation>
+        <translation>Qualidade de áudio</translation>
     </message>
     <message>
         <source>Default Bitrate</source>
-        <translation type="unfinished"></translation>
+        <translation>Taxa de bits padrão</translation>
     </message>
     <message>
         <source>Lossless / Best Stream</source>
-        <translation type="unfinished"></translation>
+        <translation>Sem perdas / melhor fluxo</translation>
     </message>
     <message>
         <source>Embed Album Artwork</source>
-        <translation type="unfinished"></translation>
+        <translation>Incorporar capa</translation>
     </message>
     <message>
         <source>Embed ID3 Tags</source>
-        <translation type="unfinished"></translation>
+        <translation>Incorporar tags ID3</translation>
     </message>
     <message>
         <source>Always embed YouTube thumbnail as album cover artwork</source>
-        <translation type="unfinished"></translation>
+        <translation>Sempre incorporar a miniatura do YouTube como capa do álbum</translation>
     </message>
     <message>
         <source>Always embed ID3 audio tags (Title, Artist, Channel, Album)</source>
-        <translation type="unfinished"></translation>
+        <translation>Sempre incorporar tags ID3 (título, artista, canal, álbum)</translation>
     </message>
     <message>
         <source>Select Download Folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Selecionar pasta de downloads</translation>
     </message>
 </context>
 <context>
     <name>SettingsView</name>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Configurações</translation>
     </message>
     <message>
         <source>Preferences</source>
-        <translation type="unfinished"></translation>
+        <translation>Preferências</translation>
     </message>
     <message>
         <source>General Defaults</source>
-        <translation type="unfinished"></translation>
+        <translation>Padrões gerais</translation>
     </message>
     <message>
         <source>Engine &amp; CLI Tools</source>
-        <translation type="unfinished"></translation>
+        <translation>Motor e ferramentas de linha de comando</translation>
     </message>
     <message>
         <source>Check Dependencies</source>
-        <translation type="unfinished"></translation>
+        <translation>Verificar dependências</translation>
     </message>
     <message>
         <source>Download &amp; Install Missing Tools Automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>Baixar e instalar automaticamente as ferramentas ausentes</translation>
     </message>
     <message>
         <source>Version %1 (Native Qt %2 Widgets)</source>
-        <translation type="unfinished"></translation>
+        <translation>Versão %1 (widgets nativos do Qt %2)</translation>
     </message>
 </context>
 <context>
     <name>Sidebar</name>
     <message>
         <source>Sidebar</source>
-        <translation type="unfinished"></translation>
+        <translation>Barra lateral</translation>
     </message>
 </context>
 <context>
     <name>SidebarRow</name>
     <message numerus="yes">
         <source>%n tracks</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>%n faixa</numerusform>
+            <numerusform>%n faixas</numerusform>
         </translation>
     </message>
 </context>
@@ -716,68 +720,68 @@
     <name>ToolOutputReader</name>
     <message>
         <source>Converting audio to %1 (%2)...</source>
-        <translation type="unfinished"></translation>
+        <translation>Convertendo o áudio para %1 (%2)...</translation>
     </message>
     <message>
         <source>Embedding album artwork...</source>
-        <translation type="unfinished"></translation>
+        <translation>Incorporando a capa...</translation>
     </message>
     <message>
         <source>Embedding audio tags...</source>
-        <translation type="unfinished"></translation>
+        <translation>Incorporando as tags de áudio...</translation>
     </message>
     <message>
         <source>Unknown extraction error</source>
-        <translation type="unfinished"></translation>
+        <translation>Erro de extração desconhecido</translation>
     </message>
 </context>
 <context>
     <name>ToolStatusRow</name>
     <message>
         <source>Found</source>
-        <translation type="unfinished"></translation>
+        <translation>Encontrado</translation>
     </message>
     <message>
         <source>Missing</source>
-        <translation type="unfinished"></translation>
+        <translation>Ausente</translation>
     </message>
     <message>
         <source>Not found in standard paths</source>
-        <translation type="unfinished"></translation>
+        <translation>Não encontrado nos caminhos padrão</translation>
     </message>
     <message>
         <source>%1: found</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: encontrado</translation>
     </message>
     <message>
         <source>%1: missing</source>
-        <translation type="unfinished"></translation>
+        <translation>%1: ausente</translation>
     </message>
     <message>
         <source>%1, version %2</source>
-        <translation type="unfinished"></translation>
+        <translation>%1, versão %2</translation>
     </message>
 </context>
 <context>
     <name>TrackDelegate</name>
     <message>
         <source>Remove from library</source>
-        <translation type="unfinished"></translation>
+        <translation>Remover da biblioteca</translation>
     </message>
 </context>
 <context>
     <name>TrackListView</name>
     <message>
         <source>Play</source>
-        <translation type="unfinished"></translation>
+        <translation>Reproduzir</translation>
     </message>
     <message>
         <source>Pause</source>
-        <translation type="unfinished"></translation>
+        <translation>Pausar</translation>
     </message>
     <message>
         <source>Remove from Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Remover da biblioteca</translation>
     </message>
 </context>
 </TS>

@@ -2,8 +2,12 @@
 // services working in temporary homes, and saves one PNG per view.
 //
 // Usage: veldtone-shots OUTPUT_FOLDER [light|dark]
+// The texts are in the language of the environment (LANGUAGE=de, for one); with
+// VELDTONE_SHOTS_MINIMUM set, every window is at its minimum size, where longer texts clip first.
 
+#include "platform/Translations.h"
 #include "services/BatchRunner.h"
+#include "services/ToolOutputReader.h"
 #include "support/ScreenFixture.h"
 #include "support/TestSupport.h"
 #include "views/batch/BatchItemDelegate.h"
@@ -123,6 +127,15 @@ void addSamples(Environment& env)
     }
 }
 
+// Shows a window at the size the shots are taken at.
+void present(QWidget& window)
+{
+    window.show();
+    if (qEnvironmentVariableIsSet("VELDTONE_SHOTS_MINIMUM"))
+        window.resize(window.minimumSizeHint().expandedTo(window.minimumSize()));
+    settle(800);
+}
+
 class Shooter
 {
 public:
@@ -162,18 +175,20 @@ void shootWindow(Shooter& shoot)
     addSamples(env);
     ScreenFactory factory(env.services());
     MainWindow window(env.services(), factory);
-    window.show();
-    settle(800);
+    present(window);
     ContentView* content = window.contentView();
     TestEngine& engine = env.engine();
 
     shoot(window, u"convert-idle-empty"_s);
-    findNamed<QLineEdit>(&window, u"YouTube Video Link"_s)->setText(kLink);
+    findNamed<QLineEdit>(&window,
+                         QCoreApplication::translate("ConverterView", "YouTube Video Link"))
+        ->setText(kLink);
     shoot(window, u"convert-idle"_s);
     engine.setCurrentStatus(
         DownloadStatus::downloading(0.423, u"2.4MiB/s"_s, u"00:12"_s, u"8.1MiB"_s));
     shoot(window, u"convert-downloading"_s);
-    engine.setCurrentStatus(DownloadStatus::converting(u"Converting audio to MP3 (320 kbps)..."_s));
+    engine.setCurrentStatus(DownloadStatus::converting(
+        ToolOutputReader::conversionText(AudioFormat::mp3, AudioQuality::k320)));
     shoot(window, u"convert-converting"_s);
     engine.setCurrentStatus(DownloadStatus::completed(env.history().tracks().first().filePath));
     shoot(window, u"convert-completed"_s);
@@ -211,8 +226,7 @@ void shootToolsMissing(Shooter& shoot)
     env.engine().setSelectedFormat(AudioFormat::flac);
     ScreenFactory factory(env.services());
     MainWindow window(env.services(), factory);
-    window.show();
-    settle(800);
+    present(window);
     shoot(window, u"convert-tools-missing"_s);
     window.contentView()->setSelectedTab(NavigationItem::settings);
     shoot(window, u"settings-tools-missing"_s);
@@ -235,8 +249,7 @@ void shootLibraryAndBatch(Shooter& shoot)
     env.engine().setTargetFolder(QUrl::fromLocalFile(music));
     ScreenFactory factory(env.services());
     MainWindow window(env.services(), factory);
-    window.show();
-    settle(800);
+    present(window);
     ContentView* content = window.contentView();
 
     content->setSelectedTab(NavigationItem::history);
@@ -334,6 +347,7 @@ int main(int argc, char** argv)
     const bool dark = args.size() > 2 && args.at(2) == u"dark";
     const QString scheme = dark ? u"dark"_s : u"light"_s;
     QDir().mkpath(args.at(1));
+    Translations::install();
     QStandardPaths::setTestModeEnabled(true);
     if (QStyle* fusion = QStyleFactory::create(u"Fusion"_s))
         QApplication::setStyle(fusion);

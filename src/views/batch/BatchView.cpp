@@ -21,7 +21,10 @@
 using namespace Theme;
 
 namespace {
-const QString kRemoveAction = QStringLiteral("Remove");
+QString removeActionName()
+{
+    return QCoreApplication::translate("BatchView", "Remove");
+}
 
 // The queue's rows, with their trash button as a named accessible action.
 class BatchListView : public AccessibleListView
@@ -35,12 +38,12 @@ public:
     QStringList rowActionNames(int row) const override
     {
         return model()->index(row, 0).data(BatchQueueModel::ShowsTrashRole).toBool()
-                   ? QStringList{kRemoveAction}
+                   ? QStringList{removeActionName()}
                    : QStringList();
     }
     void triggerRowAction(int row, const QString& name) override
     {
-        if (name == kRemoveAction)
+        if (name == removeActionName())
             m_runner.removeItem(model()->index(row, 0).data(BatchQueueModel::IdRole).toUuid());
     }
 

@@ -208,9 +208,10 @@ QWidget* ConverterView::buildHeader()
     QLabel* tagline =
         label(tr("Rip studio-quality MP3 & audio from YouTube videos"), Theme::font(12), titles);
     setTextColor(tagline, secondaryText(palette()));
+    // Wraps rather than pushing the status off a narrow window in a longer language.
+    tagline->setWordWrap(true);
     titleColumn->addWidget(tagline);
-    layout->addWidget(titles);
-    layout->addStretch(1);
+    layout->addWidget(titles, 1);
 
     m_pill = new StatusPill(header);
     layout->addWidget(m_pill);
