@@ -40,8 +40,9 @@ set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "qt6-qpa-plugins, qt6-image-formats-plugins, \
 gstreamer1.0-plugins-base, gstreamer1.0-plugins-good, gstreamer1.0-libav, \
 fonts-material-design-icons-iconfont, unzip, xz-utils, libqt6svg6")
-# The app can fetch its own copies of these.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "yt-dlp, ffmpeg")
+# The app can fetch its own copies of the tools; Qt's translations put its dialogs' buttons
+# in the user's language.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "yt-dlp, ffmpeg, qt6-translations-l10n")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

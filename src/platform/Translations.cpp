@@ -3,9 +3,23 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QLibraryInfo>
+#include <QPointer>
 #include <QTranslator>
 
 namespace Translations {
+
+namespace {
+// Ours and Qt's, in use until the next install replaces them.
+QPointer<QTranslator> s_own;
+QPointer<QTranslator> s_qt;
+
+void uninstall(QPointer<QTranslator>& translator)
+{
+    if (translator)
+        QCoreApplication::removeTranslator(translator);
+    delete translator.data();
+}
+} // namespace
 
 QStringList shippedLanguages()
 {
@@ -39,6 +53,8 @@ QString languageFor(const QLocale& locale)
 
 QString install(const QLocale& locale)
 {
+    uninstall(s_own);
+    uninstall(s_qt);
     const QString language = languageFor(locale);
     if (language.isEmpty())
         return {};
@@ -48,13 +64,16 @@ QString install(const QLocale& locale)
         delete own;
         return {};
     }
+    s_own = own;
     // Qt's standard buttons and dialogs; a missing Qt translation leaves those in English.
     auto* qt = new QTranslator(QCoreApplication::instance());
     if (qt->load(QStringLiteral("qtbase_") + language,
-                 QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(qt);
-    else
+                 QLibraryInfo::path(QLibraryInfo::TranslationsPath)) &&
+        QCoreApplication::installTranslator(qt)) {
+        s_qt = qt;
+    } else {
         delete qt;
+    }
     return language;
 }
 

@@ -13,8 +13,9 @@ QStringList shippedLanguages();
 // English.
 QString languageFor(const QLocale& locale);
 
-// Loads the translations for a locale into the application; English needs none. Call once,
-// after the application object and before any window is built. Returns the language loaded.
+// Loads the translations for a locale into the application in place of any loaded before;
+// English needs none. Call after the application object exists and before any window is
+// built. Returns the language loaded.
 QString install(const QLocale& locale = QLocale::system());
 
 } // namespace Translations
