@@ -140,11 +140,11 @@
     </message>
     <message>
         <source>Paste Clipboard</source>
-        <translation>Zwischenablage einfügen</translation>
+        <translation>Aus der Zwischenablage einfügen</translation>
     </message>
     <message>
         <source>Add to Queue</source>
-        <translation>Zur Warteschlange</translation>
+        <translation>Zur Warteschlange hinzufügen</translation>
     </message>
     <message>
         <source>Stop Batch</source>
@@ -152,7 +152,7 @@
     </message>
     <message>
         <source>Add More URLs</source>
-        <translation>Weitere Links</translation>
+        <translation>Weitere Links hinzufügen</translation>
     </message>
     <message numerus="yes">
         <source>Rip All (%n Tracks)</source>
@@ -455,7 +455,7 @@
     </message>
     <message>
         <source>No Ripped Audio Yet</source>
-        <translation>Noch kein gerippter Ton</translation>
+        <translation>Noch kein Audio gerippt</translation>
     </message>
     <message>
         <source>Extracted YouTube tracks and MP3s will appear here.</source>

@@ -140,7 +140,7 @@
     </message>
     <message>
         <source>Paste Clipboard</source>
-        <translation>Pegar portapapeles</translation>
+        <translation>Pegar del portapapeles</translation>
     </message>
     <message>
         <source>Add to Queue</source>

@@ -140,7 +140,7 @@
     </message>
     <message>
         <source>Paste Clipboard</source>
-        <translation>Coller le presse-papiers</translation>
+        <translation>Coller depuis le presse-papiers</translation>
     </message>
     <message>
         <source>Add to Queue</source>
