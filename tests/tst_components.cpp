@@ -51,36 +51,6 @@ private slots:
                      qPrintable(name));
         }
     }
-
-    // Clicking, keyboard focus and the screen reader's press all follow the enabled state.
-    void buttonEnabling()
-    {
-        QWidget window;
-        auto* button = new GradientButton(u"Start Ripping"_s, u"arrow.down.to.line.compact"_s,
-                                          {Qt::red, QColor(255, 149, 0)}, &window);
-        window.resize(300, 100);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        QSignalSpy clicked(button, &QAbstractButton::clicked);
-
-        QTest::mouseClick(button, Qt::LeftButton);
-        QCOMPARE(clicked.size(), 1);
-
-        QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(button);
-        QCOMPARE(iface->text(QAccessible::Name), u"Start Ripping"_s);
-        QAccessibleActionInterface* actions = iface->actionInterface();
-        actions->doAction(QAccessibleActionInterface::pressAction());
-        QTRY_COMPARE(clicked.size(), 2);
-
-        button->setEnabled(false);
-        QTest::mouseClick(button, Qt::LeftButton);
-        actions->doAction(QAccessibleActionInterface::pressAction());
-        QTest::qWait(50);
-        QCOMPARE(clicked.size(), 2);
-        QVERIFY(iface->state().disabled);
-        button->setFocus();
-        QVERIFY(!button->hasFocus());
-    }
 };
 
 QTEST_MAIN(TestComponents)

@@ -25,30 +25,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool stripShown(const ContentView& view)
-{
-    return view.miniPlayer() && view.miniPlayer()->isVisible();
-}
-
-// Gives the converter destination a text field and a check box, which keep a typed space.
-class TextFieldFactory : public ScreenFactory
-{
-public:
-    using ScreenFactory::ScreenFactory;
-    QWidget* converter(QWidget* parent) const override
-    {
-        auto* screen = new QWidget(parent);
-        auto* layout = new QVBoxLayout(screen);
-        auto* field = new QLineEdit(screen);
-        field->setObjectName(u"field"_s);
-        layout->addWidget(field);
-        auto* box = new QCheckBox(u"Box"_s, screen);
-        box->setObjectName(u"box"_s);
-        layout->addWidget(box);
-        return screen;
-    }
-};
-
 // What under root is still drawn in the light palette's text colours after a switch to dark:
 // a label's text, or the opaque pixels of a label's symbol or a button's icon.
 QStringList lightLeftovers(QWidget* root)
@@ -155,61 +131,6 @@ private slots:
             }
         }
         QTRY_VERIFY(first.isNull());
-    }
-
-    // Space plays or pauses, except in a text field or a check box;
-    // Ctrl+. stops and hides the strip.
-    void playbackShortcuts()
-    {
-        TextFieldFactory factory(m_env->services());
-        MainWindow window(m_env->services(), factory);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
-        const ContentView& view = *window.contentView();
-
-        m_env->player().play(track(u"song"_s));
-        QVERIFY(m_env->player().currentTrack());
-        QVERIFY(m_env->player().isPlaying());
-        QVERIFY(stripShown(view));
-
-        auto* field = window.findChild<QLineEdit*>(u"field"_s);
-        QVERIFY(field);
-        field->setFocus();
-        QTest::keyClicks(field, u"a b"_s);
-        QCOMPARE(field->text(), u"a b"_s);
-        QVERIFY(m_env->player().isPlaying());
-
-        auto* box = window.findChild<QCheckBox*>(u"box"_s);
-        box->setFocus();
-        QTest::keyClick(box, Qt::Key_Space);
-        QVERIFY(box->isChecked());
-        QVERIFY(m_env->player().isPlaying());
-
-        // A focused row or button leaves Space to Play / Pause (a click focuses it) and is
-        // pressed with Return or Enter.
-        SidebarRow* batch = window.contentView()->sidebar()->row(NavigationItem::batch);
-        batch->setFocus();
-        QTest::keyClick(batch, Qt::Key_Space);
-        QCOMPARE(window.contentView()->selectedTab(), NavigationItem::convert);
-        QVERIFY(!m_env->player().isPlaying());
-        QTest::keyClick(batch, Qt::Key_Return);
-        QTRY_COMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-        QVERIFY(m_env->player().isPlaying());
-        auto* close = ScreenFixture::findNamed<QToolButton>(window.contentView()->miniPlayer(),
-                                                            u"Close Player"_s);
-        close->setFocus();
-        QTest::keyClick(close, Qt::Key_Space);
-        QVERIFY(m_env->player().currentTrack());
-        QVERIFY(!m_env->player().isPlaying());
-        QTest::keyClick(close, Qt::Key_Enter, Qt::KeypadModifier);
-        QTRY_VERIFY(!m_env->player().currentTrack());
-        m_env->player().play(track(u"song"_s));
-        window.contentView()->setFocus();
-
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Period, Qt::ControlModifier);
-        QVERIFY(!m_env->player().currentTrack());
-        QVERIFY(!stripShown(view));
     }
 
     // Every screen and the mini player take the dark colours when the desktop switches, and

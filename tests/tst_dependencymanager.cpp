@@ -96,44 +96,6 @@ private slots:
                  expected.isEmpty() ? OptionalText() : OptionalText(tool(expected, u"yt-dlp"_s)));
     }
 
-    void checkPublishesEverythingInOneStep()
-    {
-        writeScript(tool(u"inst"_s, u"yt-dlp"_s), "printf '2025.01.15\\n'\n");
-        writeScript(tool(u"sys1"_s, u"ffmpeg"_s),
-                    "echo 'ffmpeg version 6.0 Copyright (c) 2000-2023'\necho 'built with gcc'\n");
-        DependencyManager::Options options = isolatedOptions();
-        options.checkOnStart = true;
-        DependencyManager manager(options);
-        QVERIFY(manager.isChecking());
-        QVERIFY(!manager.isReady());
-
-        // Whatever signal an observer hears first, everything is already new.
-        QList<bool> consistent;
-        const auto snapshot = [&] {
-            consistent << (manager.ytDlpPath().has_value() && manager.ffmpegPath().has_value() &&
-                           manager.ytDlpVersion() == OptionalText(u"2025.01.15"_s) &&
-                           manager.ffmpegVersion() == OptionalText(u"6.0"_s) &&
-                           !manager.isChecking());
-        };
-        for (auto signal :
-             {&DependencyManager::ytDlpPathChanged, &DependencyManager::ffmpegPathChanged,
-              &DependencyManager::ytDlpVersionChanged, &DependencyManager::ffmpegVersionChanged,
-              &DependencyManager::isCheckingChanged, &DependencyManager::isReadyChanged})
-            connect(&manager, signal, this, snapshot);
-        QSignalSpy finished(&manager, &DependencyManager::checkFinished);
-        QVERIFY(finished.wait(15000));
-        QCOMPARE(consistent, QList<bool>(6, true));
-        QVERIFY(manager.isReady());
-
-        // A tool that has gone is reported absent by the next check; ffmpeg alone is not ready.
-        QVERIFY(QFile::remove(tool(u"inst"_s, u"yt-dlp"_s)));
-        QSignalSpy readyChanged(&manager, &DependencyManager::isReadyChanged);
-        runCheck(manager);
-        QCOMPARE(manager.ytDlpPath(), std::nullopt);
-        QVERIFY(!manager.isReady());
-        QCOMPARE(readyChanged.count(), 1);
-    }
-
     // Odd banners and tools that misbehave: the check still ends with a safe value.
     void probesOfOddTools_data()
     {

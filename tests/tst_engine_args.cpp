@@ -198,33 +198,6 @@ private slots:
             QCOMPARE(engine.selectedFormat(), AudioFormat(AudioFormat::flac));
     }
 
-    void saveAndLoadAgain()
-    {
-        EngineFixture fixture({.withYtDlp = false});
-        const QString path = fixture.rootPath() + u"/prefs.ini"_s;
-        {
-            DownloadEngine engine(fixture.dependencies(), fixture.history(),
-                                  std::make_unique<QSettings>(path, QSettings::IniFormat));
-            engine.setSelectedFormat(AudioFormat::opus);
-            engine.setSelectedQuality(AudioQuality::best);
-            engine.setEmbedArtwork(false);
-            engine.setTargetFolder(QUrl::fromLocalFile(u"/home/a/My Music/"_s));
-            engine.savePreferences();
-        }
-        QSettings stored(path, QSettings::IniFormat);
-        QCOMPARE(stored.value(u"defaultFormat"_s).toString(), u"opus"_s);
-        QCOMPARE(stored.value(u"defaultQuality"_s).toString(), u"0"_s);
-        QCOMPARE(stored.value(u"targetFolder"_s).toString(), u"file:///home/a/My%20Music/"_s);
-        QCOMPARE(stored.value(u"embedArtwork"_s).toBool(), false);
-        QCOMPARE(stored.value(u"embedMetadata"_s).toBool(), true);
-
-        DownloadEngine again(fixture.dependencies(), fixture.history(),
-                             std::make_unique<QSettings>(path, QSettings::IniFormat));
-        QCOMPARE(again.selectedFormat(), AudioFormat(AudioFormat::opus));
-        QCOMPARE(again.selectedQuality(), AudioQuality(AudioQuality::best));
-        QCOMPARE(again.targetFolder().toLocalFile(), u"/home/a/My Music/"_s);
-    }
-
     void refusedRequests_data()
     {
         QTest::addColumn<bool>("withTool");

@@ -106,34 +106,6 @@ private slots:
         }
         QVERIFY(!HistoryStore::isInUse(dir.path()));
     }
-
-    // The real program: a second start with a link hands it over and ends at once.
-    void secondStartEnds()
-    {
-        QTemporaryDir home;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"HOME"_s, home.path());
-        environment.insert(u"XDG_DATA_HOME"_s, home.filePath(u"data"_s));
-        environment.insert(u"XDG_CONFIG_HOME"_s, home.filePath(u"config"_s));
-        environment.insert(u"XDG_CACHE_HOME"_s, home.filePath(u"cache"_s));
-        const QString app = qEnvironmentVariable("VELDTONE_APP");
-        QProcess first;
-        first.setProcessEnvironment(environment);
-        first.start(app);
-        QVERIFY(first.waitForStarted());
-        // The first instance answers once its window is up.
-        QProcess second;
-        second.setProcessEnvironment(environment);
-        QTRY_VERIFY_WITH_TIMEOUT(
-            QFileInfo::exists(SingleInstance::serverName(home.filePath(u"data/Veldtone"_s))),
-            30000);
-        second.start(app, {u"https://youtu.be/abc"_s});
-        QVERIFY(second.waitForFinished(30000));
-        QCOMPARE(second.exitCode(), 0);
-        QCOMPARE(first.state(), QProcess::Running);
-        first.terminate();
-        QVERIFY(first.waitForFinished(30000));
-    }
 };
 
 QTEST_MAIN(TestInstance)

@@ -109,40 +109,6 @@ private slots:
         QVERIFY(positions.indexOf(0.0) > positions.indexOf(lastPlayed));
         QVERIFY(player.currentTrack());
     }
-
-    void seekAndSwitchTracks()
-    {
-        AudioPlayerService player;
-        player.setVolume(0.25f);
-        player.play(track(u"clip.flac"_qs));
-        QTRY_VERIFY_WITH_TIMEOUT(player.duration() > 0, 10000);
-        player.seek(2.0);
-        QTRY_VERIFY_WITH_TIMEOUT(player.currentTime() >= 2.1, 5000);
-
-        // Finished, then moved back by the slider: play resumes from there, not from the start.
-        QTRY_VERIFY_WITH_TIMEOUT(!player.isPlaying(), 10000);
-        player.seek(1.0);
-        QCOMPARE(player.currentTime(), 1.0);
-        QList<double> resumed;
-        const QMetaObject::Connection follow =
-            connect(&player, &AudioPlayerService::currentTimeChanged, this,
-                    [&] { resumed << player.currentTime(); });
-        player.togglePlayPause();
-        QTRY_VERIFY_WITH_TIMEOUT(!resumed.isEmpty(), 5000);
-        QVERIFY2(resumed.first() >= 1.0 && resumed.first() < 2.5,
-                 qPrintable(QString::number(resumed.first())));
-        disconnect(follow);
-
-        // Another record replaces the first, from its start rather than from where A was.
-        QList<double> positions;
-        connect(&player, &AudioPlayerService::currentTimeChanged, this,
-                [&] { positions << player.currentTime(); });
-        player.play(track(u"clip.opus"_qs));
-        QTRY_VERIFY_WITH_TIMEOUT(player.duration() > 0, 10000);
-        QTRY_VERIFY_WITH_TIMEOUT(player.currentTime() > 0, 10000);
-        QVERIFY2(positions.last() < 1.0, qPrintable(QString::number(positions.last())));
-        QCOMPARE(player.volume(), 0.25f);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestPlayerReal)
