@@ -3,6 +3,7 @@
 #include "Bench.h"
 #include "models/HistoryTrackJson.h"
 #include "services/ArtworkCache.h"
+#include "services/DetailsRefresher.h"
 #include "services/AudioPlayerService.h"
 #include "services/BatchRunner.h"
 #include "services/DependencyManager.h"
@@ -101,13 +102,18 @@ std::vector<BenchFigure> screens()
     history.waitForLoad();
     AudioPlayerService player;
     ArtworkCache artwork(home.filePath(QStringLiteral("artwork")));
+    DependencyManager::Options options;
+    options.installFolder = home.filePath(QStringLiteral("bin"));
+    options.checkOnStart = false;
+    DependencyManager dependencies(options);
+    DetailsRefresher details(dependencies, history);
 
     std::vector<double> open;
     std::vector<double> keystroke;
     for (int run = 0; run < kRuns; ++run) {
         QElapsedTimer timer;
         timer.start();
-        auto view = std::make_unique<HistoryView>(history, player, artwork);
+        auto view = std::make_unique<HistoryView>(history, player, artwork, details);
         view->resize(880, 600);
         view->show();
         waitForPaint(view->listView()->viewport());
@@ -132,10 +138,6 @@ std::vector<BenchFigure> screens()
     figures.push_back({QStringLiteral("library_search_keystroke_100k_ms"), benchMedian(keystroke),
                        QStringLiteral("ms")});
 
-    DependencyManager::Options options;
-    options.installFolder = home.filePath(QStringLiteral("bin"));
-    options.checkOnStart = false;
-    DependencyManager dependencies(options);
     DownloadEngine engine(
         dependencies, history,
         std::make_unique<QSettings>(home.filePath(QStringLiteral("s.ini")), QSettings::IniFormat));

@@ -1,19 +1,29 @@
-// Feeds arbitrary bytes to the reader of yt-dlp's metadata dump: no crash, and any result it
-// gives has a duration that is not negative and a text that matches it.
+// Feeds arbitrary bytes to the readers of yt-dlp's metadata dump and of a run's report lines:
+// no crash, and any result has a duration that is not negative and a text that matches it.
 #include "services/MetadataFetch.h"
+#include "services/RunReport.h"
 
 #include <cstdint>
 #include <cstdlib>
+
+namespace {
+void check(const std::optional<VideoMetadata>& metadata)
+{
+    if (metadata &&
+        (metadata->durationSeconds < 0 ||
+         metadata->duration != VideoMetadata::formattedDuration(metadata->durationSeconds)))
+        std::abort();
+}
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const QByteArray json(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     const QString link = QStringLiteral("https://example.com/watch?v=fuzz");
-    const std::optional<VideoMetadata> metadata = MetadataFetch::fromJson(json, link);
-    if (!metadata)
-        return 0;
-    if (metadata->durationSeconds < 0 ||
-        metadata->duration != VideoMetadata::formattedDuration(metadata->durationSeconds))
+    check(MetadataFetch::fromJson(json, link));
+    const RunReport report = RunReport::parse(json, link);
+    check(report.metadata);
+    if (report.filePath && report.filePath->isEmpty())
         std::abort();
     return 0;
 }

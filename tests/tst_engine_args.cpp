@@ -33,6 +33,18 @@ QStringList head(const QString& format, const QString& folder)
             folder + u"/%(title)s.%(ext)s"_s};
 }
 
+// The run's report requests, which come just before the link.
+QStringList report(const QString& folder)
+{
+    const QString file = folder + u"/.veldtone-report.jsonl"_s;
+    return {u"--print-to-file"_s,
+            u"before_dl:%(.{id,title,uploader,channel,duration,thumbnail,webpage_url})j"_s,
+            file,
+            u"--print-to-file"_s,
+            u"after_move:%(.{filepath,title,uploader,channel,duration,thumbnail})j"_s,
+            file};
+}
+
 QStringList lines(const QString& path)
 {
     QString text = QString::fromUtf8(TestSupport::readFile(path));
@@ -94,11 +106,18 @@ private slots:
         QFETCH(bool, artwork);
         QFETCH(bool, tags);
         QFETCH(QStringList, expected);
+        expected =
+            expected.first(expected.size() - 1) + report(u"/Users/a/Music"_s) + expected.last(1);
         const std::optional<QString> ffmpegPath =
             ffmpeg.isEmpty() ? std::nullopt : std::optional<QString>(ffmpeg);
         QCOMPARE(extractionArguments(u"https://youtu.be/abc"_s, format, quality,
                                      u"/Users/a/Music"_s, ffmpegPath, artwork, tags),
                  expected);
+        // A "%" in the folder is not read as the start of a field.
+        const QStringList percent = extractionArguments(u"https://youtu.be/abc"_s, format, quality,
+                                                        u"/m/100%"_s, ffmpegPath, artwork, tags);
+        QCOMPARE(percent.at(8), u"/m/100%%/%(title)s.%(ext)s"_s);
+        QCOMPARE(percent.at(percent.size() - 2), u"/m/100%%/.veldtone-report.jsonl"_s);
     }
 
     // What the engine really hands the tool: its selections where the request gives none, the
@@ -126,12 +145,15 @@ private slots:
                      .match(output)
                      .hasMatch(),
                  qPrintable(output));
+        const QString scratch = output.chopped(QStringLiteral("/%(title)s.%(ext)s").size());
+        QCOMPARE(given.value(16), scratch + u"/.veldtone-report.jsonl"_s);
         given[8] = fixture.downloadsPath() + u"/%(title)s.%(ext)s"_s;
+        given[16] = given[19] = fixture.downloadsPath() + u"/.veldtone-report.jsonl"_s;
         const QStringList first =
             head(u"opus"_s, fixture.downloadsPath()) +
-            QStringList{u"--audio-quality"_s,   u"128k"_s,
-                        u"--ffmpeg-location"_s, ffmpegFolder,
-                        u"--embed-metadata"_s,  u"https://example.com/v?id=1"_s};
+            QStringList{u"--audio-quality"_s, u"128k"_s, u"--ffmpeg-location"_s, ffmpegFolder,
+                        u"--embed-metadata"_s} +
+            report(fixture.downloadsPath()) + QStringList{u"https://example.com/v?id=1"_s};
         QCOMPARE(given, first);
 
         // The root folder is a folder like any other (never the working folder), checked

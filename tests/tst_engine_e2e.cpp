@@ -1,4 +1,5 @@
 #include "platform/ByteCountFormatter.h"
+#include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "support/EngineFixture.h"
@@ -163,8 +164,101 @@ private slots:
         const HistoryTrack record = fixture.history().tracks().value(0);
         QCOMPARE(record, fixture.completions().first());
         QCOMPARE(record.fileSize, formatByteCount(QFileInfo(file).size()));
-        // Without a metadata fetch the record is named after the file.
+        // Without a metadata fetch the record carries what the run itself reported.
         QCOMPARE(record.title, kTitle);
+        QCOMPARE(record.channel, kAuthor);
+        QCOMPARE(record.duration, u"0:06"_s);
+        QCOMPARE(record.thumbnailUrl, m_server->thumbnailUrl().toString());
+    }
+
+    void reportedFacts_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::newRow("letters beyond ASCII") << u"Ünïcødé Çafé 東京"_s;
+        QTest::newRow("not a file name") << u"AC/DC: Live? *Now* | Then"_s;
+    }
+    // The record's facts and exact path come from the run's own report, and observers learn
+    // the video's facts while it is still downloading.
+    void reportedFacts()
+    {
+        QFETCH(QString, title);
+        EngineFixture fixture;
+        QVERIFY(fixture.isReady());
+        DownloadEngine& engine = fixture.engine();
+        std::optional<VideoMetadata> seenWhileBusy;
+        connect(&engine, &DownloadEngine::currentMetadataChanged, this, [&] {
+            if (engine.currentStatus().isBusy())
+                seenWhileBusy = engine.currentMetadata();
+        });
+        engine.setEmbedArtwork(false);
+        engine.startExtraction(m_server->titledPageUrl(title).toString(), AudioFormat::opus,
+                               AudioQuality::k128, std::nullopt, fixture.completionHandler());
+        QVERIFY(fixture.waitForEnd());
+        QVERIFY(seenWhileBusy);
+        QCOMPARE(seenWhileBusy->title, title);
+        QCOMPARE(seenWhileBusy->channel, kAuthor);
+
+        QCOMPARE(fixture.completions().size(), 1);
+        const HistoryTrack record = fixture.completions().first();
+        QCOMPARE(record.title, title);
+        QCOMPARE(record.channel, kAuthor);
+        QCOMPARE(record.duration, u"0:06"_s);
+        QCOMPARE(record.thumbnailUrl, m_server->thumbnailUrl().toString());
+        const QStringList files =
+            QDir(fixture.downloadsPath()).entryList(QDir::Files | QDir::Hidden);
+        QCOMPARE(files.size(), 1);
+        QCOMPARE(record.filePath, fixture.downloadsPath() + u'/' + files.first());
+        QCOMPARE(engine.currentStatus(), DownloadStatus::completed(record.filePath));
+    }
+
+    // Records made when the tool reported nothing get their details from their link, in
+    // place; a record whose link fails keeps its own, and a cancel stops what is left.
+    void refreshDetails()
+    {
+        EngineFixture fixture;
+        QVERIFY(fixture.isReady());
+        HistoryStore& history = fixture.history();
+        auto record = [](const QString& title, const QString& link) {
+            HistoryTrack track;
+            track.id = QUuid::createUuid();
+            track.title = title;
+            track.channel = u"YouTube"_s;
+            track.duration = u"--:--"_s;
+            track.filePath = u"/music/"_s + title + u".mp3"_s;
+            track.youtubeUrl = link;
+            return track;
+        };
+        const HistoryTrack missing = record(u"Missing"_s, m_server->missingUrl().toString());
+        HistoryTrack known = record(u"Known"_s, m_server->pageUrl().toString());
+        known.channel = u"Kept"_s;
+        const HistoryTrack plain = record(u"Plain"_s, m_server->pageUrl().toString());
+        const HistoryTrack option = record(u"Option"_s, u"--exec=touch x"_s);
+        for (const HistoryTrack& track : {missing, known, plain, option})
+            history.addTrack(track);
+
+        DetailsRefresher details(fixture.dependencies(), history);
+        QCOMPARE(details.refreshAll(), 2);
+        QVERIFY(details.isRefreshing());
+        QTRY_VERIFY_WITH_TIMEOUT(!details.isRefreshing(), 60000);
+        QCOMPARE(details.doneCount(), 2);
+        const QList<HistoryTrack> after = history.tracks();
+        QCOMPARE(after.size(), 4);
+        QCOMPARE(after.at(1).id, plain.id);
+        QCOMPARE(after.at(1).title, kTitle);
+        QCOMPARE(after.at(1).channel, kAuthor);
+        QCOMPARE(after.at(1).duration, u"0:06"_s);
+        QCOMPARE(after.at(1).thumbnailUrl, m_server->thumbnailUrl().toString());
+        QCOMPARE(after.at(2), known);
+        QCOMPARE(after.at(3), missing);
+        QCOMPARE(after.at(0), option);
+
+        history.clearAll();
+        history.addTrack(plain);
+        details.refresh(plain);
+        details.cancel();
+        QVERIFY(!details.isRefreshing());
+        QTest::qWait(3000);
+        QCOMPARE(history.tracks().value(0), plain);
     }
 
     // The headless driver with its own library: the metadata fetch flows into the record, the

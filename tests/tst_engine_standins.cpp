@@ -90,33 +90,52 @@ private slots:
     {
         QTest::addColumn<QByteArray>("script");
         QTest::addColumn<QString>("expectedName"); // empty: no file found
+        QTest::addColumn<QString>("channel");      // "YouTube": nothing was reported
         QTest::newRow("newest by date, upper-case extension")
             << QByteArray("printf 'b' > \"$dest/b.mp3\"; touch -d '2020-01-01' \"$dest/b.mp3\"\n"
                           "printf 'aaaa' > \"$dest/A.MP3\"; touch -d '2024-01-01' \"$dest/A.MP3\"\n"
                           "printf 'c' > \"$dest/c.m4a\"; touch -d '2025-01-01' \"$dest/c.m4a\"\n"
                           "printf 'h' > \"$dest/.h.mp3\"; touch -d '2026-01-01' \"$dest/.h.mp3\"\n")
-            << u"A.MP3"_s;
+            << u"A.MP3"_s << u"YouTube"_s;
         QTest::newRow("announced file gone")
             << QByteArray("echo \"[ExtractAudio] Destination: $dest/Gone.mp3\"\n"
                           "printf 'real' > \"$dest/Real.mp3\"\n")
-            << u"Real.mp3"_s;
+            << u"Real.mp3"_s << u"YouTube"_s;
         QTest::newRow("announced file wins over a newer one")
             << QByteArray("echo \"[download] Destination: $dest/My.Song.webm\"\n"
                           "echo \"[ExtractAudio] Destination: $dest/My.Song.mp3\"\n"
                           "printf 'mine' > \"$dest/My.Song.mp3\"; touch -d '2020-01-01' "
                           "\"$dest/My.Song.mp3\"\n"
                           "printf 'other' > \"$dest/Other.mp3\"\n")
-            << u"My.Song.mp3"_s;
+            << u"My.Song.mp3"_s << u"YouTube"_s;
         QTest::newRow("predicted from the download")
             << QByteArray("echo \"[download] Destination: $dest/Clip.webm\"\n"
                           "printf 'clip' > \"$dest/Clip.mp3\"\nprintf 'x' > \"$dest/Zed.mp3\"\n")
-            << u"Clip.mp3"_s;
-        QTest::newRow("no file at all") << QByteArray("echo done") << QString();
+            << u"Clip.mp3"_s << u"YouTube"_s;
+        QTest::newRow("no file at all") << QByteArray("echo done") << QString() << u"YouTube"_s;
+        QTest::newRow("reported path wins over announced and newer")
+            << QByteArray("echo \"[ExtractAudio] Destination: $dest/Announced.mp3\"\n"
+                          "printf 'a' > \"$dest/Announced.mp3\"; printf 'r' > \"$dest/R.mp3\"\n"
+                          "touch -d '2020-01-01' \"$dest/R.mp3\"\n"
+                          "printf '{\"filepath\": \"%s\", \"title\": \"R\", \"uploader\": "
+                          "\"Someone\", \"duration\": 61.5}\\n' \"$dest/R.mp3\" "
+                          "> \"$dest/.veldtone-report.jsonl\"\n")
+            << u"R.mp3"_s << u"Someone"_s;
+        QTest::newRow("malformed report")
+            << QByteArray("printf '{\"title\": [1, {\\n\\0\\377}\\n' > "
+                          "\"$dest/.veldtone-report.jsonl\"\nprintf 'x' > \"$dest/Kept.mp3\"\n")
+            << u"Kept.mp3"_s << u"YouTube"_s;
+        QTest::newRow("huge report line")
+            << QByteArray("{ printf '{\"title\": \"'; head -c 30000000 /dev/zero | tr '\\0' x; "
+                          "printf '\"}\\n'; } > \"$dest/.veldtone-report.jsonl\"\n"
+                          "printf 'x' > \"$dest/Big.mp3\"\n")
+            << u"Big.mp3"_s << u"YouTube"_s;
     }
     void locatingTheFile()
     {
         QFETCH(QByteArray, script);
         QFETCH(QString, expectedName);
+        QFETCH(QString, channel);
         EngineFixture fixture(standIn(script));
         QVERIFY(fixture.isReady());
         DownloadEngine& engine = fixture.engine();
@@ -138,6 +157,7 @@ private slots:
         QCOMPARE(engine.currentStatus(), DownloadStatus::completed(path));
         QCOMPARE(record.filePath, path);
         QCOMPARE(record.title, expectedName.left(expectedName.lastIndexOf(u'.')));
+        QCOMPARE(record.channel, channel);
         QCOMPARE(record.fileSize, formatByteCount(QFileInfo(path).size()));
     }
 

@@ -1,8 +1,10 @@
+#include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"
 #include "views/library/HistoryView.h"
 #include "views/library/LibraryListModel.h"
+#include "views/library/TrackDelegate.h"
 #include "views/library/TrackListView.h"
 
 #include <QAbstractItemModelTester>
@@ -13,6 +15,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
 
@@ -82,8 +85,9 @@ private slots:
     void init()
     {
         m_env = std::make_unique<ScreenFixture::Environment>();
-        m_view = std::make_unique<HistoryView>(m_env->history(), m_env->player(),
-                                               m_env->services().artwork);
+        m_view =
+            std::make_unique<HistoryView>(m_env->history(), m_env->player(),
+                                          m_env->services().artwork, m_env->services().details);
         m_view->resize(880, 600);
     }
 
@@ -124,6 +128,58 @@ private slots:
         m_view->setSearchText(QString());
         m_view->setSelectedFilter(u"All"_s);
         QCOMPARE(m_view->model()->rowCount(), 4);
+    }
+
+    // A row draws its record's image, fetched once and kept scaled down in the cache folder,
+    // and the placeholder when the image cannot be had. The kept copy serves later without
+    // its source, and the folder is held under its cap.
+    void artworkFromTheCache()
+    {
+        const QColor green(30, 160, 90);
+        QImage source(640, 360, QImage::Format_RGB32);
+        source.fill(green);
+        const QString sourceFile = m_env->path() + u"/art.jpg"_s;
+        QVERIFY(source.save(sourceFile, "JPG", 95));
+        const QString address = QUrl::fromLocalFile(sourceFile).toString();
+        HistoryTrack withArt = makeTrack(u"With Art"_s, u"C"_s, AudioFormat::mp3);
+        withArt.thumbnailUrl = address;
+        HistoryTrack gone = makeTrack(u"Gone"_s, u"C"_s, AudioFormat::mp3);
+        gone.thumbnailUrl = QUrl::fromLocalFile(m_env->path() + u"/none.jpg"_s).toString();
+        m_env->history().addTrack(gone);
+        m_env->history().addTrack(withArt);
+        m_view->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_view.get()));
+
+        const QString folder = m_env->path() + u"/artwork"_s;
+        const QString kept = ArtworkCache::fileFor(folder, address);
+        QTRY_VERIFY(QFile::exists(kept));
+        QCOMPARE(QImage(kept).size(), QSize(256, 144));
+        auto pixelAt = [&](int row) {
+            const QModelIndex index = m_view->model()->index(row, 0);
+            const QRect art = TrackDelegate::geometry(m_view->listView()->visualRect(index),
+                                                      m_view->model()->trackAt(row))
+                                  .artwork;
+            const QImage shot = m_view->listView()->viewport()->grab().toImage();
+            return shot.pixelColor(art.topLeft() + QPoint(8, 8));
+        };
+        auto near = [](const QColor& a, const QColor& b) {
+            return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) +
+                       qAbs(a.blue() - b.blue()) <
+                   30;
+        };
+        QTRY_VERIFY(near(pixelAt(0), green));
+        QTRY_VERIFY(m_env->services().artwork.hasNoArtwork(gone.thumbnailUrl));
+        QVERIFY(!near(pixelAt(1), green));
+
+        QVERIFY(QFile::remove(sourceFile));
+        ArtworkCache offline(folder);
+        QSignalSpy ready(&offline, &ArtworkCache::artworkReady);
+        QVERIFY(offline.artwork(address, 48).isNull());
+        QVERIFY(ready.wait());
+        QVERIFY(near(offline.artwork(address, 48).toImage().pixelColor(4, 4), green));
+
+        ArtworkCache capped(folder, 1);
+        QTRY_VERIFY(!QFile::exists(kept));
     }
 
     void emptyLibraryIgnoresSearch()

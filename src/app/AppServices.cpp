@@ -4,6 +4,7 @@
 #include "services/AudioPlayerService.h"
 #include "services/BatchRunner.h"
 #include "services/DependencyManager.h"
+#include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 
@@ -12,16 +13,25 @@
 AppServices::AppServices()
     // The tool manager starts its first check; the store waits for loadLibrary(); the engine
     // takes both and reads the saved output choices; the player starts stopped; the batch
-    // queue starts empty and rips through the engine.
+    // queue starts empty and rips through the engine; the details refresher fetches through
+    // the tool manager's yt-dlp into the store.
     : m_dependencies(std::make_unique<DependencyManager>(DependencyManager::Options::defaults()))
     , m_history(std::make_unique<HistoryStore>(HistoryStore::defaultFolder()))
     , m_engine(std::make_unique<DownloadEngine>(*m_dependencies, *m_history))
     , m_player(std::make_unique<AudioPlayerService>())
     , m_artwork(std::make_unique<ArtworkCache>(ArtworkCache::defaultFolder()))
     , m_batch(std::make_unique<BatchRunner>(*m_engine))
-    , m_services(std::make_unique<Services>(
-          Services{*m_engine, *m_dependencies, *m_history, *m_player, *m_artwork, *m_batch}))
-{}
+    , m_details(std::make_unique<DetailsRefresher>(*m_dependencies, *m_history))
+    , m_services(std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
+                                                     *m_player, *m_artwork, *m_batch, *m_details}))
+{
+    // The artwork a rip reports is kept as the rip begins, so its record shows it offline.
+    QObject::connect(
+        m_engine.get(), &DownloadEngine::currentMetadataChanged, m_artwork.get(), [this] {
+            if (const std::optional<VideoMetadata> metadata = m_engine->currentMetadata())
+                m_artwork->keep(metadata->thumbnailUrl);
+        });
+}
 
 // In the reverse order of creation: each service goes before the ones it uses.
 AppServices::~AppServices() = default;

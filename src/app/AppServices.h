@@ -7,6 +7,7 @@
 class ArtworkCache;
 class AudioPlayerService;
 class BatchRunner;
+class DetailsRefresher;
 class DependencyManager;
 class DownloadEngine;
 class HistoryStore;
@@ -35,5 +36,6 @@ private:
     std::unique_ptr<AudioPlayerService> m_player;
     std::unique_ptr<ArtworkCache> m_artwork;
     std::unique_ptr<BatchRunner> m_batch;
+    std::unique_ptr<DetailsRefresher> m_details;
     std::unique_ptr<Services> m_services;
 };

@@ -2,20 +2,25 @@
 
 #include "services/Background.h"
 
-#include <QImage>
-#include <QImageReader>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QNetworkAccessManager>
-#include <QNetworkDiskCache>
 #include <QNetworkReply>
+#include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
+#include <QtConcurrent/QtConcurrentRun>
+#include <algorithm>
 
 namespace {
 constexpr int kMaxInFlight = 4;
-// Rows scrolled past quickly leave requests behind; only the newest are worth fetching.
+// Rows scrolled past quickly leave requests behind; only the newest are worth loading.
 constexpr size_t kMaxWaiting = 48;
-constexpr qint64 kDiskCacheBytes = 100LL * 1000 * 1000;
 constexpr qint64 kMaxImageBytes = 10LL * 1000 * 1000;
+// The folder is measured again after this many new images.
+constexpr int kSavesPerTrim = 32;
 
 bool isFetchable(const QString& address)
 {
@@ -33,33 +38,68 @@ QString memoryKey(const QString& address, int edge)
 {
     return QString::number(edge) + u'|' + address;
 }
+
+// The kept image, marked as just used; null when there is none.
+QImage readKept(const QString& file)
+{
+    QImage image(file);
+    if (!image.isNull()) {
+        QFile touched(file);
+        if (touched.open(QIODevice::ReadWrite))
+            touched.setFileTime(QDateTime::currentDateTime(), QFileDevice::FileModificationTime);
+    }
+    return image;
+}
+
+// Removes the least recently used images until the folder holds at most maxBytes.
+void trimFolder(const QString& folder, qint64 maxBytes)
+{
+    QFileInfoList files =
+        QDir(folder).entryInfoList({QStringLiteral("*.jpg")}, QDir::Files, QDir::Time);
+    qint64 total = 0;
+    for (const QFileInfo& file : files)
+        total += file.size();
+    // Newest first: the oldest are at the end.
+    while (total > maxBytes && !files.isEmpty()) {
+        const QFileInfo oldest = files.takeLast();
+        if (QFile::remove(oldest.filePath()))
+            total -= oldest.size();
+    }
+}
 } // namespace
 
-ArtworkCache::ArtworkCache(const QString& cacheFolder, QObject* parent)
+ArtworkCache::ArtworkCache(const QString& cacheFolder, qint64 maxDiskBytes, QObject* parent)
     : QObject(parent)
+    , m_folder(cacheFolder)
+    , m_maxDiskBytes(maxDiskBytes)
     , m_network(new QNetworkAccessManager(this))
     , m_memory(400)
     , m_images(200)
 {
-    auto* disk = new QNetworkDiskCache(m_network);
-    disk->setCacheDirectory(cacheFolder);
-    disk->setMaximumCacheSize(kDiskCacheBytes);
-    m_network->setCache(disk);
     m_network->setRedirectPolicy(QNetworkRequest::NoLessSafeRedirectPolicy);
     m_network->setTransferTimeout(15000);
+    m_trim = QtConcurrent::run(&trimFolder, m_folder, m_maxDiskBytes);
 }
 
 ArtworkCache::~ArtworkCache()
 {
-    // A decode still running reports to this object; it has to end first.
-    for (QFuture<QImage>& decode : m_decoding)
-        decode.waitForFinished();
+    // Work still running reports to this object; it has to end first.
+    for (QFuture<QImage>& work : m_work)
+        work.waitForFinished();
+    m_trim.waitForFinished();
 }
 
 QString ArtworkCache::defaultFolder()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
            u"/Veldtone/artwork";
+}
+
+QString ArtworkCache::fileFor(const QString& folder, const QString& address)
+{
+    const QByteArray hash =
+        QCryptographicHash::hash(address.toUtf8(), QCryptographicHash::Sha1).toHex();
+    return folder + u'/' + QString::fromLatin1(hash) + u".jpg";
 }
 
 bool ArtworkCache::hasNoArtwork(const QString& address) const
@@ -85,64 +125,99 @@ QPixmap ArtworkCache::artwork(const QString& address, int edge)
         m_memory.insert(key, pixmap);
         return result;
     }
-    if (!m_inFlight.contains(address)) {
-        std::erase(m_waiting, address);
-        m_waiting.push_front(address);
-        if (m_waiting.size() > kMaxWaiting)
-            m_waiting.pop_back();
-        fetchMore();
-    }
+    request(address);
     return {};
 }
 
-void ArtworkCache::fetchMore()
+void ArtworkCache::keep(const QString& address)
+{
+    if (!hasNoArtwork(address) && !m_images.contains(address))
+        request(address);
+}
+
+void ArtworkCache::request(const QString& address)
+{
+    if (m_inFlight.contains(address))
+        return;
+    std::erase(m_waiting, address);
+    m_waiting.push_front(address);
+    if (m_waiting.size() > kMaxWaiting)
+        m_waiting.pop_back();
+    loadMore();
+}
+
+void ArtworkCache::loadMore()
 {
     while (m_inFlight.size() < kMaxInFlight && !m_waiting.empty()) {
         const QString address = m_waiting.front();
         m_waiting.pop_front();
-        QNetworkRequest request{QUrl(address)};
-        request.setAttribute(QNetworkRequest::CacheLoadControlAttribute,
-                             QNetworkRequest::PreferCache);
         m_inFlight.insert(address);
-        QNetworkReply* reply = m_network->get(request);
-        connect(reply, &QNetworkReply::finished, this,
-                [this, reply, address] { finished(reply, address); });
+        // The kept copy first, read off the GUI thread; the network only without one.
+        track(runInBackground(
+            QThreadPool::globalInstance(), this,
+            [file = fileFor(m_folder, address)] { return readKept(file); },
+            [this, address](const QImage& image) {
+                if (image.isNull())
+                    fetch(address);
+                else
+                    loaded(address, image);
+            }));
     }
 }
 
-void ArtworkCache::finished(QNetworkReply* reply, const QString& address)
+void ArtworkCache::fetch(const QString& address)
+{
+    QNetworkReply* reply = m_network->get(QNetworkRequest(QUrl(address)));
+    connect(reply, &QNetworkReply::finished, this,
+            [this, reply, address] { fetched(reply, address); });
+}
+
+void ArtworkCache::fetched(QNetworkReply* reply, const QString& address)
 {
     reply->deleteLater();
     const QByteArray bytes =
         reply->error() == QNetworkReply::NoError && reply->bytesAvailable() <= kMaxImageBytes
             ? reply->readAll()
             : QByteArray();
-    if (bytes.isEmpty()) {
-        m_inFlight.remove(address);
-        m_failed.insert(address);
-        emit artworkReady(address);
-        fetchMore();
-        return;
-    }
-    // Decoding a large JPEG takes milliseconds; keep it off the GUI thread.
-    m_decoding.removeIf([](const QFuture<QImage>& decode) { return decode.isFinished(); });
-    m_decoding.append(runInBackground(
+    // Decoding, scaling and keeping the image take milliseconds each: off the GUI thread.
+    track(runInBackground(
         QThreadPool::globalInstance(), this,
-        [bytes] {
+        [bytes, folder = m_folder, file = fileFor(m_folder, address)] {
             QImage image;
             image.loadFromData(bytes);
-            // A thumbnail never needs more than a few hundred pixels.
-            if (!image.isNull() && (image.width() > 480 || image.height() > 480))
-                image = image.scaled(480, 480, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+            if (image.isNull())
+                return image;
+            if (image.width() > kMaxEdge || image.height() > kMaxEdge)
+                image =
+                    image.scaled(kMaxEdge, kMaxEdge, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+            QDir().mkpath(folder);
+            QSaveFile out(file);
+            if (out.open(QIODevice::WriteOnly) && image.save(&out, "JPG", 90))
+                out.commit();
             return image;
         },
         [this, address](const QImage& image) {
-            m_inFlight.remove(address);
-            if (image.isNull())
-                m_failed.insert(address);
-            else
-                m_images.insert(address, new QImage(image));
-            emit artworkReady(address);
-            fetchMore();
+            loaded(address, image);
+            if (!image.isNull() && ++m_savedSinceTrim >= kSavesPerTrim && m_trim.isFinished()) {
+                m_savedSinceTrim = 0;
+                m_trim = QtConcurrent::run(&trimFolder, m_folder, m_maxDiskBytes);
+            }
         }));
+}
+
+void ArtworkCache::loaded(const QString& address, const QImage& image)
+{
+    m_inFlight.remove(address);
+    if (image.isNull())
+        m_failed.insert(address);
+    else
+        m_images.insert(address, new QImage(image));
+    emit artworkReady(address);
+    loadMore();
+}
+
+void ArtworkCache::track(const QFuture<QImage>& work)
+{
+    m_work.removeIf([](const QFuture<QImage>& done) { return done.isFinished(); });
+    m_work.append(work);
 }

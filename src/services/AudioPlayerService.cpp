@@ -147,8 +147,8 @@ void AudioPlayerService::tick()
     // Once the track has played, a player that says it plays while its position stands still
     // has stalled: on a busy machine Qt Multimedia over GStreamer and PulseAudio can come back
     // from a pause that way, for good.
-    const bool standing = m_hasAdvanced && m_isPlaying && m_player->isPlaying() &&
-                          position == m_lastPosition;
+    const bool standing =
+        m_hasAdvanced && m_isPlaying && m_player->isPlaying() && position == m_lastPosition;
     m_stalledTicks = standing ? m_stalledTicks + 1 : 0;
     m_lastPosition = position;
     if (m_stalledTicks >= kStallTicks)

@@ -34,6 +34,11 @@ BatchRunner::BatchRunner(DownloadEngine& engine, QObject* parent)
 {
     connect(&m_engine, &DownloadEngine::currentStatusChanged, this,
             &BatchRunner::engineStatusChanged);
+    // The running item's row names its video as soon as the tool reports it.
+    connect(&m_engine, &DownloadEngine::currentMetadataChanged, this, [this] {
+        if (m_isProcessing && !m_runningId.isNull() && m_engine.currentMetadata())
+            setMetadata(m_runningId, *m_engine.currentMetadata());
+    });
 }
 
 BatchRunner::~BatchRunner() = default;

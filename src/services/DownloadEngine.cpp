@@ -160,20 +160,27 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
         if (m_job == job && job->status().isBusy())
             setCurrentStatus(job->status());
     });
+    // What the tool reports of the video as its download begins is published at once.
+    connect(job, &ExtractionJob::metadataChanged, this, [this, job] {
+        if (m_job == job) {
+            m_currentMetadata = job->metadata();
+            emit currentMetadataChanged();
+        }
+    });
     connect(job, &ExtractionJob::finished, this,
             [this, job, onComplete = std::move(onComplete)](const ExtractionJob::Result& result) {
                 job->deleteLater();
                 if (m_job == job)
-                    jobFinished(job, result.outputPath, result.fileSize, onComplete);
+                    jobFinished(job, result, onComplete);
             });
     setCurrentStatus(job->status());
     job->start();
 }
 
-void DownloadEngine::jobFinished(ExtractionJob* job, const std::optional<QString>& outputPath,
-                                 const std::optional<QString>& fileSize,
+void DownloadEngine::jobFinished(ExtractionJob* job, const ExtractionJob::Result& result,
                                  const CompletionHandler& onComplete)
 {
+    const std::optional<QString>& outputPath = result.outputPath;
     m_job.clear();
     const DownloadStatus status = job->status();
     if (status.kind() != DownloadStatus::Kind::completed) {
@@ -186,11 +193,13 @@ void DownloadEngine::jobFinished(ExtractionJob* job, const std::optional<QString
     track.format = job->request().format;
     track.quality = job->request().quality;
     track.youtubeUrl = job->request().link;
-    if (m_currentMetadata) {
-        track.title = m_currentMetadata->title;
-        track.channel = m_currentMetadata->channel;
-        track.duration = m_currentMetadata->duration;
-        track.thumbnailUrl = m_currentMetadata->thumbnailUrl;
+    // The run's own report first: a fetch may have been for another link.
+    if (const std::optional<VideoMetadata> metadata =
+            result.metadata ? result.metadata : m_currentMetadata) {
+        track.title = metadata->title;
+        track.channel = metadata->channel;
+        track.duration = metadata->duration;
+        track.thumbnailUrl = metadata->thumbnailUrl;
     } else {
         track.title =
             outputPath ? QFileInfo(*outputPath).completeBaseName() : tr("Extracted Audio");
@@ -198,7 +207,7 @@ void DownloadEngine::jobFinished(ExtractionJob* job, const std::optional<QString
         track.duration = QStringLiteral("--:--");
     }
     track.filePath = outputPath.value_or(QString());
-    track.fileSize = fileSize.value_or(kUnknownSize);
+    track.fileSize = result.fileSize.value_or(kUnknownSize);
 
     if (m_lastDownloadedFile != outputPath) {
         m_lastDownloadedFile = outputPath;

@@ -6,6 +6,7 @@
 #include "models/HistoryTrack.h"
 #include "models/VideoMetadata.h"
 #include "services/EnginePreferences.h"
+#include "services/ExtractionJob.h"
 
 #include <QObject>
 #include <QPointer>
@@ -16,7 +17,6 @@
 #include <optional>
 
 class DependencyManager;
-class ExtractionJob;
 class HistoryStore;
 class QSettings;
 
@@ -106,8 +106,8 @@ protected:
     void setCurrentStatus(const DownloadStatus& status);
 
 private:
-    void jobFinished(ExtractionJob* job, const std::optional<QString>& outputPath,
-                     const std::optional<QString>& fileSize, const CompletionHandler& onComplete);
+    void jobFinished(ExtractionJob* job, const ExtractionJob::Result& result,
+                     const CompletionHandler& onComplete);
 
     DependencyManager& m_dependencies;
     HistoryStore& m_history;

@@ -2,6 +2,20 @@
 
 #include <QFileInfo>
 
+namespace {
+// yt-dlp reads its output paths as templates, where a "%" of the folder's name would start a
+// field.
+QString literalPath(const QString& path)
+{
+    return QString(path).replace(u'%', QStringLiteral("%%"));
+}
+} // namespace
+
+QString runReportFile(const QString& outputFolder)
+{
+    return outputFolder + QStringLiteral("/.veldtone-report.jsonl");
+}
+
 QStringList extractionArguments(const QString& link, AudioFormat format, AudioQuality quality,
                                 const QString& outputFolder,
                                 const std::optional<QString>& ffmpegPath, bool embedArtwork,
@@ -15,7 +29,7 @@ QStringList extractionArguments(const QString& link, AudioFormat format, AudioQu
                        "_eta_str)s::%(progress._total_bytes_estimate_str)s"),
         QStringLiteral("-o"),
         // The root folder already ends in its slash.
-        (outputFolder.endsWith(u'/') ? outputFolder : outputFolder + u'/') +
+        literalPath(outputFolder.endsWith(u'/') ? outputFolder : outputFolder + u'/') +
             QStringLiteral("%(title)s.%(ext)s")};
     if (format.supportsBitrate())
         arguments << QStringLiteral("--audio-quality") << quality.ytdlpQualityArg();
@@ -26,6 +40,16 @@ QStringList extractionArguments(const QString& link, AudioFormat format, AudioQu
         arguments << QStringLiteral("--embed-thumbnail");
     if (embedMetadata)
         arguments << QStringLiteral("--embed-metadata");
+    // The item's facts as the download begins, and the final path once the file is in place;
+    // the console output stays as it is.
+    const QString report = literalPath(runReportFile(outputFolder));
+    arguments << QStringLiteral("--print-to-file")
+              << QStringLiteral("before_dl:%(.{id,title,uploader,channel,duration,thumbnail,"
+                                "webpage_url})j")
+              << report << QStringLiteral("--print-to-file")
+              << QStringLiteral("after_move:%(.{filepath,title,uploader,channel,duration,"
+                                "thumbnail})j")
+              << report;
     arguments << link;
     return arguments;
 }

@@ -12,3 +12,6 @@ QStringList extractionArguments(const QString& link, AudioFormat format, AudioQu
                                 const QString& outputFolder,
                                 const std::optional<QString>& ffmpegPath, bool embedArtwork,
                                 bool embedMetadata);
+
+// The file the run writes its report into: inside the job's own output folder.
+QString runReportFile(const QString& outputFolder);

@@ -4,6 +4,7 @@
 #include "services/ExtractionArguments.h"
 #include "services/FilePathTracker.h"
 #include "services/OutputFiles.h"
+#include "services/RunReport.h"
 #include "services/ToolOutputReader.h"
 
 #include <QDir>
@@ -99,6 +100,21 @@ void ExtractionJob::readOutput()
         return;
     for (const DownloadStatus& status : changes)
         setStatus(status);
+    readReport();
+}
+
+void ExtractionJob::readReport()
+{
+    if (m_metadata)
+        return;
+    // The report is a line or two; a bigger one is left to the end of the run, off this thread.
+    const qint64 size = QFileInfo(runReportFile(m_scratchFolder)).size();
+    if (size == m_reportSize || size > RunReport::kMaxLineBytes)
+        return;
+    m_reportSize = size;
+    m_metadata = RunReport::read(runReportFile(m_scratchFolder), m_request.link).metadata;
+    if (m_metadata)
+        emit metadataChanged();
 }
 
 void ExtractionJob::exited(int exitCode, bool crashed)
@@ -154,7 +170,13 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
                                            const QString& scratch, const Request& request)
 {
     Result result;
-    std::optional<QString> found = tracker->path();
+    const RunReport report = RunReport::read(runReportFile(scratch), request.link);
+    result.metadata = report.metadata;
+    // The path the tool reports is exact; its output lines and the newest file are for a tool
+    // that reports none.
+    std::optional<QString> found = report.filePath;
+    if (!found || !QFileInfo::exists(*found))
+        found = tracker->path();
     if (!found || !QFileInfo::exists(*found))
         found = OutputFiles::findLatestAudioFile(scratch, request.format.rawValue());
     if (found && found->startsWith(scratch + u'/')) {

@@ -3,6 +3,7 @@
 #include "models/AudioFormat.h"
 #include "models/AudioQuality.h"
 #include "models/DownloadStatus.h"
+#include "models/VideoMetadata.h"
 
 #include <QByteArray>
 #include <QFuture>
@@ -41,11 +42,13 @@ public:
         QSet<QString> replaceable;
     };
 
-    // What a completed job produced; both empty when no file was found.
+    // What a completed job produced; path and size empty when no file was found, metadata
+    // empty when the tool reported none.
     struct Result
     {
         std::optional<QString> outputPath;
         std::optional<QString> fileSize;
+        std::optional<VideoMetadata> metadata;
     };
 
     explicit ExtractionJob(Request request, QObject* parent = nullptr);
@@ -55,6 +58,8 @@ public:
     const Request& request() const { return m_request; }
     QString scratchFolder() const { return m_scratchFolder; }
     DownloadStatus status() const { return m_status; }
+    // The video's facts as the tool reported them when its download began.
+    std::optional<VideoMetadata> metadata() const { return m_metadata; }
 
     void start();
     // Stops the tool while it runs: the job ends idle and its scratch folder goes. Once the
@@ -63,11 +68,13 @@ public:
 
 signals:
     void statusChanged();
+    void metadataChanged();
     // Once, when status() is final; result is set when it is completed.
     void finished(const ExtractionJob::Result& result);
 
 private:
     void readOutput();
+    void readReport();
     void exited(int exitCode, bool crashed);
     void failedToStart();
     // Finds the finished file and moves it from the scratch folder into the destination.
@@ -86,6 +93,8 @@ private:
     std::unique_ptr<ToolOutputReader> m_reader;
     QByteArray m_errorBytes;
     DownloadStatus m_status;
+    std::optional<VideoMetadata> m_metadata;
+    qint64 m_reportSize = 0;
     bool m_exited = false;
     bool m_cancelled = false;
     bool m_finished = false;

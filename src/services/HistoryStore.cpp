@@ -231,6 +231,20 @@ void HistoryStore::addTrack(const HistoryTrack& track)
     });
 }
 
+void HistoryStore::updateDetails(const QUuid& id, const VideoMetadata& metadata)
+{
+    change([id, metadata](QList<HistoryTrack>& tracks) {
+        for (HistoryTrack& track : tracks) {
+            if (track.id != id)
+                continue;
+            track.title = metadata.title;
+            track.channel = metadata.channel;
+            track.duration = metadata.duration;
+            track.thumbnailUrl = metadata.thumbnailUrl;
+        }
+    });
+}
+
 void HistoryStore::removeTrack(const QSet<int>& positions)
 {
     if (m_state == State::loaded) {

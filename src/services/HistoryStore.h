@@ -1,6 +1,7 @@
 #pragma once
 
 #include "models/HistoryTrack.h"
+#include "models/VideoMetadata.h"
 
 #include <QFuture>
 #include <QList>
@@ -52,6 +53,8 @@ public:
     void load();
     // Puts track first, replacing any record with the same file path or id.
     void addTrack(const HistoryTrack& track);
+    // Gives the record with this id the video's title, channel, duration and artwork, in place.
+    void updateDetails(const QUuid& id, const VideoMetadata& metadata);
     // Removes the records at these positions of tracks().
     void removeTrack(const QSet<int>& positions);
     // Removes every record with track's id.

@@ -77,6 +77,12 @@ MetadataFetch::MetadataFetch(const QString& toolPath, const QString& link, QObje
 
 MetadataFetch::~MetadataFetch()
 {
+    // A fetch dropped midway ends its tool; a killed process is gone at once.
+    if (m_process->state() != QProcess::NotRunning) {
+        m_process->disconnect(this);
+        m_process->kill();
+        m_process->waitForFinished(1000);
+    }
     m_parse.waitForFinished();
 }
 

@@ -3,6 +3,7 @@
 class ArtworkCache;
 class AudioPlayerService;
 class BatchRunner;
+class DetailsRefresher;
 class DependencyManager;
 class DownloadEngine;
 class HistoryStore;
@@ -16,4 +17,5 @@ struct Services
     AudioPlayerService& player;
     ArtworkCache& artwork;
     BatchRunner& batch;
+    DetailsRefresher& details;
 };

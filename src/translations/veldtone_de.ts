@@ -355,6 +355,13 @@
     </message>
 </context>
 <context>
+    <name>DetailsRefresher</name>
+    <message>
+        <source>Refreshing details: %1 of %2</source>
+        <translation>Details werden aktualisiert: %1 von %2</translation>
+    </message>
+</context>
+<context>
     <name>DownloadEngine</name>
     <message>
         <source>yt-dlp is missing. Please check Settings.</source>
@@ -516,6 +523,22 @@
     <message>
         <source>This will remove all tracks from your library list. Your downloaded audio files will remain in your folders.</source>
         <translation>Damit werden alle Titel aus Ihrer Bibliotheksliste entfernt. Ihre heruntergeladenen Audiodateien bleiben in Ihren Ordnern.</translation>
+    </message>
+    <message>
+        <source>Cancel refreshing details</source>
+        <translation>Aktualisieren der Details abbrechen</translation>
+    </message>
+    <message>
+        <source>Library actions</source>
+        <translation>Aktionen der Mediathek</translation>
+    </message>
+    <message>
+        <source>Refresh All Details</source>
+        <translation>Alle Details aktualisieren</translation>
+    </message>
+    <message>
+        <source>Refresh Details</source>
+        <translation>Details aktualisieren</translation>
     </message>
 </context>
 <context>

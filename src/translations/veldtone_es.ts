@@ -355,6 +355,13 @@
     </message>
 </context>
 <context>
+    <name>DetailsRefresher</name>
+    <message>
+        <source>Refreshing details: %1 of %2</source>
+        <translation>Actualizando detalles: %1 de %2</translation>
+    </message>
+</context>
+<context>
     <name>DownloadEngine</name>
     <message>
         <source>yt-dlp is missing. Please check Settings.</source>
@@ -516,6 +523,22 @@
     <message>
         <source>This will remove all tracks from your library list. Your downloaded audio files will remain in your folders.</source>
         <translation>Se quitarán todas las pistas de la lista de tu biblioteca. Los archivos de audio descargados seguirán en tus carpetas.</translation>
+    </message>
+    <message>
+        <source>Cancel refreshing details</source>
+        <translation>Cancelar la actualización de detalles</translation>
+    </message>
+    <message>
+        <source>Library actions</source>
+        <translation>Acciones de la biblioteca</translation>
+    </message>
+    <message>
+        <source>Refresh All Details</source>
+        <translation>Actualizar todos los detalles</translation>
+    </message>
+    <message>
+        <source>Refresh Details</source>
+        <translation>Actualizar detalles</translation>
     </message>
 </context>
 <context>

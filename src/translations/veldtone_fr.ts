@@ -355,6 +355,13 @@
     </message>
 </context>
 <context>
+    <name>DetailsRefresher</name>
+    <message>
+        <source>Refreshing details: %1 of %2</source>
+        <translation>Actualisation des détails : %1 sur %2</translation>
+    </message>
+</context>
+<context>
     <name>DownloadEngine</name>
     <message>
         <source>yt-dlp is missing. Please check Settings.</source>
@@ -516,6 +523,22 @@
     <message>
         <source>This will remove all tracks from your library list. Your downloaded audio files will remain in your folders.</source>
         <translation>Toutes les pistes seront retirées de la liste de votre bibliothèque. Vos fichiers audio téléchargés resteront dans vos dossiers.</translation>
+    </message>
+    <message>
+        <source>Cancel refreshing details</source>
+        <translation>Annuler l’actualisation des détails</translation>
+    </message>
+    <message>
+        <source>Library actions</source>
+        <translation>Actions de la bibliothèque</translation>
+    </message>
+    <message>
+        <source>Refresh All Details</source>
+        <translation>Actualiser tous les détails</translation>
+    </message>
+    <message>
+        <source>Refresh Details</source>
+        <translation>Actualiser les détails</translation>
     </message>
 </context>
 <context>

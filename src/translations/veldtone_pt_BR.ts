@@ -355,6 +355,13 @@
     </message>
 </context>
 <context>
+    <name>DetailsRefresher</name>
+    <message>
+        <source>Refreshing details: %1 of %2</source>
+        <translation>Atualizando detalhes: %1 de %2</translation>
+    </message>
+</context>
+<context>
     <name>DownloadEngine</name>
     <message>
         <source>yt-dlp is missing. Please check Settings.</source>
@@ -516,6 +523,22 @@
     <message>
         <source>This will remove all tracks from your library list. Your downloaded audio files will remain in your folders.</source>
         <translation>Todas as faixas serão removidas da lista da sua biblioteca. Os arquivos de áudio baixados continuarão nas suas pastas.</translation>
+    </message>
+    <message>
+        <source>Cancel refreshing details</source>
+        <translation>Cancelar a atualização dos detalhes</translation>
+    </message>
+    <message>
+        <source>Library actions</source>
+        <translation>Ações da biblioteca</translation>
+    </message>
+    <message>
+        <source>Refresh All Details</source>
+        <translation>Atualizar todos os detalhes</translation>
+    </message>
+    <message>
+        <source>Refresh Details</source>
+        <translation>Atualizar detalhes</translation>
     </message>
 </context>
 <context>

@@ -1,9 +1,11 @@
 #include "MediaServer.h"
 
 #include <QFile>
+#include <QHttpServerRequest>
 #include <QHttpServerResponse>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QUrlQuery>
 
 using namespace Qt::StringLiterals;
 
@@ -52,7 +54,7 @@ bool MediaServer::start()
                    "-filter_complex [0:a][1:a]amerge=inputs=2[a] -map 2:v -map [a] "
                    "-c:v libvpx -b:v 20k -c:a libvorbis -q:a 3"_s.arg(seconds),
                    media, &m_error) ||
-        !runFfmpeg(u"-f lavfi -i color=c=orange:s=160x90:d=1 -frames:v 1"_s, thumbnail, &m_error))
+        !runFfmpeg(u"-f lavfi -i color=c=0x2a6f97:s=160x90:d=1 -frames:v 1"_s, thumbnail, &m_error))
         return false;
     QFile mediaFile(media);
     QFile image(thumbnail);
@@ -65,7 +67,8 @@ bool MediaServer::start()
 
     m_server.route(u"/watch/tone.html"_s,
                    [this] { return QHttpServerResponse("text/html", page(kTitle, kMediaPath)); });
-    m_server.route(u"/titled/<arg>"_s, [this](const QString& title) {
+    m_server.route(u"/titled"_s, [this](const QHttpServerRequest& request) {
+        const QString title = request.query().queryItemValue(u"t"_s, QUrl::FullyDecoded);
         return QHttpServerResponse("text/html", page(title.toUtf8(), kMediaPath));
     });
     m_server.route(kMediaPath, [this] { return QHttpServerResponse("video/webm", m_media); });
@@ -103,7 +106,14 @@ QUrl MediaServer::pageUrl() const
 
 QUrl MediaServer::titledPageUrl(const QString& title) const
 {
-    return url(u"/titled/"_s + title);
+    QUrl page = url(u"/titled"_s);
+    page.setQuery(QUrlQuery{{u"t"_s, title}});
+    return page;
+}
+
+QUrl MediaServer::thumbnailUrl() const
+{
+    return url(kThumbnailPath);
 }
 
 QUrl MediaServer::missingUrl() const

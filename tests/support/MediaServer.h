@@ -31,8 +31,10 @@ public:
     QString errorString() const { return m_error; }
 
     QUrl pageUrl() const;
-    // A page of the same clip titled with one word, so two rips make two files.
+    // A page of the same clip with another title (no quotes or angle brackets), so two rips
+    // make two files.
     QUrl titledPageUrl(const QString& title) const;
+    QUrl thumbnailUrl() const;
     QUrl missingUrl() const;
 
 private:

@@ -60,6 +60,7 @@ Environment::~Environment() = default;
 void Environment::buildServices(const QUrl& installerBase)
 {
     m_services.reset();
+    m_details.reset();
     m_batch.reset();
     m_engine.reset();
     m_player.reset();
@@ -88,8 +89,9 @@ void Environment::buildServices(const QUrl& installerBase)
         *m_dependencies, *m_history,
         std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat));
     m_batch = std::make_unique<BatchRunner>(*m_engine);
-    m_services = std::make_unique<Services>(
-        Services{*m_engine, *m_dependencies, *m_history, *m_player, *m_artwork, *m_batch});
+    m_details = std::make_unique<DetailsRefresher>(*m_dependencies, *m_history);
+    m_services = std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
+                                                     *m_player, *m_artwork, *m_batch, *m_details});
 }
 
 std::unique_ptr<QSettings> Environment::savedSettings() const

@@ -5,6 +5,7 @@
 #include "services/AudioPlayerService.h"
 #include "services/BatchRunner.h"
 #include "services/DependencyManager.h"
+#include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "services/Services.h"
@@ -77,6 +78,7 @@ private:
     std::unique_ptr<HistoryStore> m_history;
     std::unique_ptr<ArtworkCache> m_artwork;
     std::unique_ptr<BatchRunner> m_batch;
+    std::unique_ptr<DetailsRefresher> m_details;
     std::unique_ptr<AudioPlayerService> m_player;
     std::unique_ptr<TestEngine> m_engine;
     std::unique_ptr<Services> m_services;

@@ -8,6 +8,7 @@
 #include "platform/Translations.h"
 #include "services/BatchRunner.h"
 #include "services/ToolOutputReader.h"
+#include "support/MediaServer.h"
 #include "support/ScreenFixture.h"
 #include "support/TestSupport.h"
 #include "views/batch/BatchItemDelegate.h"
@@ -320,6 +321,67 @@ void shootLibraryAndBatch(Shooter& shoot)
     env.history().waitForSaves();
 }
 
+// A real rip from the loopback media page with the system's yt-dlp and ffmpeg: the facts the
+// run reports in the converter, the library row, the mini player and the batch rows.
+void shootRealRip(Shooter& shoot)
+{
+    // Long enough that its conversion is still running when the converter is shot.
+    MediaServer server(MediaServer::Options{.durationSeconds = 300});
+    if (!server.start()) {
+        QTextStream(stderr) << "no media server: " << server.errorString() << '\n';
+        return;
+    }
+    Environment env(Tools::none, true);
+    env.checkTools();
+    env.engine().setTargetFolder(QUrl::fromLocalFile(env.path() + u"/Music"_s));
+    QDir().mkpath(env.path() + u"/Music"_s);
+    ScreenFactory factory(env.services());
+    MainWindow window(env.services(), factory);
+    present(window);
+    ContentView* content = window.contentView();
+    auto waitFor = [](const std::function<bool()>& done, int ms) {
+        QElapsedTimer waited;
+        waited.start();
+        while (!done() && waited.elapsed() < ms)
+            settle(20);
+        return done();
+    };
+
+    TestEngine& engine = env.engine();
+    findNamed<QLineEdit>(&window,
+                         QCoreApplication::translate("ConverterView", "YouTube Video Link"))
+        ->setText(server.pageUrl().toString());
+    engine.startExtraction(server.pageUrl().toString());
+    if (waitFor([&] { return engine.currentMetadata() && engine.currentStatus().isBusy(); }, 30000))
+        shoot(window, u"rip-converter-titled"_s);
+    waitFor([&] { return !engine.currentStatus().isBusy(); }, 60000);
+    content->setSelectedTab(NavigationItem::history);
+    settle(1500);
+    shoot(window, u"rip-library-artwork"_s);
+    if (!env.history().tracks().isEmpty()) {
+        env.player().play(env.history().tracks().first());
+        settle(800);
+        env.player().togglePlayPause();
+        shoot(window, u"rip-miniplayer"_s);
+        env.player().stop();
+    }
+
+    content->setSelectedTab(NavigationItem::batch);
+    auto* batch = qobject_cast<BatchView*>(content->currentScreen());
+    // The batch takes video-service links only; the loopback pages carry one in their query.
+    QUrl second = server.titledPageUrl(u"Harbour Lights (Night Mix)"_s);
+    second.setQuery(second.query() + u"&via=youtu.be"_s);
+    QUrl third = server.titledPageUrl(u"Über den Wolken"_s);
+    third.setQuery(third.query() + u"&via=youtu.be"_s);
+    batch->runner().addUrlsToQueue(second.toString() + u'\n' + third.toString());
+    batch->ripAllButton()->click();
+    if (waitFor([&] { return batch->runner().queue().at(0).metadata.has_value(); }, 30000))
+        shoot(window, u"rip-batch-running"_s);
+    waitFor([&] { return !batch->runner().isProcessing(); }, 120000);
+    shoot(window, u"rip-batch-done"_s);
+    env.history().waitForSaves();
+}
+
 // The application icon at a launcher's and a title bar's size.
 void shootIcon(Shooter& shoot)
 {
@@ -357,6 +419,7 @@ int main(int argc, char** argv)
     shootWindow(shoot);
     shootToolsMissing(shoot);
     shootLibraryAndBatch(shoot);
+    shootRealRip(shoot);
     shootIcon(shoot);
     return shoot.saved() > 0 ? 0 : 1;
 }

@@ -110,9 +110,9 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
         const QRect detailRect(g.text.left(), top + titleHeight + 2, g.text.width(), detailHeight);
         painter->setFont(detailFont);
         painter->setPen(dim);
-        painter->drawText(detailRect, Qt::AlignLeft | Qt::AlignVCenter,
-                          QFontMetrics(detailFont).elidedText(detail, Qt::ElideRight,
-                                                              detailRect.width()));
+        painter->drawText(
+            detailRect, Qt::AlignLeft | Qt::AlignVCenter,
+            QFontMetrics(detailFont).elidedText(detail, Qt::ElideRight, detailRect.width()));
     }
     painter->setFont(titleFont);
     painter->setPen(palette.color(QPalette::Text));
@@ -198,6 +198,8 @@ bool BatchItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
         QToolTip::showText(event->globalPos(), status.error(), view);
         return true;
     }
-    QToolTip::hideText();
+    // Elsewhere on the row the link, which the title replaces once it is known.
+    QToolTip::showText(event->globalPos(), index.data(BatchQueueModel::UrlRole).toString(), view,
+                       option.rect);
     return true;
 }

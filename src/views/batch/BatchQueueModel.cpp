@@ -66,8 +66,9 @@ QVariant BatchQueueModel::data(const QModelIndex& index, int role) const
     case ShowsTrashRole:
         return !m_runner.isProcessing() && item.status.kind() == DownloadStatus::Kind::idle;
     case DetailRole:
-        return item.metadata ? QString(item.metadata->channel + u" \u2022 " + item.metadata->duration)
-                             : QString();
+        return item.metadata
+                   ? QString(item.metadata->channel + u" \u2022 " + item.metadata->duration)
+                   : QString();
     default:
         return {};
     }

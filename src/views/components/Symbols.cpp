@@ -64,6 +64,8 @@ constexpr Entry kTable[] = {
     {u"plus.circle.fill", u"add_circle"},
     {u"magnifyingglass", u"search"},
     {u"line.3.horizontal.decrease.circle", u"filter_list"},
+    {u"ellipsis.circle", u"more_horiz"},
+    {u"arrow.clockwise", u"refresh"},
     {u"waveform.badge.magnifyingglass", u"troubleshoot"},
     {u"waveform.circle.fill", u"album"},
 };

@@ -125,6 +125,7 @@ ConverterView::ConverterView(const Services& services, DesktopServices* desktop,
     connect(&engine, &DownloadEngine::selectedQualityChanged, this,
             &ConverterView::updateStartButton);
     connect(&engine, &DownloadEngine::currentStatusChanged, this, &ConverterView::updateStatus);
+    connect(&engine, &DownloadEngine::currentMetadataChanged, this, &ConverterView::updateRipFacts);
     connect(&m_services.history, &HistoryStore::tracksChanged, this,
             &ConverterView::updatePlayButton);
     connect(&m_services.player, &AudioPlayerService::isPlayingChanged, this,
@@ -159,6 +160,7 @@ void ConverterView::buildContent()
     // part of a layout that has never been laid out does not reach the measures it caches.
     updateTools();
     updateStatus();
+    updateRipFacts();
     finishContent(content);
 }
 
@@ -312,6 +314,19 @@ QWidget* ConverterView::buildStatusGroup()
     // Progress card: the downloading form or the converting form, then "Cancel Download".
     auto* progress = new QWidget;
     QVBoxLayout* progressLayout = column(progress, 10);
+
+    // What is being ripped, once the tool has said.
+    m_ripFacts = new QWidget(progress);
+    QVBoxLayout* facts = column(m_ripFacts, 1);
+    m_ripTitleLabel = new ElidedLabel(m_ripFacts);
+    m_ripTitleLabel->setFont(Theme::font(13, QFont::Bold));
+    facts->addWidget(m_ripTitleLabel);
+    m_ripDetailLabel = new ElidedLabel(m_ripFacts);
+    m_ripDetailLabel->setFont(Theme::font(11));
+    setTextColor(m_ripDetailLabel, secondaryText(palette()));
+    facts->addWidget(m_ripDetailLabel);
+    m_ripFacts->hide();
+    progressLayout->addWidget(m_ripFacts);
 
     m_downloadingForm = new QWidget(progress);
     QVBoxLayout* downloading = column(m_downloadingForm, 6);
@@ -503,6 +518,9 @@ void ConverterView::updateStatus()
     const Kind kind = status.kind();
 
     m_progressCard->setVisible(status.isBusy());
+    // The facts shown belong to the run that just ended; the next run names its own.
+    if (!status.isBusy())
+        m_ripFacts->hide();
     m_downloadingForm->setVisible(kind == Kind::downloading);
     m_convertingForm->setVisible(kind == Kind::converting);
     if (kind == Kind::downloading) {
@@ -528,6 +546,16 @@ void ConverterView::updateStatus()
     m_newRipButton->setVisible(kind == Kind::completed || kind == Kind::failed);
     updatePlayButton();
     updateStartButton();
+}
+
+void ConverterView::updateRipFacts()
+{
+    const std::optional<VideoMetadata> metadata = m_services.engine.currentMetadata();
+    if (!metadata || !m_services.engine.currentStatus().isBusy())
+        return;
+    m_ripTitleLabel->setText(metadata->title);
+    m_ripDetailLabel->setText(metadata->channel + u" \u2022 " + metadata->duration);
+    m_ripFacts->show();
 }
 
 std::optional<HistoryTrack> ConverterView::matchingRecord() const

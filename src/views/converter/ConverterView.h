@@ -61,6 +61,7 @@ private:
 
     void updateTools();
     void updateStatus();
+    void updateRipFacts();
     void updatePlayButton();
     void updateStartButton();
     std::optional<HistoryTrack> matchingRecord() const;
@@ -79,6 +80,9 @@ private:
     QPushButton* m_pasteButton = nullptr;
 
     GlassCard* m_progressCard = nullptr;
+    QWidget* m_ripFacts = nullptr;
+    ElidedLabel* m_ripTitleLabel = nullptr;
+    ElidedLabel* m_ripDetailLabel = nullptr;
     QWidget* m_downloadingForm = nullptr;
     QLabel* m_percentLabel = nullptr;
     QProgressBar* m_progressBar = nullptr;

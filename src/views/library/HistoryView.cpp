@@ -2,6 +2,7 @@
 
 #include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
+#include "services/DetailsRefresher.h"
 #include "services/HistoryStore.h"
 #include "views/components/DesktopTexts.h"
 #include "views/components/RoundedPanel.h"
@@ -90,11 +91,12 @@ QMessageBox* confirmation(QWidget* parent, const QString& title, const QString& 
 } // namespace
 
 HistoryView::HistoryView(HistoryStore& history, AudioPlayerService& player, ArtworkCache& artwork,
-                         QWidget* parent)
+                         DetailsRefresher& details, QWidget* parent)
     : ThemedScreen(Scrolling::fills, parent)
     , m_history(history)
     , m_player(player)
     , m_artwork(artwork)
+    , m_details(details)
     , m_model(new LibraryListModel(history, player, this))
 {
     setAccessibleName(tr("Library"));
@@ -102,6 +104,7 @@ HistoryView::HistoryView(HistoryStore& history, AudioPlayerService& player, Artw
     connect(m_model, &QAbstractItemModel::modelReset, this, &HistoryView::updateContent);
     connect(&m_history, &HistoryStore::tracksChanged, this, &HistoryView::updateContent);
     connect(&m_history, &HistoryStore::isLoadingChanged, this, &HistoryView::updateContent);
+    connect(&m_details, &DetailsRefresher::progressChanged, this, &HistoryView::updateRefresh);
     connect(m_model, &LibraryListModel::selectedFilterChanged, this, [this] {
         m_formatButton->setText(filterLabel(m_model->selectedFilter()));
         m_formatButton->setAccessibleDescription(m_formatButton->text());
@@ -169,6 +172,7 @@ void HistoryView::buildContent()
     m_formatButton->setText(filterLabel(m_model->selectedFilter()));
     m_formatButton->setAccessibleDescription(m_formatButton->text());
     updateContent();
+    updateRefresh();
     finishContent(content);
 }
 
@@ -248,6 +252,33 @@ QWidget* HistoryView::buildTopBar()
     m_formatButton->setMenu(menu);
     row->addWidget(m_formatButton);
 
+    // A refresh of the records' details, while it runs: how far, and a way to stop it.
+    m_refreshLabel = new QLabel;
+    m_refreshLabel->setFont(Theme::font(11));
+    setTextColor(m_refreshLabel, secondaryText(palette()));
+    row->addWidget(m_refreshLabel);
+    m_cancelRefresh = new QPushButton(tr("Cancel"));
+    m_cancelRefresh->setFont(Theme::font(11));
+    m_cancelRefresh->setAccessibleName(tr("Cancel refreshing details"));
+    connect(m_cancelRefresh, &QPushButton::clicked, this, [this] { m_details.cancel(); });
+    row->addWidget(m_cancelRefresh);
+
+    m_moreButton = new QToolButton;
+    m_moreButton->setPopupMode(QToolButton::InstantPopup);
+    m_moreButton->setAutoRaise(true);
+    m_moreButton->setIcon(Symbols::icon(QStringLiteral("ellipsis.circle"),
+                                        palette().color(QPalette::ButtonText), 14));
+    m_moreButton->setIconSize(QSize(14, 14));
+    m_moreButton->setAccessibleName(tr("Library actions"));
+    m_moreButton->setToolTip(tr("Library actions"));
+    auto* more = new QMenu(m_moreButton);
+    QAction* refreshAll = more->addAction(tr("Refresh All Details"));
+    refreshAll->setIcon(
+        Symbols::icon(QStringLiteral("arrow.clockwise"), palette().color(QPalette::Text), 14));
+    connect(refreshAll, &QAction::triggered, this, [this] { m_details.refreshAll(); });
+    m_moreButton->setMenu(more);
+    row->addWidget(m_moreButton);
+
     m_clearAll = new QPushButton(tr("Clear All"));
     m_clearAll->setIcon(
         Symbols::icon(QStringLiteral("trash"), palette().color(QPalette::ButtonText), 11));
@@ -303,6 +334,14 @@ QWidget* HistoryView::buildNoMatchState()
 HistoryView::Content HistoryView::content() const
 {
     return Content(m_stack->currentIndex());
+}
+
+void HistoryView::updateRefresh()
+{
+    const bool refreshing = m_details.isRefreshing();
+    m_refreshLabel->setVisible(refreshing);
+    m_cancelRefresh->setVisible(refreshing);
+    m_refreshLabel->setText(m_details.progressText());
 }
 
 void HistoryView::updateContent()
@@ -363,6 +402,8 @@ QMenu* HistoryView::contextMenuFor(int row, QWidget* parent)
             [this, track] { copyToClipboard(track.filePath); });
     connect(menu->addAction(tr("Copy YouTube Link")), &QAction::triggered, this,
             [this, track] { copyToClipboard(track.youtubeUrl); });
+    connect(menu->addAction(tr("Refresh Details")), &QAction::triggered, this,
+            [this, track] { m_details.refresh(track); });
     menu->addSeparator();
     QAction* remove = menu->addAction(tr("Remove from Library"));
     remove->setIcon(Symbols::icon(QStringLiteral("trash"), QColor(0xe0, 0x38, 0x2f), 14));

@@ -8,6 +8,7 @@
 #include <optional>
 
 class ArtworkCache;
+class DetailsRefresher;
 class AudioPlayerService;
 class HistoryStore;
 class LibraryListModel;
@@ -35,7 +36,7 @@ public:
     };
 
     HistoryView(HistoryStore& history, AudioPlayerService& player, ArtworkCache& artwork,
-                QWidget* parent = nullptr);
+                DetailsRefresher& details, QWidget* parent = nullptr);
     ~HistoryView() override;
 
     // The format menu's label for a filter value: "All Formats" for "All", else the value.
@@ -63,6 +64,8 @@ public:
     QToolButton* clearSearchButton() const { return m_clearSearch; }
     QToolButton* formatButton() const { return m_formatButton; }
     QPushButton* clearAllButton() const { return m_clearAll; }
+    QToolButton* moreButton() const { return m_moreButton; }
+    QLabel* refreshLabel() const { return m_refreshLabel; }
     QPushButton* resetFiltersButton() const { return m_resetFilters; }
     TrackListView* listView() const { return m_list; }
     LibraryListModel* model() const { return m_model; }
@@ -75,17 +78,22 @@ private:
     QWidget* buildEmptyState();
     QWidget* buildNoMatchState();
     void updateContent();
+    void updateRefresh();
     void copyToClipboard(const QString& text);
 
     HistoryStore& m_history;
     AudioPlayerService& m_player;
     ArtworkCache& m_artwork;
+    DetailsRefresher& m_details;
     LibraryListModel* m_model;
 
     QLineEdit* m_searchField = nullptr;
     QToolButton* m_clearSearch = nullptr;
     QToolButton* m_formatButton = nullptr;
     QPushButton* m_clearAll = nullptr;
+    QToolButton* m_moreButton = nullptr;
+    QLabel* m_refreshLabel = nullptr;
+    QPushButton* m_cancelRefresh = nullptr;
     QPushButton* m_resetFilters = nullptr;
     QLabel* m_emptyTitle = nullptr;
     QLabel* m_emptyText = nullptr;

@@ -51,7 +51,8 @@ QWidget* ScreenFactory::batch(QWidget* parent) const
 
 QWidget* ScreenFactory::library(QWidget* parent) const
 {
-    return new HistoryView(m_services.history, m_services.player, m_services.artwork, parent);
+    return new HistoryView(m_services.history, m_services.player, m_services.artwork,
+                           m_services.details, parent);
 }
 
 QWidget* ScreenFactory::settings(QWidget* parent) const

@@ -1,0 +1,115 @@
+#include "DetailsRefresher.h"
+
+#include "services/DependencyManager.h"
+#include "services/HistoryStore.h"
+#include "services/MetadataFetch.h"
+
+#include <QUrl>
+
+namespace {
+// Only a web address goes to the tool; a library edited by hand could hold anything, and a
+// text starting with "-" would be read as an option.
+bool isFetchableLink(const QString& link)
+{
+    const QUrl url(link, QUrl::StrictMode);
+    return !link.startsWith(u'-') && url.isValid() &&
+           (url.scheme() == u"http" || url.scheme() == u"https");
+}
+} // namespace
+
+DetailsRefresher::DetailsRefresher(DependencyManager& dependencies, HistoryStore& history,
+                                   QObject* parent)
+    : QObject(parent)
+    , m_dependencies(dependencies)
+    , m_history(history)
+{}
+
+// The fetches are children: each ends its tool as it goes.
+DetailsRefresher::~DetailsRefresher() = default;
+
+bool DetailsRefresher::hasFallbackDetails(const HistoryTrack& track)
+{
+    return track.channel == u"YouTube" && track.duration == u"--:--";
+}
+
+QString DetailsRefresher::progressText() const
+{
+    return tr("Refreshing details: %1 of %2").arg(m_doneCount).arg(m_totalCount);
+}
+
+void DetailsRefresher::refresh(const HistoryTrack& track)
+{
+    enqueue(track);
+    startMore();
+}
+
+int DetailsRefresher::refreshAll()
+{
+    int queued = 0;
+    for (const HistoryTrack& track : m_history.tracks()) {
+        if (hasFallbackDetails(track) && isFetchableLink(track.youtubeUrl)) {
+            enqueue(track);
+            ++queued;
+        }
+    }
+    startMore();
+    return queued;
+}
+
+void DetailsRefresher::enqueue(const HistoryTrack& track)
+{
+    for (const Item& item : m_waiting) {
+        if (item.id == track.id)
+            return;
+    }
+    // A new run of refreshes counts from zero.
+    if (!isRefreshing())
+        m_doneCount = m_totalCount = 0;
+    m_waiting.push_back({track.id, track.youtubeUrl});
+    ++m_totalCount;
+    emit progressChanged();
+}
+
+void DetailsRefresher::startMore()
+{
+    while (m_running.size() < kMaxFetches && !m_waiting.empty()) {
+        const Item item = m_waiting.front();
+        m_waiting.pop_front();
+        const std::optional<QString> tool = m_dependencies.ytDlpPath();
+        if (!tool || !isFetchableLink(item.link)) {
+            itemDone();
+            continue;
+        }
+        auto* fetch = new MetadataFetch(*tool, item.link, this);
+        m_running.append(fetch);
+        connect(fetch, &MetadataFetch::finished, this,
+                [this, fetch, id = item.id](const std::optional<VideoMetadata>& metadata) {
+                    m_running.removeOne(fetch);
+                    fetch->deleteLater();
+                    if (metadata)
+                        m_history.updateDetails(id, *metadata);
+                    itemDone();
+                    startMore();
+                });
+        fetch->start();
+    }
+}
+
+void DetailsRefresher::itemDone()
+{
+    ++m_doneCount;
+    emit progressChanged();
+}
+
+void DetailsRefresher::cancel()
+{
+    m_waiting.clear();
+    for (MetadataFetch* fetch : std::exchange(m_running, {})) {
+        fetch->disconnect(this);
+        delete fetch;
+    }
+    if (m_doneCount != m_totalCount) {
+        m_doneCount = m_totalCount = 0;
+        emit progressChanged();
+    }
+}

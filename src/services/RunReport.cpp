@@ -1,0 +1,44 @@
+#include "RunReport.h"
+
+#include "services/MetadataFetch.h"
+
+#include <QFile>
+#include <simdjson.h>
+
+RunReport RunReport::parse(QByteArrayView bytes, const QString& link)
+{
+    RunReport report;
+    simdjson::dom::parser parser;
+    qsizetype begin = 0;
+    while (begin < bytes.size()) {
+        const qsizetype newline = bytes.indexOf('\n', begin);
+        // A line still being written has no newline yet.
+        if (newline < 0)
+            break;
+        const QByteArrayView line = bytes.sliced(begin, newline - begin);
+        begin = newline + 1;
+        if (line.size() > kMaxLineBytes)
+            continue;
+        const QByteArray json = line.toByteArray();
+        std::optional<VideoMetadata> metadata = MetadataFetch::fromJson(json, link);
+        if (!metadata)
+            continue;
+        report.metadata = std::move(metadata);
+        simdjson::dom::object object;
+        std::string_view path;
+        if (!parser.parse(json.constData(), static_cast<size_t>(json.size()))
+                 .get_object()
+                 .get(object) &&
+            !object["filepath"].get_string().get(path) && !path.empty())
+            report.filePath = QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
+    }
+    return report;
+}
+
+RunReport RunReport::read(const QString& file, const QString& link)
+{
+    QFile input(file);
+    if (!input.open(QIODevice::ReadOnly))
+        return {};
+    return parse(input.read(kMaxFileBytes), link);
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "models/VideoMetadata.h"
+
+#include <QByteArrayView>
+#include <QString>
+#include <optional>
+
+// What yt-dlp reports of the item it rips, one JSON line per stage, in a file of the job's:
+// the video's facts as the download begins, and the final file's path once it is in place.
+struct RunReport
+{
+    // Lines longer than this are not a report of ours and are skipped whole.
+    static constexpr qsizetype kMaxLineBytes = 64 * 1024;
+    // Only the head of a larger file is read.
+    static constexpr qsizetype kMaxFileBytes = 1024 * 1024;
+
+    std::optional<VideoMetadata> metadata;
+    std::optional<QString> filePath;
+
+    // Later lines win; lines that are not JSON objects, or cut off, are skipped.
+    static RunReport parse(QByteArrayView bytes, const QString& link);
+    // Reads the report file's head; empty when it is missing or unreadable.
+    static RunReport read(const QString& file, const QString& link);
+};
