@@ -194,7 +194,7 @@ private slots:
                                  : key == u"defaultFormat" ? u"selectedFormat"_s
                                                            : key;
 
-        EngineFixture fixture({.withYtDlp = false});
+        EngineFixture fixture({.standInScript = {}, .withYtDlp = false});
         const QString path = fixture.rootPath() + u"/stored.ini"_s;
         {
             QSettings settings(path, QSettings::IniFormat);
