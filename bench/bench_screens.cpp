@@ -3,10 +3,10 @@
 #include "Bench.h"
 #include "models/HistoryTrackJson.h"
 #include "services/ArtworkCache.h"
-#include "services/DetailsRefresher.h"
 #include "services/AudioPlayerService.h"
 #include "services/BatchRunner.h"
 #include "services/DependencyManager.h"
+#include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "views/batch/BatchView.h"
@@ -106,7 +106,10 @@ std::vector<BenchFigure> screens()
     options.installFolder = home.filePath(QStringLiteral("bin"));
     options.checkOnStart = false;
     DependencyManager dependencies(options);
-    DetailsRefresher details(dependencies, history);
+    DownloadEngine engine(
+        dependencies, history,
+        std::make_unique<QSettings>(home.filePath(QStringLiteral("s.ini")), QSettings::IniFormat));
+    DetailsRefresher details(engine, history);
 
     std::vector<double> open;
     std::vector<double> keystroke;
@@ -138,9 +141,6 @@ std::vector<BenchFigure> screens()
     figures.push_back({QStringLiteral("library_search_keystroke_100k_ms"), benchMedian(keystroke),
                        QStringLiteral("ms")});
 
-    DownloadEngine engine(
-        dependencies, history,
-        std::make_unique<QSettings>(home.filePath(QStringLiteral("s.ini")), QSettings::IniFormat));
     QStringList links;
     for (int i = 0; i < 1000; ++i)
         links << u"https://www.youtube.com/watch?v=" + QString::number(i);

@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QProgressBar>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -118,7 +119,14 @@ private slots:
         QTest::newRow("failed") << DownloadStatus::failed(u"ERROR: Video unavailable"_s)
                                 << QStringList{u"Extraction Failed"_s,
                                                u"ERROR: Video unavailable"_s}
-                                << QStringList{u"Extraction Complete!"_s} << rip << true;
+                                << QStringList{u"Extraction Complete!"_s, u"Open Settings"_s} << rip
+                                << true;
+        QTest::newRow("failed, bot check")
+            << DownloadStatus::failed(u"[youtube] x: Sign in to confirm you’re not a bot"_s)
+            << QStringList{u"Open Settings"_s,
+                           u"The site wants a signed-in browser. Choose one under \"Use "
+                           u"cookies from\" in Settings."_s}
+            << QStringList{} << rip << true;
     }
     void statusCards()
     {
@@ -158,6 +166,12 @@ private slots:
         screen.link()->setText(u"https://youtu.be/x"_s);
 
         env.engine().setCurrentStatus(DownloadStatus::failed(u"boom"_s));
+        env.engine().setCurrentStatus(
+            DownloadStatus::failed(u"Requested format is not available"_s));
+        QSignalSpy navigation(&screen.view, &ConverterView::navigationRequested);
+        QVERIFY(press(&screen.view, u"Open Settings"_s));
+        QTRY_COMPARE(navigation.size(), 1);
+        QCOMPARE(navigation.first().first().value<NavigationItem>(), NavigationItem::settings);
         QVERIFY(press(&screen.view, u"Dismiss"_s));
         QTRY_COMPARE(env.engine().currentStatus(), DownloadStatus::idle());
         QCOMPARE(screen.view.inputUrl(), u"https://youtu.be/x"_s);

@@ -113,11 +113,15 @@ private slots:
         QCOMPARE(extractionArguments(u"https://youtu.be/abc"_s, format, quality,
                                      u"/Users/a/Music"_s, ffmpegPath, artwork, tags),
                  expected);
-        // A "%" in the folder is not read as the start of a field.
+        // A "%" in the folder is not read as the start of a field; the cookies come last
+        // before the link.
         const QStringList percent = extractionArguments(u"https://youtu.be/abc"_s, format, quality,
-                                                        u"/m/100%"_s, ffmpegPath, artwork, tags);
+                                                        u"/m/100%"_s, ffmpegPath, artwork, tags,
+                                                        {u"--cookies-from-browser"_s, u"edge"_s});
         QCOMPARE(percent.at(8), u"/m/100%%/%(title)s.%(ext)s"_s);
-        QCOMPARE(percent.at(percent.size() - 2), u"/m/100%%/.veldtone-report.jsonl"_s);
+        QCOMPARE(percent.at(percent.size() - 4), u"/m/100%%/.veldtone-report.jsonl"_s);
+        QCOMPARE(percent.last(3),
+                 (QStringList{u"--cookies-from-browser"_s, u"edge"_s, u"https://youtu.be/abc"_s}));
     }
 
     // What the engine really hands the tool: its selections where the request gives none, the
@@ -183,6 +187,10 @@ private slots:
             << QVariant(QUrl(u"file:///Users/a/Music/"_s));
         QTest::newRow("folder as a list")
             << u"targetFolder"_s << QVariant(QStringList{u"/a"_s, u"/b"_s}) << downloads;
+        QTest::newRow("cookies from a browser")
+            << u"cookiesFromBrowser"_s << QVariant(u"vivaldi"_s) << QVariant(u"vivaldi"_s);
+        QTest::newRow("cookies from an option")
+            << u"cookiesFromBrowser"_s << QVariant(u"--exec=x"_s) << QVariant(QString());
     }
     void storedValues()
     {

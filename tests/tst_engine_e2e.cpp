@@ -11,6 +11,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QStandardPaths>
 #include <QTest>
 
@@ -236,7 +237,7 @@ private slots:
         for (const HistoryTrack& track : {missing, known, plain, option})
             history.addTrack(track);
 
-        DetailsRefresher details(fixture.dependencies(), history);
+        DetailsRefresher details(fixture.engine(), history);
         QCOMPARE(details.refreshAll(), 2);
         QVERIFY(details.isRefreshing());
         QTRY_VERIFY_WITH_TIMEOUT(!details.isRefreshing(), 60000);
@@ -259,6 +260,46 @@ private slots:
         QVERIFY(!details.isRefreshing());
         QTest::qWait(3000);
         QCOMPARE(history.tracks().value(0), plain);
+    }
+
+    // Cookies, for real: a page that answers 403 without its cookie fails the rip; with Firefox
+    // chosen, yt-dlp reads the cookie from a Firefox profile in the test's own home.
+    void cookiesFromFirefox()
+    {
+        EngineFixture fixture;
+        QVERIFY(fixture.isReady());
+        const QString home = fixture.rootPath() + u"/home"_s;
+        const QString profile = home + u"/.mozilla/firefox/t.default-release"_s;
+        QVERIFY(QDir().mkpath(profile));
+        QProcess python;
+        python.start(u"python3"_s,
+                     {u"-c"_s,
+                      u"import sqlite3, sys\n"
+                      "db = sqlite3.connect(sys.argv[1])\n"
+                      "db.execute('CREATE TABLE moz_cookies (id INTEGER PRIMARY KEY, name TEXT, "
+                      "value TEXT, host TEXT, path TEXT, expiry INTEGER, isSecure INTEGER)')\n"
+                      "db.execute(\"INSERT INTO moz_cookies (name, value, host, path, expiry, "
+                      "isSecure) VALUES ('veldtone', 'pass', '127.0.0.1', '/', 4102444800, 0)\")\n"
+                      "db.commit()\n"_s,
+                      profile + u"/cookies.sqlite"_s});
+        QVERIFY(finished(python, 30000) && python.exitCode() == 0);
+        const QByteArray ownHome = qgetenv("HOME");
+        qputenv("HOME", home.toUtf8());
+        const auto restoreHome = qScopeGuard([&] { qputenv("HOME", ownHome); });
+
+        DownloadEngine& engine = fixture.engine();
+        engine.setEmbedArtwork(false);
+        const QString link = m_server->privatePageUrl().toString();
+        for (const QString& browser : {QString(), u"firefox"_s}) {
+            engine.setCookiesFromBrowser(browser);
+            engine.startExtraction(link, AudioFormat::opus, AudioQuality::k128, std::nullopt,
+                                   fixture.completionHandler());
+            QVERIFY(fixture.waitForEnd());
+            QVERIFY2((engine.currentStatus().kind() == DownloadStatus::Kind::completed) ==
+                         !browser.isEmpty(),
+                     qPrintable(engine.currentStatus().error()));
+        }
+        QCOMPARE(fixture.completions().size(), 1);
     }
 
     // The headless driver with its own library: the metadata fetch flows into the record, the

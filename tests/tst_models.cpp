@@ -1,3 +1,4 @@
+#include "models/ToolAdvice.h"
 #include "models/VideoMetadata.h"
 
 #include <QTest>
@@ -24,6 +25,31 @@ private slots:
         QFETCH(qint64, seconds);
         QFETCH(QString, text);
         QCOMPARE(VideoMetadata::formattedDuration(seconds), text);
+    }
+
+    void advice_data()
+    {
+        QTest::addColumn<QString>("error");
+        QTest::addColumn<ToolAdvice::Kind>("kind");
+        using Kind = ToolAdvice::Kind;
+        QTest::newRow("format") << u"[youtube] x: Requested format is not available."_s
+                                << Kind::updateTools;
+        QTest::newRow("any case") << u"WARNING: NO SUPPORTED JAVASCRIPT RUNTIME could be found"_s
+                                  << Kind::updateTools;
+        QTest::newRow("nsig") << u"nsig extraction failed: Some formats may be missing"_s
+                              << Kind::updateTools;
+        QTest::newRow("curly apostrophe")
+            << u"Sign in to confirm you\u2019re not a bot. Use --cookies"_s << Kind::useCookies;
+        QTest::newRow("straight apostrophe") << u"you're not a bot"_s << Kind::useCookies;
+        QTest::newRow("age") << u"This video is age-restricted"_s << Kind::useCookies;
+        QTest::newRow("other") << u"HTTP Error 404: Not Found"_s << Kind::none;
+    }
+    void advice()
+    {
+        QFETCH(QString, error);
+        QFETCH(ToolAdvice::Kind, kind);
+        QCOMPARE(ToolAdvice::forError(error), kind);
+        QCOMPARE(ToolAdvice::text(kind).isEmpty(), kind == ToolAdvice::Kind::none);
     }
 };
 

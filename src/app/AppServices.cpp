@@ -14,14 +14,14 @@ AppServices::AppServices()
     // The tool manager starts its first check; the store waits for loadLibrary(); the engine
     // takes both and reads the saved output choices; the player starts stopped; the batch
     // queue starts empty and rips through the engine; the details refresher fetches through
-    // the tool manager's yt-dlp into the store.
+    // the engine's way of running yt-dlp into the store.
     : m_dependencies(std::make_unique<DependencyManager>(DependencyManager::Options::defaults()))
     , m_history(std::make_unique<HistoryStore>(HistoryStore::defaultFolder()))
     , m_engine(std::make_unique<DownloadEngine>(*m_dependencies, *m_history))
     , m_player(std::make_unique<AudioPlayerService>())
     , m_artwork(std::make_unique<ArtworkCache>(ArtworkCache::defaultFolder()))
     , m_batch(std::make_unique<BatchRunner>(*m_engine))
-    , m_details(std::make_unique<DetailsRefresher>(*m_dependencies, *m_history))
+    , m_details(std::make_unique<DetailsRefresher>(*m_engine, *m_history))
     , m_services(std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
                                                      *m_player, *m_artwork, *m_batch, *m_details}))
 {

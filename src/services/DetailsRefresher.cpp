@@ -1,6 +1,6 @@
 #include "DetailsRefresher.h"
 
-#include "services/DependencyManager.h"
+#include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "services/MetadataFetch.h"
 
@@ -17,10 +17,9 @@ bool isFetchableLink(const QString& link)
 }
 } // namespace
 
-DetailsRefresher::DetailsRefresher(DependencyManager& dependencies, HistoryStore& history,
-                                   QObject* parent)
+DetailsRefresher::DetailsRefresher(DownloadEngine& engine, HistoryStore& history, QObject* parent)
     : QObject(parent)
-    , m_dependencies(dependencies)
+    , m_engine(engine)
     , m_history(history)
 {}
 
@@ -75,12 +74,12 @@ void DetailsRefresher::startMore()
     while (m_running.size() < kMaxFetches && !m_waiting.empty()) {
         const Item item = m_waiting.front();
         m_waiting.pop_front();
-        const std::optional<QString> tool = m_dependencies.ytDlpPath();
-        if (!tool || !isFetchableLink(item.link)) {
+        MetadataFetch* fetch =
+            isFetchableLink(item.link) ? m_engine.newMetadataFetch(item.link, this) : nullptr;
+        if (!fetch) {
             itemDone();
             continue;
         }
-        auto* fetch = new MetadataFetch(*tool, item.link, this);
         m_running.append(fetch);
         connect(fetch, &MetadataFetch::finished, this,
                 [this, fetch, id = item.id](const std::optional<VideoMetadata>& metadata) {

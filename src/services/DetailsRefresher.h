@@ -8,7 +8,7 @@
 #include <QUuid>
 #include <deque>
 
-class DependencyManager;
+class DownloadEngine;
 class HistoryStore;
 class MetadataFetch;
 
@@ -25,8 +25,8 @@ class DetailsRefresher : public QObject
 public:
     static constexpr int kMaxFetches = 2;
 
-    DetailsRefresher(DependencyManager& dependencies, HistoryStore& history,
-                     QObject* parent = nullptr);
+    // The fetches run the way the engine runs the tool (its path, the cookies chosen).
+    DetailsRefresher(DownloadEngine& engine, HistoryStore& history, QObject* parent = nullptr);
     ~DetailsRefresher() override;
 
     // A record made when the tool reported nothing: the channel and duration fallbacks.
@@ -57,7 +57,7 @@ private:
     void startMore();
     void itemDone();
 
-    DependencyManager& m_dependencies;
+    DownloadEngine& m_engine;
     HistoryStore& m_history;
     std::deque<Item> m_waiting;
     QList<MetadataFetch*> m_running;

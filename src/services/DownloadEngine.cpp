@@ -106,6 +106,31 @@ void DownloadEngine::setEmbedMetadata(bool on)
     emit embedMetadataChanged();
 }
 
+void DownloadEngine::setCookiesFromBrowser(const QString& browser)
+{
+    if (m_choices.cookiesFromBrowser == browser ||
+        (!browser.isEmpty() && !EnginePreferences::cookieBrowsers().contains(browser)))
+        return;
+    m_choices.cookiesFromBrowser = browser;
+    emit cookiesFromBrowserChanged();
+}
+
+QStringList DownloadEngine::toolAccessOptions() const
+{
+    if (m_choices.cookiesFromBrowser.isEmpty())
+        return {};
+    return {QStringLiteral("--cookies-from-browser"), m_choices.cookiesFromBrowser};
+}
+
+MetadataFetch* DownloadEngine::newMetadataFetch(const QString& url, QObject* parent)
+{
+    const std::optional<QString> toolPath = m_dependencies.ytDlpPath();
+    const QString link = trimmedLink(url);
+    if (!toolPath || !isUsableLink(link) || !QUrl(link, QUrl::StrictMode).isValid())
+        return nullptr;
+    return new MetadataFetch(*toolPath, link, toolAccessOptions(), parent);
+}
+
 void DownloadEngine::savePreferences()
 {
     EnginePreferences::save(*m_settings, m_choices);
@@ -143,6 +168,7 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
     request.ffmpegPath = m_dependencies.ffmpegPath();
     request.embedArtwork = m_choices.embedArtwork;
     request.embedMetadata = m_choices.embedMetadata;
+    request.toolOptions = toolAccessOptions();
     // A file is written over only when it is this link's earlier rip in this format.
     for (const HistoryTrack& track : m_history.tracks()) {
         if (track.youtubeUrl == request.link && track.format == request.format)
@@ -238,9 +264,8 @@ void DownloadEngine::dismissStatus()
 
 void DownloadEngine::fetchMetadata(const QString& url, MetadataHandler done)
 {
-    const std::optional<QString> toolPath = m_dependencies.ytDlpPath();
-    const QString link = trimmedLink(url);
-    if (!toolPath || !isUsableLink(link) || !QUrl(link, QUrl::StrictMode).isValid()) {
+    MetadataFetch* fetch = newMetadataFetch(url, this);
+    if (!fetch) {
         if (done)
             QTimer::singleShot(0, this, [done] { done(std::nullopt); });
         return;
@@ -253,7 +278,6 @@ void DownloadEngine::fetchMetadata(const QString& url, MetadataHandler done)
         m_currentMetadata.reset();
         emit currentMetadataChanged();
     }
-    auto* fetch = new MetadataFetch(*toolPath, link, this);
     connect(fetch, &MetadataFetch::finished, this,
             [this, fetch, done = std::move(done)](const std::optional<VideoMetadata>& result) {
                 fetch->deleteLater();

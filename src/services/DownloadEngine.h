@@ -18,6 +18,7 @@
 
 class DependencyManager;
 class HistoryStore;
+class MetadataFetch;
 class QSettings;
 
 // Runs one yt-dlp extraction at a time with live status, fetches metadata, and holds the
@@ -40,6 +41,8 @@ class DownloadEngine : public QObject
     Q_PROPERTY(bool embedArtwork READ embedArtwork WRITE setEmbedArtwork NOTIFY embedArtworkChanged)
     Q_PROPERTY(
         bool embedMetadata READ embedMetadata WRITE setEmbedMetadata NOTIFY embedMetadataChanged)
+    Q_PROPERTY(QString cookiesFromBrowser READ cookiesFromBrowser WRITE setCookiesFromBrowser NOTIFY
+                   cookiesFromBrowserChanged)
 
 public:
     using CompletionHandler = std::function<void(const HistoryTrack&)>;
@@ -60,14 +63,22 @@ public:
     QUrl targetFolder() const { return m_choices.targetFolder; }
     bool embedArtwork() const { return m_choices.embedArtwork; }
     bool embedMetadata() const { return m_choices.embedMetadata; }
+    QString cookiesFromBrowser() const { return m_choices.cookiesFromBrowser; }
 
     void setSelectedFormat(AudioFormat format);
     void setSelectedQuality(AudioQuality quality);
     void setTargetFolder(const QUrl& folder);
     void setEmbedArtwork(bool on);
     void setEmbedMetadata(bool on);
+    // A browser of EnginePreferences::cookieBrowsers(), or empty for none; others are ignored.
+    void setCookiesFromBrowser(const QString& browser);
+    // The options every yt-dlp run gets beside its own: the cookies, when chosen.
+    QStringList toolAccessOptions() const;
+    // A fetch of the link's metadata with the tool and options a rip would use; nullptr when
+    // yt-dlp is missing or the link is not one to hand to it.
+    MetadataFetch* newMetadataFetch(const QString& link, QObject* parent);
 
-    // Writes all five output choices.
+    // Writes all the output choices.
     void savePreferences();
 
     // Starts one job; returns at once. onComplete runs on the GUI thread with the library
@@ -96,6 +107,7 @@ signals:
     void targetFolderChanged();
     void embedArtworkChanged();
     void embedMetadataChanged();
+    void cookiesFromBrowserChanged();
 
 public:
     // The folder's file-system path without a trailing slash ("/" stays "/").

@@ -11,6 +11,7 @@ const QString kDefaultFormatKey = QStringLiteral("defaultFormat");
 const QString kDefaultQualityKey = QStringLiteral("defaultQuality");
 const QString kEmbedArtworkKey = QStringLiteral("embedArtwork");
 const QString kEmbedMetadataKey = QStringLiteral("embedMetadata");
+const QString kCookiesKey = QStringLiteral("cookiesFromBrowser");
 
 std::optional<bool> readBoolean(const QVariant& value)
 {
@@ -64,6 +65,13 @@ QUrl defaultTargetFolder()
                                                                  : folder + QLatin1Char('/'));
 }
 
+QStringList cookieBrowsers()
+{
+    return {QStringLiteral("firefox"), QStringLiteral("chromium"), QStringLiteral("chrome"),
+            QStringLiteral("brave"),   QStringLiteral("edge"),     QStringLiteral("opera"),
+            QStringLiteral("vivaldi")};
+}
+
 OutputChoices load(const QSettings& settings)
 {
     OutputChoices choices;
@@ -85,6 +93,10 @@ OutputChoices load(const QSettings& settings)
         choices.embedArtwork = *on;
     if (const auto on = readBoolean(settings.value(kEmbedMetadataKey)))
         choices.embedMetadata = *on;
+    // Anything but a browser we offer would be handed to the tool as it stands.
+    if (const auto text = readString(settings.value(kCookiesKey));
+        text && cookieBrowsers().contains(*text))
+        choices.cookiesFromBrowser = *text;
     return choices;
 }
 
@@ -95,6 +107,7 @@ void save(QSettings& settings, const OutputChoices& choices)
     settings.setValue(kDefaultQualityKey, choices.quality.rawValue());
     settings.setValue(kEmbedArtworkKey, choices.embedArtwork);
     settings.setValue(kEmbedMetadataKey, choices.embedMetadata);
+    settings.setValue(kCookiesKey, choices.cookiesFromBrowser);
     settings.sync();
 }
 

@@ -3,6 +3,7 @@
 #include "models/AudioFormat.h"
 #include "models/AudioQuality.h"
 
+#include <QStringList>
 #include <QUrl>
 
 class QSettings;
@@ -15,16 +16,21 @@ struct OutputChoices
     QUrl targetFolder;
     bool embedArtwork = true;
     bool embedMetadata = true;
+    // The browser whose cookies yt-dlp reads, as yt-dlp names it; empty for none.
+    QString cookiesFromBrowser;
 };
 
-// Reads and writes the five output choices under their settings keys.
+// Reads and writes the output choices under their settings keys.
 namespace EnginePreferences {
+
+// The browsers yt-dlp can read cookies from that the settings offer, in yt-dlp's spelling.
+QStringList cookieBrowsers();
 
 // The user's Downloads folder, else the home folder.
 QUrl defaultTargetFolder();
 // The stored choices over the defaults; a stored value of the wrong form keeps its default.
 OutputChoices load(const QSettings& settings);
-// Writes all five keys.
+// Writes all the keys.
 void save(QSettings& settings, const OutputChoices& choices);
 
 } // namespace EnginePreferences

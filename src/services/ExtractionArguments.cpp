@@ -19,7 +19,7 @@ QString runReportFile(const QString& outputFolder)
 QStringList extractionArguments(const QString& link, AudioFormat format, AudioQuality quality,
                                 const QString& outputFolder,
                                 const std::optional<QString>& ffmpegPath, bool embedArtwork,
-                                bool embedMetadata)
+                                bool embedMetadata, const QStringList& toolOptions)
 {
     QStringList arguments = {
         QStringLiteral("--extract-audio"), QStringLiteral("--audio-format"), format.rawValue(),
@@ -50,6 +50,6 @@ QStringList extractionArguments(const QString& link, AudioFormat format, AudioQu
               << QStringLiteral("after_move:%(.{filepath,title,uploader,channel,duration,"
                                 "thumbnail})j")
               << report;
-    arguments << link;
+    arguments << toolOptions << link;
     return arguments;
 }

@@ -11,7 +11,7 @@
 QStringList extractionArguments(const QString& link, AudioFormat format, AudioQuality quality,
                                 const QString& outputFolder,
                                 const std::optional<QString>& ffmpegPath, bool embedArtwork,
-                                bool embedMetadata);
+                                bool embedMetadata, const QStringList& toolOptions = {});
 
 // The file the run writes its report into: inside the job's own output folder.
 QString runReportFile(const QString& outputFolder);

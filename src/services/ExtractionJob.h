@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <memory>
 #include <optional>
 
@@ -37,6 +38,8 @@ public:
         std::optional<QString> ffmpegPath;
         bool embedArtwork = true;
         bool embedMetadata = true;
+        // Given to the tool before the link: the cookies to use, for one.
+        QStringList toolOptions;
         // Files in the destination this job may write over: the same link's earlier rips in
         // the same format, as the library records them.
         QSet<QString> replaceable;

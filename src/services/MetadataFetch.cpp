@@ -40,14 +40,17 @@ qint64 jsonDuration(simdjson::dom::object& object)
 
 } // namespace
 
-MetadataFetch::MetadataFetch(const QString& toolPath, const QString& link, QObject* parent)
+MetadataFetch::MetadataFetch(const QString& toolPath, const QString& link,
+                             const QStringList& options, QObject* parent)
     : QObject(parent)
     , m_link(link)
     , m_process(new QProcess(this))
 {
     m_process->setProgram(toolPath);
-    m_process->setArguments({QStringLiteral("--dump-single-json"), QStringLiteral("--no-playlist"),
-                             QStringLiteral("--no-warnings"), link});
+    m_process->setArguments(QStringList{QStringLiteral("--dump-single-json"),
+                                        QStringLiteral("--no-playlist"),
+                                        QStringLiteral("--no-warnings")} +
+                            options + QStringList{link});
     m_process->setStandardInputFile(QProcess::nullDevice());
     // Both streams are read as they come so a large dump never fills a pipe.
     connect(m_process, &QProcess::readyReadStandardOutput, this,

@@ -6,6 +6,7 @@
 #include <QFuture>
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 class QProcess;
@@ -16,7 +17,9 @@ class MetadataFetch : public QObject
     Q_OBJECT
 
 public:
-    MetadataFetch(const QString& toolPath, const QString& link, QObject* parent = nullptr);
+    // options: given to the tool before the link (the cookies to use, for one).
+    MetadataFetch(const QString& toolPath, const QString& link, const QStringList& options = {},
+                  QObject* parent = nullptr);
     ~MetadataFetch() override;
 
     void start();

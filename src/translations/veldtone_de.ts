@@ -315,6 +315,10 @@
         <source>Extracting Audio...</source>
         <translation>Audio wird extrahiert...</translation>
     </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Einstellungen öffnen</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -721,6 +725,14 @@
         <source>Version %1 (Native Qt %2 Widgets)</source>
         <translation>Version %1 (native Qt-%2-Widgets)</translation>
     </message>
+    <message>
+        <source>Use cookies from</source>
+        <translation>Cookies verwenden von</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Keinem</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -737,6 +749,17 @@
             <numerusform>%n Titel</numerusform>
             <numerusform>%n Titel</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>ToolAdvice</name>
+    <message>
+        <source>yt-dlp may be too old for this site. Check the tools in Settings.</source>
+        <translation>yt-dlp ist für diese Website womöglich zu alt. Prüfen Sie die Werkzeuge in den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>The site wants a signed-in browser. Choose one under &quot;Use cookies from&quot; in Settings.</source>
+        <translation>Die Website verlangt einen angemeldeten Browser. Wählen Sie ihn unter &quot;Cookies verwenden von&quot; in den Einstellungen.</translation>
     </message>
 </context>
 <context>

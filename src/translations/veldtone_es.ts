@@ -315,6 +315,10 @@
         <source>Extracting Audio...</source>
         <translation>Extrayendo audio...</translation>
     </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Abrir ajustes</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -721,6 +725,14 @@
         <source>Version %1 (Native Qt %2 Widgets)</source>
         <translation>Versión %1 (widgets nativos de Qt %2)</translation>
     </message>
+    <message>
+        <source>Use cookies from</source>
+        <translation>Usar cookies de</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Ninguno</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -737,6 +749,17 @@
             <numerusform>%n pista</numerusform>
             <numerusform>%n pistas</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>ToolAdvice</name>
+    <message>
+        <source>yt-dlp may be too old for this site. Check the tools in Settings.</source>
+        <translation>Puede que yt-dlp sea demasiado antiguo para este sitio. Revisa las herramientas en Ajustes.</translation>
+    </message>
+    <message>
+        <source>The site wants a signed-in browser. Choose one under &quot;Use cookies from&quot; in Settings.</source>
+        <translation>El sitio pide un navegador con sesión iniciada. Elígelo en &quot;Usar cookies de&quot; en Ajustes.</translation>
     </message>
 </context>
 <context>

@@ -315,6 +315,10 @@
         <source>Extracting Audio...</source>
         <translation>Extraction de l&apos;audio...</translation>
     </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Ouvrir les réglages</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -721,6 +725,14 @@
         <source>Version %1 (Native Qt %2 Widgets)</source>
         <translation>Version&#xa0;%1 (widgets Qt&#xa0;%2 natifs)</translation>
     </message>
+    <message>
+        <source>Use cookies from</source>
+        <translation>Utiliser les cookies de</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Aucun</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -737,6 +749,17 @@
             <numerusform>%n piste</numerusform>
             <numerusform>%n pistes</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>ToolAdvice</name>
+    <message>
+        <source>yt-dlp may be too old for this site. Check the tools in Settings.</source>
+        <translation>yt-dlp est peut-être trop ancien pour ce site. Vérifiez les outils dans les réglages.</translation>
+    </message>
+    <message>
+        <source>The site wants a signed-in browser. Choose one under &quot;Use cookies from&quot; in Settings.</source>
+        <translation>Le site demande un navigateur connecté. Choisissez-le sous &quot;Utiliser les cookies de&quot; dans les réglages.</translation>
     </message>
 </context>
 <context>

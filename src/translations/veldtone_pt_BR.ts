@@ -315,6 +315,10 @@
         <source>Extracting Audio...</source>
         <translation>Extraindo áudio...</translation>
     </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Abrir configurações</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -721,6 +725,14 @@
         <source>Version %1 (Native Qt %2 Widgets)</source>
         <translation>Versão %1 (widgets nativos do Qt %2)</translation>
     </message>
+    <message>
+        <source>Use cookies from</source>
+        <translation>Usar cookies de</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>Nenhum</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -737,6 +749,17 @@
             <numerusform>%n faixa</numerusform>
             <numerusform>%n faixas</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>ToolAdvice</name>
+    <message>
+        <source>yt-dlp may be too old for this site. Check the tools in Settings.</source>
+        <translation>O yt-dlp pode estar antigo demais para este site. Verifique as ferramentas nas Configurações.</translation>
+    </message>
+    <message>
+        <source>The site wants a signed-in browser. Choose one under &quot;Use cookies from&quot; in Settings.</source>
+        <translation>O site pede um navegador com sessão iniciada. Escolha-o em &quot;Usar cookies de&quot; nas Configurações.</translation>
     </message>
 </context>
 <context>

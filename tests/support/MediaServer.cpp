@@ -71,6 +71,11 @@ bool MediaServer::start()
         const QString title = request.query().queryItemValue(u"t"_s, QUrl::FullyDecoded);
         return QHttpServerResponse("text/html", page(title.toUtf8(), kMediaPath));
     });
+    m_server.route(u"/private/tone.html"_s, [this](const QHttpServerRequest& request) {
+        if (!request.value("Cookie").contains(kPrivateCookie))
+            return QHttpServerResponse(QHttpServerResponder::StatusCode::Forbidden);
+        return QHttpServerResponse("text/html", page(kTitle, kMediaPath));
+    });
     m_server.route(kMediaPath, [this] { return QHttpServerResponse("video/webm", m_media); });
     m_server.route(kThumbnailPath,
                    [this] { return QHttpServerResponse("image/jpeg", m_thumbnail); });
@@ -109,6 +114,11 @@ QUrl MediaServer::titledPageUrl(const QString& title) const
     QUrl page = url(u"/titled"_s);
     page.setQuery(QUrlQuery{{u"t"_s, title}});
     return page;
+}
+
+QUrl MediaServer::privatePageUrl() const
+{
+    return url(u"/private/tone.html"_s);
 }
 
 QUrl MediaServer::thumbnailUrl() const

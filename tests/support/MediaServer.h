@@ -16,6 +16,8 @@ class MediaServer : public QObject
 public:
     static constexpr const char* kTitle = "Veldtone Test Tone";
     static constexpr const char* kAuthor = "Loopback Artist";
+    // The cookie the private page wants, as name=value.
+    static constexpr const char* kPrivateCookie = "veldtone=pass";
 
     struct Options
     {
@@ -34,6 +36,8 @@ public:
     // A page of the same clip with another title (no quotes or angle brackets), so two rips
     // make two files.
     QUrl titledPageUrl(const QString& title) const;
+    // The clip's page that answers 403 unless the request carries kPrivateCookie.
+    QUrl privatePageUrl() const;
     QUrl thumbnailUrl() const;
     QUrl missingUrl() const;
 

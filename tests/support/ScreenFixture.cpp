@@ -89,7 +89,7 @@ void Environment::buildServices(const QUrl& installerBase)
         *m_dependencies, *m_history,
         std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat));
     m_batch = std::make_unique<BatchRunner>(*m_engine);
-    m_details = std::make_unique<DetailsRefresher>(*m_dependencies, *m_history);
+    m_details = std::make_unique<DetailsRefresher>(*m_engine, *m_history);
     m_services = std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
                                                      *m_player, *m_artwork, *m_batch, *m_details});
 }

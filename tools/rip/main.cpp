@@ -2,7 +2,8 @@
 // tests, the benchmark and checking a release by hand.
 //
 //   veldtone-rip [--format mp3|m4a|flac|wav|opus] [--quality 320|256|192|128|0] [--dest DIR]
-//                [--no-artwork] [--no-tags] [--library DIR] [--metadata] URL
+//                [--no-artwork] [--no-tags] [--library DIR] [--metadata]
+//                [--cookies-from-browser BROWSER] URL
 //
 // Prints every published status as one JSON line, then the library record of a completed job.
 // Exits 0 on completed, 1 on failed, 2 when refused or cancelled (SIGINT and SIGTERM cancel).
@@ -117,8 +118,13 @@ int main(int argc, char** argv)
         QStringLiteral("dir"));
     const QCommandLineOption metadataOption(QStringLiteral("metadata"),
                                             QStringLiteral("Fetch the link's metadata first."));
+    const QCommandLineOption cookiesOption(
+        QStringLiteral("cookies-from-browser"),
+        QStringLiteral("Let yt-dlp read the cookies of this browser (firefox, chromium, chrome, "
+                       "brave, edge, opera, vivaldi)."),
+        QStringLiteral("browser"));
     parser.addOptions({formatOption, qualityOption, destOption, noArtworkOption, noTagsOption,
-                       libraryOption, metadataOption});
+                       libraryOption, metadataOption, cookiesOption});
     parser.addPositionalArgument(QStringLiteral("URL"), QStringLiteral("The link to rip."));
     if (!parser.parse(app.arguments())) {
         fail(parser.errorText());
@@ -185,6 +191,13 @@ int main(int argc, char** argv)
             QUrl::fromLocalFile(QFileInfo(parser.value(destOption)).absoluteFilePath()));
     engine.setEmbedArtwork(!parser.isSet(noArtworkOption));
     engine.setEmbedMetadata(!parser.isSet(noTagsOption));
+    if (parser.isSet(cookiesOption)) {
+        engine.setCookiesFromBrowser(parser.value(cookiesOption));
+        if (engine.cookiesFromBrowser() != parser.value(cookiesOption)) {
+            fail(QStringLiteral("Unknown browser: %1").arg(parser.value(cookiesOption)));
+            return kExitRefused;
+        }
+    }
 
     if (::pipe2(g_signalPipe, O_CLOEXEC) == 0) {
         struct sigaction action = {};

@@ -196,6 +196,10 @@ void shootWindow(Shooter& shoot)
     engine.setCurrentStatus(DownloadStatus::failed(
         u"[generic] Unable to download webpage: HTTP Error 404: Not Found"_s));
     shoot(window, u"convert-failed"_s);
+    engine.setCurrentStatus(DownloadStatus::failed(
+        u"[youtube] dQw4w9WgXcQ: Sign in to confirm you\u2019re not a bot. Use "
+        u"--cookies-from-browser or --cookies for the authentication."_s));
+    shoot(window, u"convert-failed-advice"_s);
     engine.setCurrentStatus(DownloadStatus::idle());
     content->setSelectedTab(NavigationItem::settings);
     shoot(window, u"settings-tools-found"_s);

@@ -195,7 +195,7 @@ bool BatchItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     const Geometry g = geometry(option.rect, index.data(BatchQueueModel::ShowsTrashRole).toBool());
     if (status.kind() == DownloadStatus::Kind::failed &&
         indicatorRect(g.status, status).contains(event->pos())) {
-        QToolTip::showText(event->globalPos(), status.error(), view);
+        QToolTip::showText(event->globalPos(), index.data(Qt::ToolTipRole).toString(), view);
         return true;
     }
     // Elsewhere on the row the link, which the title replaces once it is known.

@@ -1,5 +1,6 @@
 #include "views/batch/BatchQueueModel.h"
 
+#include "models/ToolAdvice.h"
 #include "services/BatchRunner.h"
 
 BatchQueueModel::BatchQueueModel(BatchRunner& runner, QObject* parent)
@@ -52,9 +53,12 @@ QVariant BatchQueueModel::data(const QModelIndex& index, int role) const
                        (item.metadata ? item.metadata->title : item.url));
     case Qt::AccessibleDescriptionRole:
         return statusText(item.status);
-    case Qt::ToolTipRole:
-        return item.status.kind() == DownloadStatus::Kind::failed ? QVariant(item.status.error())
-                                                                  : QVariant();
+    case Qt::ToolTipRole: {
+        if (item.status.kind() != DownloadStatus::Kind::failed)
+            return {};
+        const QString advice = ToolAdvice::text(ToolAdvice::forError(item.status.error()));
+        return advice.isEmpty() ? item.status.error() : item.status.error() + u'\n' + advice;
+    }
     case NumberRole:
         return index.row() + 1;
     case UrlRole:

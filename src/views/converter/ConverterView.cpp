@@ -1,6 +1,7 @@
 #include "views/converter/ConverterView.h"
 
 #include "models/DownloadStatus.h"
+#include "models/ToolAdvice.h"
 #include "platform/DesktopServices.h"
 #include "services/AudioPlayerService.h"
 #include "services/DependencyManager.h"
@@ -424,6 +425,18 @@ QWidget* ConverterView::buildStatusGroup()
     m_errorLabel->setTextInteractionFlags(Qt::TextSelectableByMouse);
     setTextColor(m_errorLabel, secondaryText(palette()));
     failureColumn->addWidget(m_errorLabel);
+    // One line of advice when the error says what would help, with the way to it.
+    m_adviceRow = new QWidget(failureTexts);
+    QHBoxLayout* adviceLayout = row(m_adviceRow, 8);
+    m_adviceLabel = label(QString(), Theme::font(11, QFont::Medium), m_adviceRow);
+    m_adviceLabel->setWordWrap(true);
+    setTextColor(m_adviceLabel, orange(palette()));
+    adviceLayout->addWidget(m_adviceLabel, 1);
+    QPushButton* openSettings = smallButton(tr("Open Settings"), QString(), m_adviceRow);
+    connect(openSettings, &QPushButton::clicked, this,
+            [this] { emit navigationRequested(NavigationItem::settings); });
+    adviceLayout->addWidget(openSettings);
+    failureColumn->addWidget(m_adviceRow);
     failureRow->addWidget(failureTexts, 1);
     m_dismissButton = smallButton(tr("Dismiss"), QString(), failure);
     connect(m_dismissButton, &QPushButton::clicked, this, &ConverterView::dismiss);
@@ -540,8 +553,12 @@ void ConverterView::updateStatus()
         m_fileNameLabel->setText(QFileInfo(status.filePath()).fileName());
 
     m_failureCard->setVisible(kind == Kind::failed);
+    const QString advice =
+        kind == Kind::failed ? ToolAdvice::text(ToolAdvice::forError(status.error())) : QString();
     if (kind == Kind::failed)
         m_errorLabel->setText(status.error());
+    m_adviceLabel->setText(advice);
+    m_adviceRow->setVisible(!advice.isEmpty());
 
     m_newRipButton->setVisible(kind == Kind::completed || kind == Kind::failed);
     updatePlayButton();

@@ -5,6 +5,7 @@
 #include "models/HistoryTrack.h"
 #include "services/Services.h"
 #include "views/components/ThemedScreen.h"
+#include "views/shell/NavigationItem.h"
 
 #include <optional>
 
@@ -40,6 +41,10 @@ public:
     static QString rippingTitle(AudioFormat format, AudioQuality quality);
     // "45.7%" for 0.4567.
     static QString percentText(double progress);
+
+signals:
+    // The failure's advice points to another screen.
+    void navigationRequested(NavigationItem item);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -101,6 +106,8 @@ private:
 
     GlassCard* m_failureCard = nullptr;
     QLabel* m_errorLabel = nullptr;
+    QWidget* m_adviceRow = nullptr;
+    QLabel* m_adviceLabel = nullptr;
     QPushButton* m_dismissButton = nullptr;
 
     GradientButton* m_startButton = nullptr;

@@ -2,6 +2,8 @@
 
 #include "platform/DesktopServices.h"
 #include "services/DependencyManager.h"
+#include "services/DownloadEngine.h"
+#include "services/EnginePreferences.h"
 #include "services/Services.h"
 #include "views/components/ActivitySpinner.h"
 #include "views/components/DesktopTexts.h"
@@ -29,6 +31,16 @@ QVBoxLayout* column(QWidget* owner, int spacing)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing);
     return layout;
+}
+
+// The browser's own name, as the menu shows it.
+QString browserName(const QString& browser)
+{
+    if (browser == u"edge")
+        return QStringLiteral("Microsoft Edge");
+    if (browser == u"chrome")
+        return QStringLiteral("Google Chrome");
+    return browser.left(1).toUpper() + browser.mid(1);
 }
 
 QLabel* sectionTitle(const QString& text, QWidget* owner)
@@ -138,6 +150,29 @@ QWidget* SettingsView::buildToolsCard()
     installLayout->addWidget(m_installProgress);
     installLayout->addStretch(1);
     layout->addWidget(m_installRow);
+
+    // Sites that ask for a signed-in browser get its cookies through yt-dlp.
+    auto* cookiesRow = new QWidget(content);
+    auto* cookiesLayout = new QHBoxLayout(cookiesRow);
+    cookiesLayout->setContentsMargins(0, 4, 0, 0);
+    cookiesLayout->setSpacing(8);
+    QLabel* cookiesLabel = label(tr("Use cookies from"), Theme::font(12), cookiesRow);
+    cookiesLayout->addWidget(cookiesLabel);
+    m_cookiesBox = new QComboBox(cookiesRow);
+    m_cookiesBox->setAccessibleName(tr("Use cookies from"));
+    cookiesLabel->setBuddy(m_cookiesBox);
+    m_cookiesBox->addItem(tr("None"), QString());
+    for (const QString& browser : EnginePreferences::cookieBrowsers())
+        m_cookiesBox->addItem(browserName(browser), browser);
+    DownloadEngine& engine = m_services.engine;
+    m_cookiesBox->setCurrentIndex(std::max(0, m_cookiesBox->findData(engine.cookiesFromBrowser())));
+    connect(m_cookiesBox, &QComboBox::activated, this, [this, &engine] {
+        engine.setCookiesFromBrowser(m_cookiesBox->currentData().toString());
+        engine.savePreferences();
+    });
+    cookiesLayout->addWidget(m_cookiesBox);
+    cookiesLayout->addStretch(1);
+    layout->addWidget(cookiesRow);
 
     return card(content, this);
 }

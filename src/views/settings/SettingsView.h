@@ -4,6 +4,7 @@
 #include "views/components/ThemedScreen.h"
 
 class ActivitySpinner;
+class QComboBox;
 class QLabel;
 class QPushButton;
 class ToolStatusRow;
@@ -32,6 +33,7 @@ private:
     ToolStatusRow* m_ffmpegRow = nullptr;
     QWidget* m_installRow = nullptr;
     QPushButton* m_installButton = nullptr;
+    QComboBox* m_cookiesBox = nullptr;
     ActivitySpinner* m_installSpinner = nullptr;
     QLabel* m_installProgress = nullptr;
 };

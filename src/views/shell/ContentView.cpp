@@ -2,6 +2,7 @@
 
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
+#include "views/converter/ConverterView.h"
 #include "views/shell/MiniPlayerView.h"
 #include "views/shell/ScreenFactory.h"
 #include "views/shell/Sidebar.h"
@@ -101,6 +102,8 @@ void ContentView::showScreen()
     }
     m_screen = m_factory.create(m_selectedTab, nullptr);
     m_screen->setProperty("navigationItem", Navigation::rawValue(m_selectedTab));
+    if (auto* converter = qobject_cast<ConverterView*>(m_screen))
+        connect(converter, &ConverterView::navigationRequested, this, &ContentView::setSelectedTab);
     m_detail->insertWidget(0, m_screen, 1);
 }
 
