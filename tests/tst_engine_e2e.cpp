@@ -220,14 +220,17 @@ private slots:
         QVERIFY(fixture.isReady());
         HistoryStore& history = fixture.history();
         auto record = [](const QString& title, const QString& link) {
-            HistoryTrack track;
-            track.id = QUuid::createUuid();
-            track.title = title;
-            track.channel = u"YouTube"_s;
-            track.duration = u"--:--"_s;
-            track.filePath = u"/music/"_s + title + u".mp3"_s;
-            track.youtubeUrl = link;
-            return track;
+            return HistoryTrack{QUuid::createUuid(),
+                                title,
+                                u"YouTube"_s,
+                                u"--:--"_s,
+                                AudioFormat::mp3,
+                                AudioQuality::k320,
+                                u"/m/"_s + title,
+                                u"1 MB"_s,
+                                QString(),
+                                0,
+                                link};
         };
         const HistoryTrack missing = record(u"Missing"_s, m_server->missingUrl().toString());
         HistoryTrack known = record(u"Known"_s, m_server->pageUrl().toString());

@@ -18,6 +18,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
+#include <QVector3D>
 
 using namespace Qt::StringLiterals;
 
@@ -162,10 +163,9 @@ private slots:
             const QImage shot = m_view->listView()->viewport()->grab().toImage();
             return shot.pixelColor(art.topLeft() + QPoint(8, 8));
         };
-        auto near = [](const QColor& a, const QColor& b) {
-            return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) +
-                       qAbs(a.blue() - b.blue()) <
-                   30;
+        auto near = [](QColor a, QColor b) {
+            return QVector3D(a.red() - b.red(), a.green() - b.green(), a.blue() - b.blue())
+                       .length() < 20;
         };
         QTRY_VERIFY(near(pixelAt(0), green));
         QTRY_VERIFY(m_env->services().artwork.hasNoArtwork(gone.thumbnailUrl));

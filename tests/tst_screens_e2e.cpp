@@ -3,11 +3,19 @@
 #include "support/ScreenFixture.h"
 #include "views/components/GradientButton.h"
 #include "views/converter/ConverterView.h"
+#include "views/shell/ContentView.h"
 #include "views/shell/MainWindow.h"
 #include "views/shell/ScreenFactory.h"
+#include "views/shell/Sidebar.h"
 
+#include <QApplication>
+#include <QDir>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -45,6 +53,62 @@ private slots:
         const QString file = env.engine().currentStatus().filePath();
         QVERIFY(QFileInfo::exists(file));
         QVERIFY(reachable(screen).contains(QFileInfo(file).fileName()));
+    }
+
+    // Links dropped on the window: the converter takes the first, the batch (its screen or
+    // its sidebar row) every one. Closing while a rip runs asks first; stopping ends the tool
+    // and leaves no scratch folder.
+    void dropsAndQuitting()
+    {
+        Environment env(Tools::both);
+        QVERIFY(env.checkTools());
+        env.engine().setTargetFolder(QUrl::fromLocalFile(env.path() + u"/out"_s));
+        QDir().mkpath(env.path() + u"/out"_s);
+        ScreenFactory factory(env.services());
+        MainWindow window(env.services(), factory);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+
+        auto drop = [&window](const QPoint& at, const QString& text) {
+            QMimeData data;
+            data.setText(text);
+            QDragEnterEvent enter(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(&window, &enter);
+            QDropEvent dropped(at, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(&window, &dropped);
+            return enter.isAccepted() && dropped.isAccepted();
+        };
+        const QString text = u"see these:\nhttps://youtu.be/one\nhttps://youtu.be/two\n"_s;
+        const QPoint middle = window.rect().center();
+        QVERIFY(drop(middle, text));
+        QCOMPARE(window.findChild<ConverterView*>()->inputUrl(), u"https://youtu.be/one"_s);
+        QWidget* batchRow = window.contentView()->sidebar()->row(NavigationItem::batch);
+        QVERIFY(drop(batchRow->mapTo(&window, batchRow->rect().center()), text));
+        QCOMPARE(env.batch().queue().size(), 2);
+        QCOMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
+        QVERIFY(drop(middle, u"https://www.youtube.com/watch?v=three"_s));
+        QCOMPARE(env.batch().queue().size(), 3);
+
+        env.engine().startExtraction(u"https://youtu.be/x"_s);
+        QVERIFY(env.engine().currentStatus().isBusy());
+        const QDir out(env.path() + u"/out"_s);
+        const auto scratchFolders = [&out] {
+            return out.entryList(QDir::Hidden | QDir::Dirs | QDir::NoDotAndDotDot).size();
+        };
+        QTRY_COMPARE(scratchFolders(), 1);
+        QVERIFY(!window.close());
+        QVERIFY(window.quitConfirmation());
+        window.quitConfirmation()->button(QMessageBox::Cancel)->click();
+        QTRY_VERIFY(!window.quitConfirmation());
+        QVERIFY(window.isVisible());
+        QVERIFY(env.engine().currentStatus().isBusy());
+
+        window.close();
+        QVERIFY(window.quitConfirmation());
+        QVERIFY(press(window.quitConfirmation(), u"Stop and Quit"_s));
+        QTRY_VERIFY(!window.isVisible());
+        QCOMPARE(env.engine().currentStatus(), DownloadStatus::idle());
+        QTRY_COMPARE(scratchFolders(), 0);
     }
 };
 

@@ -36,11 +36,17 @@ ExtractionJob::ExtractionJob(Request request, QObject* parent)
 
 ExtractionJob::~ExtractionJob()
 {
-    if (m_process && m_process->state() != QProcess::NotRunning)
+    const bool running = m_process && m_process->state() != QProcess::NotRunning;
+    if (running)
         signalGroup(SIGKILL);
     // Work still running reports to this object; it has to end first.
     m_errorText.waitForFinished();
     m_placing.waitForFinished();
+    // A job ended by quitting leaves nothing of its download behind.
+    if (running) {
+        m_process->waitForFinished(1000);
+        QDir(m_scratchFolder).removeRecursively();
+    }
 }
 
 void ExtractionJob::start()

@@ -574,6 +574,18 @@
         <source>Stop Playback</source>
         <translation>Wiedergabe stoppen</translation>
     </message>
+    <message>
+        <source>A Rip Is Running</source>
+        <translation>Ein Rip läuft</translation>
+    </message>
+    <message>
+        <source>Stop the running rip and quit?</source>
+        <translation>Den laufenden Rip abbrechen und beenden?</translation>
+    </message>
+    <message>
+        <source>Stop and Quit</source>
+        <translation>Abbrechen und beenden</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>

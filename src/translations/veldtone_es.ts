@@ -574,6 +574,18 @@
         <source>Stop Playback</source>
         <translation>Detener reproducción</translation>
     </message>
+    <message>
+        <source>A Rip Is Running</source>
+        <translation>Hay una extracción en curso</translation>
+    </message>
+    <message>
+        <source>Stop the running rip and quit?</source>
+        <translation>¿Detener la extracción en curso y salir?</translation>
+    </message>
+    <message>
+        <source>Stop and Quit</source>
+        <translation>Detener y salir</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>

@@ -574,6 +574,18 @@
         <source>Stop Playback</source>
         <translation>Arrêter la lecture</translation>
     </message>
+    <message>
+        <source>A Rip Is Running</source>
+        <translation>Une extraction est en cours</translation>
+    </message>
+    <message>
+        <source>Stop the running rip and quit?</source>
+        <translation>Arrêter l’extraction en cours et quitter ?</translation>
+    </message>
+    <message>
+        <source>Stop and Quit</source>
+        <translation>Arrêter et quitter</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>

@@ -574,6 +574,18 @@
         <source>Stop Playback</source>
         <translation>Parar reprodução</translation>
     </message>
+    <message>
+        <source>A Rip Is Running</source>
+        <translation>Há uma extração em andamento</translation>
+    </message>
+    <message>
+        <source>Stop the running rip and quit?</source>
+        <translation>Interromper a extração em andamento e sair?</translation>
+    </message>
+    <message>
+        <source>Stop and Quit</source>
+        <translation>Interromper e sair</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>

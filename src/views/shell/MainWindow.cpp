@@ -2,18 +2,27 @@
 
 #include "services/AudioPlayerService.h"
 #include "services/BatchRunner.h"
+#include "services/DownloadEngine.h"
 #include "views/converter/ConverterView.h"
 #include "views/shell/ContentView.h"
+#include "views/shell/Sidebar.h"
 
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
 
 MainWindow::MainWindow(const Services& services, const ScreenFactory& factory, QWidget* parent)
     : QMainWindow(parent)
+    , m_engine(services.engine)
     , m_batch(services.batch)
     , m_content(new ContentView(services, factory))
 {
@@ -37,7 +46,81 @@ MainWindow::MainWindow(const Services& services, const ScreenFactory& factory, Q
     connect(m_stop, &QAction::triggered, &services.player, &AudioPlayerService::stop);
 
     resize(880, 660);
+    // Links dragged from a browser: the screens' own text fields take a drop into themselves.
+    setAcceptDrops(true);
     qApp->installEventFilter(this);
+}
+
+QString MainWindow::droppedText(const QMimeData* data)
+{
+    if (data->hasUrls()) {
+        QStringList links;
+        for (const QUrl& url : data->urls())
+            links << url.toString();
+        return links.join(u'\n');
+    }
+    return data->text();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls() || event->mimeData()->hasText())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    const QString text = droppedText(event->mimeData());
+    const QWidget* batchRow = m_content->sidebar()->row(NavigationItem::batch);
+    const bool onBatchRow =
+        batchRow->rect().contains(batchRow->mapFrom(this, event->position().toPoint()));
+    if (onBatchRow || m_content->selectedTab() == NavigationItem::batch) {
+        // Every link, through the batch's own line filter.
+        if (m_batch.addUrlsToQueue(text) > 0)
+            m_content->setSelectedTab(NavigationItem::batch);
+    } else {
+        // The converter takes the first link: a video-service one if there is one.
+        QStringList links = BatchRunner::acceptedLinks(text);
+        if (links.isEmpty())
+            links = text.trimmed().split(u'\n', Qt::SkipEmptyParts).mid(0, 1);
+        if (links.isEmpty())
+            return;
+        m_content->setSelectedTab(NavigationItem::convert);
+        if (auto* converter = qobject_cast<ConverterView*>(m_content->currentScreen()))
+            converter->setInputUrl(links.first().trimmed());
+    }
+    event->acceptProposedAction();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    // A rip running (the converter's, or the batch's current one) is not dropped unasked.
+    if (m_quitConfirmed || !m_engine.currentStatus().isBusy()) {
+        QMainWindow::closeEvent(event);
+        return;
+    }
+    event->ignore();
+    if (m_quitConfirmation)
+        return;
+    // One job runs at a time: the converter's, or the batch's current item.
+    m_quitConfirmation =
+        new QMessageBox(QMessageBox::Question, tr("A Rip Is Running"),
+                        tr("Stop the running rip and quit?"), QMessageBox::NoButton, this);
+    QPushButton* stop = m_quitConfirmation->addButton(tr("Stop and Quit"), QMessageBox::AcceptRole);
+    m_quitConfirmation->addButton(QMessageBox::Cancel);
+    m_quitConfirmation->setAttribute(Qt::WA_DeleteOnClose);
+    connect(m_quitConfirmation, &QMessageBox::finished, this, [this, stop] {
+        const bool confirmed = m_quitConfirmation->clickedButton() == stop;
+        m_quitConfirmation = nullptr;
+        if (!confirmed)
+            return;
+        // Cancelling ends each job's tools and removes its scratch folder.
+        m_batch.stopBatch();
+        m_engine.cancel();
+        m_quitConfirmed = true;
+        close();
+    });
+    m_quitConfirmation->open();
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)

@@ -6,7 +6,10 @@
 
 class BatchRunner;
 class ContentView;
+class DownloadEngine;
 class QAction;
+class QMessageBox;
+class QMimeData;
 class ScreenFactory;
 
 // The application's one window: the content view and the "Playback" menu.
@@ -25,12 +28,23 @@ public:
     void bringToFront(const QByteArray& activationToken = {});
     QAction* playPauseAction() const { return m_playPause; }
     QAction* stopAction() const { return m_stop; }
+    // The question asked when the window closes while a rip runs; null otherwise.
+    QMessageBox* quitConfirmation() const { return m_quitConfirmation; }
+
+    // The links a drop carries, one per line: its URLs, else its text.
+    static QString droppedText(const QMimeData* data);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
+    DownloadEngine& m_engine;
     BatchRunner& m_batch;
+    QMessageBox* m_quitConfirmation = nullptr;
+    bool m_quitConfirmed = false;
     ContentView* m_content;
     QAction* m_playPause;
     QAction* m_stop;
