@@ -46,20 +46,18 @@ int DetailsRefresher::refreshAll()
 {
     int queued = 0;
     for (const HistoryTrack& track : m_history.tracks()) {
-        if (hasFallbackDetails(track) && isFetchableLink(track.youtubeUrl)) {
-            enqueue(track);
+        if (hasFallbackDetails(track) && isFetchableLink(track.youtubeUrl) && enqueue(track))
             ++queued;
-        }
     }
     startMore();
     return queued;
 }
 
-void DetailsRefresher::enqueue(const HistoryTrack& track)
+bool DetailsRefresher::enqueue(const HistoryTrack& track)
 {
     for (const Item& item : m_waiting) {
         if (item.id == track.id)
-            return;
+            return false;
     }
     // A new run of refreshes counts from zero.
     if (!isRefreshing())
@@ -67,6 +65,7 @@ void DetailsRefresher::enqueue(const HistoryTrack& track)
     m_waiting.push_back({track.id, track.youtubeUrl});
     ++m_totalCount;
     emit progressChanged();
+    return true;
 }
 
 void DetailsRefresher::startMore()

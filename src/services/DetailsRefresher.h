@@ -53,7 +53,8 @@ private:
         QUuid id;
         QString link;
     };
-    void enqueue(const HistoryTrack& track);
+    // False when the record already waits.
+    bool enqueue(const HistoryTrack& track);
     void startMore();
     void itemDone();
 
