@@ -166,8 +166,7 @@ private slots:
         screen.link()->setText(u"https://youtu.be/x"_s);
 
         env.engine().setCurrentStatus(DownloadStatus::failed(u"boom"_s));
-        env.engine().setCurrentStatus(
-            DownloadStatus::failed(u"Requested format is not available"_s));
+        env.engine().setCurrentStatus(DownloadStatus::failed(u"Sign in to confirm your age"_s));
         QSignalSpy navigation(&screen.view, &ConverterView::navigationRequested);
         QVERIFY(press(&screen.view, u"Open Settings"_s));
         QTRY_COMPARE(navigation.size(), 1);

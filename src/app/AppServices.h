@@ -11,6 +11,7 @@ class DetailsRefresher;
 class DependencyManager;
 class DownloadEngine;
 class HistoryStore;
+class ToolUpdater;
 
 // Owns the application's services: creates them once, in a fixed order, and wires them. Made
 // after the application object and destroyed before it, so child processes, worker threads
@@ -25,8 +26,9 @@ public:
     AppServices& operator=(const AppServices&) = delete;
 
     const Services& services() const { return *m_services; }
-    // Reads the library on the store's worker; called once the window shows.
-    void loadLibrary();
+    // Reads the library on the store's worker and asks for tool updates when due; called once
+    // the window shows.
+    void afterFirstFrame();
 
 private:
     // Created in this order, destroyed in the reverse one.
@@ -37,5 +39,6 @@ private:
     std::unique_ptr<ArtworkCache> m_artwork;
     std::unique_ptr<BatchRunner> m_batch;
     std::unique_ptr<DetailsRefresher> m_details;
+    std::unique_ptr<ToolUpdater> m_updater;
     std::unique_ptr<Services> m_services;
 };

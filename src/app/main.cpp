@@ -96,7 +96,7 @@ int main(int argc, char** argv)
     // The screens show the library loading until it is in; looking the icon up in the
     // desktop's icon theme reads the theme's folders.
     new AfterFirstFrame(window.windowHandle(), [&owner] {
-        owner.loadLibrary();
+        owner.afterFirstFrame();
         QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("io.github.veldtone.Veldtone"),
                                                      QIcon(QStringLiteral(":/veldtone.svg"))));
     });

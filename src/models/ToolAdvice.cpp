@@ -42,7 +42,7 @@ QString ToolAdvice::text(Kind kind)
 {
     switch (kind) {
     case Kind::updateTools:
-        return tr("yt-dlp may be too old for this site. Check the tools in Settings.");
+        return tr("yt-dlp may be too old for this site, or lack its JavaScript runtime.");
     case Kind::useCookies:
         return tr("The site wants a signed-in browser. Choose one under \"Use cookies from\" in "
                   "Settings.");

@@ -1,42 +1,31 @@
 #include "DependencyManager.h"
 
+#include "models/ToolVersion.h"
 #include "services/Background.h"
+#include "services/ToolFiles.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QFuture>
 #include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
-#include <QProcess>
 #include <QStandardPaths>
-#include <QStringDecoder>
 #include <QSysInfo>
-#include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTimer>
-#include <csignal>
-#include <sys/types.h>
 #include <unistd.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
+using ToolFiles::join;
+
 const QString kYtDlpName = QStringLiteral("yt-dlp");
 const QString kFfmpegName = QStringLiteral("ffmpeg");
-
-constexpr QFileDevice::Permissions kExecutablePermissions =
-    QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
-    QFileDevice::ReadGroup | QFileDevice::ExeGroup | QFileDevice::ReadOther | QFileDevice::ExeOther;
-
-QString appendPathComponent(const QString& folder, const QString& name)
-{
-    if (folder.isEmpty())
-        return name;
-    return folder.endsWith(u'/') ? QString(folder + name) : QString(folder + u'/' + name);
-}
+const QString kDenoName = QStringLiteral("deno");
+const QString kNodeName = QStringLiteral("node");
 
 // A regular file (after following links) that the current user may execute.
 bool isExecutableFile(const QString& path)
@@ -53,88 +42,15 @@ bool isNewline(QChar c)
     return (u >= 0x0A && u <= 0x0D) || u == 0x85 || u == 0x2028 || u == 0x2029;
 }
 
-// Runs a child process with its own process group, so a timeout can end it and anything it
-// started. Returns its standard output, or nullopt when it could not start or did not end.
-std::optional<QByteArray> runBounded(const QString& program, const QStringList& args, int timeoutMs,
-                                     int* exitCode = nullptr)
+// The second word of a banner such as "deno 2.3.1 (stable, ...)", or "v20.11.1" less its "v".
+std::optional<QString> runtimeVersion(const std::optional<QString>& line)
 {
-    QProcess process;
-    process.setProgram(program);
-    process.setArguments(args);
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.setChildProcessModifier([] { ::setpgid(0, 0); });
-    process.start();
-    if (!process.waitForStarted())
+    if (!line)
         return std::nullopt;
-    if (!process.waitForFinished(timeoutMs)) {
-        const qint64 pid = process.processId();
-        if (pid > 0)
-            ::kill(-static_cast<pid_t>(pid), SIGKILL);
-        process.kill();
-        process.waitForFinished(2000);
-        return std::nullopt;
-    }
-    if (exitCode)
-        *exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    return process.readAllStandardOutput();
-}
-
-QString systemTool(const QString& name)
-{
-    const QString found = QStandardPaths::findExecutable(name);
-    if (!found.isEmpty())
-        return found;
-    return QStringLiteral("/usr/bin/") + name;
-}
-
-// Unpacks a downloaded ffmpeg build next to the install folder and moves its "ffmpeg" file,
-// wherever the archive keeps it, into place. Runs on a worker thread.
-bool unpackFfmpeg(const QString& archivePath, const QString& folder, int timeoutMs)
-{
-    QFile archive(archivePath);
-    if (!archive.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray magic = archive.read(4);
-    archive.close();
-
-    // Unpack inside the install folder so the final move is a rename on the same disk.
-    QTemporaryDir scratch(appendPathComponent(folder, QStringLiteral(".unpack-XXXXXX")));
-    if (!scratch.isValid())
-        return false;
-    const bool isZip = magic.startsWith("PK");
-    int exitCode = -1;
-    const std::optional<QByteArray> unpacked =
-        isZip
-            ? runBounded(systemTool(QStringLiteral("unzip")),
-                         {QStringLiteral("-o"), QStringLiteral("-qq"), archivePath,
-                          QStringLiteral("-d"), scratch.path()},
-                         timeoutMs, &exitCode)
-            : runBounded(systemTool(QStringLiteral("tar")),
-                         {QStringLiteral("-xf"), archivePath, QStringLiteral("-C"), scratch.path()},
-                         timeoutMs, &exitCode);
-    // A damaged archive can leave a cut-off ffmpeg behind; only a clean unpack counts (unzip
-    // reports mere warnings with 1).
-    if (!unpacked || !(exitCode == 0 || (isZip && exitCode == 1)))
-        return false;
-
-    // Take the shallowest "ffmpeg"; links are not followed out of the scratch folder.
-    QString found;
-    QDirIterator it(scratch.path(), {kFfmpegName}, QDir::Files | QDir::Hidden | QDir::NoSymLinks,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString candidate = it.next();
-        if (found.isEmpty() || candidate.count(u'/') < found.count(u'/'))
-            found = candidate;
-    }
-    if (found.isEmpty())
-        return false;
-    const QString destination = appendPathComponent(folder, kFfmpegName);
-    QFile::remove(destination);
-    if (!QFile::rename(found, destination))
-        return false;
-    QFile::setPermissions(destination, kExecutablePermissions);
-    return true;
+    const QString first = line->section(u'\n', 0, 0).trimmed();
+    const QString word = first.startsWith(u'v') ? first.section(u' ', 0, 0).mid(1)
+                                                : first.section(u' ', 1, 1);
+    return ToolVersion::fromTag(word);
 }
 
 } // namespace
@@ -161,6 +77,10 @@ DependencyManager::Options DependencyManager::Options::defaults()
         QUrl(QStringLiteral("https://johnvansickle.com/ffmpeg/releases/ffmpeg-release-") +
              (arm ? QStringLiteral("arm64") : QStringLiteral("amd64")) +
              QStringLiteral("-static.tar.xz"));
+    // Both sources publish a hash of each build: yt-dlp a SHA-256 list, this ffmpeg an MD5.
+    options.ytDlpChecksumsUrl = QUrl(QStringLiteral(
+        "https://github.com/yt-dlp/yt-dlp/releases/latest/download/SHA2-256SUMS"));
+    options.ffmpegChecksumUrl = QUrl(options.ffmpegDownloadUrl.toString() + u".md5"_s);
 #endif
     return options;
 }
@@ -189,6 +109,7 @@ DependencyManager::~DependencyManager()
     for (QFuture<CheckResult>& check : m_checks)
         check.waitForFinished();
     m_unpack.waitForFinished();
+    m_hashing.waitForFinished();
 }
 
 std::optional<QString> DependencyManager::findExecutable(const QString& name) const
@@ -203,7 +124,7 @@ std::optional<QString> DependencyManager::findExecutableIn(const QStringList& lo
     for (const QString& folder : locations) {
         if (folder.isEmpty())
             continue;
-        const QString candidate = appendPathComponent(folder, name);
+        const QString candidate = join(folder, name);
         if (isExecutableFile(candidate))
             return candidate;
     }
@@ -212,26 +133,13 @@ std::optional<QString> DependencyManager::findExecutableIn(const QStringList& lo
     const QStringList elements =
         environment.value(QStringLiteral("PATH")).split(u':', Qt::KeepEmptyParts);
     for (const QString& element : elements) {
-        const QString candidate = appendPathComponent(element, name);
+        const QString candidate = join(element, name);
         if (isExecutableFile(candidate)) {
             // A bare name would make QProcess search "PATH" again; hand out where it is.
             return element.isEmpty() ? QFileInfo(candidate).absoluteFilePath() : candidate;
         }
     }
     return std::nullopt;
-}
-
-std::optional<QString> DependencyManager::runVersionCheck(const QString& path,
-                                                          const QStringList& args, int timeoutMs)
-{
-    const std::optional<QByteArray> output = runBounded(path, args, timeoutMs);
-    if (!output)
-        return std::nullopt;
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder.decode(*output);
-    if (decoder.hasError())
-        return std::nullopt;
-    return text.trimmed();
 }
 
 QString DependencyManager::versionFromFfmpegBanner(const QString& banner)
@@ -253,14 +161,27 @@ DependencyManager::CheckResult DependencyManager::runCheck(const QStringList& lo
     result.ytDlpPath = findExecutableIn(locations, environment, kYtDlpName);
     result.ffmpegPath = findExecutableIn(locations, environment, kFfmpegName);
     if (result.ytDlpPath) {
-        result.ytDlpVersion =
-            runVersionCheck(*result.ytDlpPath, {QStringLiteral("--version")}, probeTimeoutMs);
+        result.ytDlpVersion = ToolFiles::versionText(
+            *result.ytDlpPath, {QStringLiteral("--version")}, probeTimeoutMs);
     }
     if (result.ffmpegPath) {
-        const QString banner =
-            runVersionCheck(*result.ffmpegPath, {QStringLiteral("-version")}, probeTimeoutMs)
-                .value_or(QString());
+        const QString banner = ToolFiles::versionText(*result.ffmpegPath,
+                                                      {QStringLiteral("-version")}, probeTimeoutMs)
+                                   .value_or(QString());
         result.ffmpegVersion = versionFromFfmpegBanner(banner);
+    }
+    // yt-dlp's JavaScript runtime: Deno, or else a Node.js recent enough for it.
+    result.denoPath = findExecutableIn(locations, environment, kDenoName);
+    if (result.denoPath) {
+        result.denoVersion = runtimeVersion(ToolFiles::versionText(
+            *result.denoPath, {QStringLiteral("--version")}, probeTimeoutMs));
+    }
+    const std::optional<QString> node = findExecutableIn(locations, environment, kNodeName);
+    if (node) {
+        const std::optional<QString> version = runtimeVersion(
+            ToolFiles::versionText(*node, {QStringLiteral("--version")}, probeTimeoutMs));
+        if (version && ToolVersion::compare(*version, QStringLiteral("20")) >= 0)
+            result.nodePath = node;
     }
     return result;
 }
@@ -297,11 +218,17 @@ void DependencyManager::publishCheck(const CheckResult& result)
     const bool ffmpegPathChange = m_ffmpegPath != result.ffmpegPath;
     const bool ytDlpVersionChange = m_ytDlpVersion != result.ytDlpVersion;
     const bool ffmpegVersionChange = m_ffmpegVersion != result.ffmpegVersion;
+    const bool runtimeChange = m_denoPath != result.denoPath ||
+                               m_denoVersion != result.denoVersion ||
+                               m_nodePath != result.nodePath;
     const bool checkingChange = m_isChecking;
     m_ytDlpPath = result.ytDlpPath;
     m_ffmpegPath = result.ffmpegPath;
     m_ytDlpVersion = result.ytDlpVersion;
     m_ffmpegVersion = result.ffmpegVersion;
+    m_denoPath = result.denoPath;
+    m_denoVersion = result.denoVersion;
+    m_nodePath = result.nodePath;
     m_isChecking = false;
 
     if (ytDlpPathChange)
@@ -312,6 +239,8 @@ void DependencyManager::publishCheck(const CheckResult& result)
         emit ytDlpVersionChanged();
     if (ffmpegVersionChange)
         emit ffmpegVersionChanged();
+    if (runtimeChange)
+        emit javaScriptRuntimeChanged();
     if (checkingChange)
         emit isCheckingChanged();
     if (wasReady != isReady())
@@ -345,20 +274,20 @@ void DependencyManager::installDependenciesAutomatically()
 void DependencyManager::installYtDlp(const QString& folder)
 {
     setInstallProgress(tr("Downloading yt-dlp..."));
-    download(m_options.ytDlpDownloadUrl, folder, kYtDlpName,
-             [this, folder](std::shared_ptr<QTemporaryFile> file) {
-                 // Whatever the server sent replaces the old file, but only once it is whole.
-                 if (file) {
-                     const QString destination = appendPathComponent(folder, kYtDlpName);
-                     QFile::remove(destination);
-                     if (file->rename(destination)) {
-                         // It is no longer a temporary file: keep it when the object goes.
-                         file->setAutoRemove(false);
-                         QFile::setPermissions(destination, kExecutablePermissions);
-                     }
-                 }
-                 installFfmpeg(folder);
-             });
+    fetch(m_options.ytDlpDownloadUrl, folder, kYtDlpName, m_options.ytDlpChecksumsUrl,
+          QCryptographicHash::Sha256, [this, folder](std::shared_ptr<QTemporaryFile> file) {
+              // What the server sent replaces the old file, but only once it is whole.
+              if (file) {
+                  const QString destination = join(folder, kYtDlpName);
+                  QFile::remove(destination);
+                  if (file->rename(destination)) {
+                      // It is no longer a temporary file: keep it when the object goes.
+                      file->setAutoRemove(false);
+                      QFile::setPermissions(destination, ToolFiles::kExecutable);
+                  }
+              }
+              installFfmpeg(folder);
+          });
 }
 
 void DependencyManager::installFfmpeg(const QString& folder)
@@ -368,22 +297,24 @@ void DependencyManager::installFfmpeg(const QString& folder)
         return;
     }
     setInstallProgress(tr("Downloading ffmpeg..."));
-    download(m_options.ffmpegDownloadUrl, folder, QStringLiteral("ffmpeg-archive"),
-             [this, folder](std::shared_ptr<QTemporaryFile> file) {
-                 if (!file) {
-                     finishInstall();
-                     return;
-                 }
-                 file->close();
-                 // tar and unzip can take a while on a large build; keep them off this thread.
-                 // The archive file lives until the worker is done with it.
-                 m_unpack = runInBackground(
-                     QThreadPool::globalInstance(), this,
-                     [file, folder, timeoutMs = m_options.unpackTimeoutMs] {
-                         return unpackFfmpeg(file->fileName(), folder, timeoutMs);
-                     },
-                     [this](bool) { finishInstall(); });
-             });
+    fetch(m_options.ffmpegDownloadUrl, folder, QStringLiteral("ffmpeg-archive"),
+          m_options.ffmpegChecksumUrl, QCryptographicHash::Md5,
+          [this, folder](std::shared_ptr<QTemporaryFile> file) {
+              if (!file) {
+                  finishInstall();
+                  return;
+              }
+              file->close();
+              // tar and unzip can take a while on a large build; keep them off this thread.
+              // The archive file lives until the worker is done with it.
+              m_unpack = runInBackground(
+                  QThreadPool::globalInstance(), this,
+                  [file, folder, timeoutMs = m_options.unpackTimeoutMs] {
+                      return ToolFiles::unpackTool(file->fileName(), folder, kFfmpegName,
+                                                   kFfmpegName, timeoutMs);
+                  },
+                  [this](bool) { finishInstall(); });
+          });
 }
 
 void DependencyManager::finishInstall()
@@ -410,46 +341,60 @@ void DependencyManager::setInstallProgress(const QString& text)
     emit installProgressChanged();
 }
 
-void DependencyManager::download(const QUrl& url, const QString& folder, const QString& stem,
-                                 std::function<void(std::shared_ptr<QTemporaryFile>)> done)
+void DependencyManager::fetch(const QUrl& url, const QString& folder, const QString& stem,
+                              const QUrl& checksumUrl, QCryptographicHash::Algorithm algorithm,
+                              ToolFiles::FileDone done)
 {
-    // Kept beside its destination so the final move is a rename on the same disk.
-    auto file = std::make_shared<QTemporaryFile>(
-        appendPathComponent(folder, QStringLiteral(".") + stem + QStringLiteral("-XXXXXX")));
-    if (!url.isValid() || !file->open()) {
-        QTimer::singleShot(0, this, [done] { done(nullptr); });
-        return;
-    }
     if (!m_network)
         m_network = new QNetworkAccessManager(this);
-    QNetworkRequest request(url);
-    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                         QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setTransferTimeout(m_options.transferTimeoutMs);
-    QNetworkReply* reply = m_network->get(request);
-    auto writeFailed = std::make_shared<bool>(false);
-    connect(reply, &QNetworkReply::readyRead, this, [reply, file, writeFailed] {
-        const QByteArray chunk = reply->readAll();
-        if (!*writeFailed && file->write(chunk) != chunk.size()) {
-            *writeFailed = true;
-            reply->abort();
-        }
-    });
-    connect(reply, &QNetworkReply::finished, this, [reply, file, writeFailed, done] {
-        reply->deleteLater();
-        const QByteArray rest = reply->isOpen() ? reply->readAll() : QByteArray();
-        if (!*writeFailed && file->write(rest) != rest.size())
-            *writeFailed = true;
-        // The status code does not matter: an error page is a body like any other. Only a
-        // transfer that broke off (or never started) counts as a failed download.
-        const QNetworkReply::NetworkError error = reply->error();
-        const bool answered = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
-        const bool statusOnly = (error >= QNetworkReply::ContentAccessDenied &&
-                                 error <= QNetworkReply::UnknownContentError) ||
-                                (error >= QNetworkReply::InternalServerError &&
-                                 error <= QNetworkReply::UnknownServerError);
-        const bool ok = !*writeFailed && file->flush() &&
-                        (error == QNetworkReply::NoError || (answered && statusOnly));
-        done(ok ? file : nullptr);
-    });
+    ToolFiles::fetchToFile(
+        *m_network, url, folder, stem, m_options.transferTimeoutMs, this,
+        [=, this](std::shared_ptr<QTemporaryFile> file) {
+            if (!file || checksumUrl.isEmpty()) {
+                done(file);
+                return;
+            }
+            // Checked against the hash its source lists for it before it goes anywhere.
+            ToolFiles::verifyDownload(*m_network, file->fileName(), checksumUrl,
+                                      url.fileName(), algorithm, m_options.transferTimeoutMs,
+                                      this, &m_hashing,
+                                      [file, done](bool ok) { done(ok ? file : nullptr); });
+        });
+}
+
+bool DependencyManager::hasJavaScriptRuntime() const
+{
+    return denoServes() || nodeServes();
+}
+
+bool DependencyManager::denoServes() const
+{
+    return m_denoVersion && ToolVersion::compare(*m_denoVersion, u"2.3"_s) >= 0;
+}
+
+// yt-dlp enables Deno by itself; Node.js has to be named, and only a yt-dlp from 2025.11.12 on
+// knows the option.
+bool DependencyManager::nodeServes() const
+{
+    return m_nodePath && m_ytDlpVersion &&
+           ToolVersion::compare(*m_ytDlpVersion, u"2025.11.12"_s) >= 0;
+}
+
+std::optional<ToolInvocation> DependencyManager::ytDlpInvocation() const
+{
+    if (!m_ytDlpPath)
+        return std::nullopt;
+    ToolInvocation invocation;
+    invocation.program = *m_ytDlpPath;
+    // The install folder leads the child's PATH, so yt-dlp finds a runtime put there.
+    invocation.environment = QProcessEnvironment::systemEnvironment();
+    const QString path = invocation.environment.value(QStringLiteral("PATH"));
+    if (!m_options.installFolder.isEmpty()) {
+        invocation.environment.insert(QStringLiteral("PATH"),
+                                      path.isEmpty() ? m_options.installFolder
+                                                     : m_options.installFolder + u':' + path);
+    }
+    if (!denoServes() && nodeServes())
+        invocation.options = {QStringLiteral("--js-runtimes"), QStringLiteral("node")};
+    return invocation;
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "services/ToolFiles.h"
+#include "services/ToolInvocation.h"
+
 #include <QFuture>
 #include <QList>
 #include <QObject>
@@ -14,7 +17,7 @@
 class QNetworkAccessManager;
 class QTemporaryFile;
 
-// Finds yt-dlp and ffmpeg, reads their versions off the GUI thread, and installs missing ones
+// Finds yt-dlp, ffmpeg and a JavaScript runtime, reads their versions off the GUI thread, and installs missing ones
 // into the application's own folder.
 class DependencyManager : public QObject
 {
@@ -23,6 +26,9 @@ class DependencyManager : public QObject
     Q_PROPERTY(std::optional<QString> ffmpegPath READ ffmpegPath NOTIFY ffmpegPathChanged)
     Q_PROPERTY(std::optional<QString> ytDlpVersion READ ytDlpVersion NOTIFY ytDlpVersionChanged)
     Q_PROPERTY(std::optional<QString> ffmpegVersion READ ffmpegVersion NOTIFY ffmpegVersionChanged)
+    Q_PROPERTY(std::optional<QString> denoPath READ denoPath NOTIFY javaScriptRuntimeChanged)
+    Q_PROPERTY(
+        std::optional<QString> denoVersion READ denoVersion NOTIFY javaScriptRuntimeChanged)
     Q_PROPERTY(bool isChecking READ isChecking NOTIFY isCheckingChanged)
     Q_PROPERTY(bool isInstalling READ isInstalling NOTIFY isInstallingChanged)
     Q_PROPERTY(QString installProgress READ installProgress NOTIFY installProgressChanged)
@@ -43,6 +49,10 @@ public:
         // Full download addresses of the two tools.
         QUrl ytDlpDownloadUrl;
         QUrl ffmpegDownloadUrl;
+        // The hash lists their sources publish; a download is kept only when it matches.
+        // Empty: not checked.
+        QUrl ytDlpChecksumsUrl;
+        QUrl ffmpegChecksumUrl;
         // Whether the constructor starts the first check (the application's instance does).
         bool checkOnStart = true;
         // A version probe that has not ended by then is killed and counts as unreadable.
@@ -63,6 +73,10 @@ public:
     std::optional<QString> ffmpegPath() const { return m_ffmpegPath; }
     std::optional<QString> ytDlpVersion() const { return m_ytDlpVersion; }
     std::optional<QString> ffmpegVersion() const { return m_ffmpegVersion; }
+    std::optional<QString> denoPath() const { return m_denoPath; }
+    std::optional<QString> denoVersion() const { return m_denoVersion; }
+    // Deno 2.3 or later, or a Node.js 20 or later that this yt-dlp can be told to use.
+    bool hasJavaScriptRuntime() const;
     bool isChecking() const { return m_isChecking; }
     bool isInstalling() const { return m_isInstalling; }
     QString installProgress() const { return m_installProgress; }
@@ -70,6 +84,10 @@ public:
 
     // The six folders searched before "PATH", in order (the first may be empty).
     QStringList standardLocations() const { return m_standardLocations; }
+    QString installFolder() const { return m_options.installFolder; }
+    // How every yt-dlp run starts: the found file, a PATH that leads with the install folder,
+    // and the runtime option when Node.js has to be named. Nullopt while yt-dlp is missing.
+    std::optional<ToolInvocation> ytDlpInvocation() const;
 
     // Starts a background search and version probe; results arrive in one step.
     void checkDependencies();
@@ -87,6 +105,7 @@ signals:
     void ffmpegPathChanged();
     void ytDlpVersionChanged();
     void ffmpegVersionChanged();
+    void javaScriptRuntimeChanged();
     void isCheckingChanged();
     void isInstallingChanged();
     void installProgressChanged();
@@ -101,13 +120,15 @@ private:
         std::optional<QString> ffmpegPath;
         std::optional<QString> ytDlpVersion;
         std::optional<QString> ffmpegVersion;
+        std::optional<QString> denoPath;
+        std::optional<QString> denoVersion;
+        // Only a Node.js of version 20 or later.
+        std::optional<QString> nodePath;
     };
 
     static std::optional<QString> findExecutableIn(const QStringList& locations,
                                                    const QProcessEnvironment& environment,
                                                    const QString& name);
-    static std::optional<QString> runVersionCheck(const QString& path, const QStringList& args,
-                                                  int timeoutMs);
     // The version word of ffmpeg's "-version" banner: the first line, less "ffmpeg version ",
     // up to the first space.
     static QString versionFromFfmpegBanner(const QString& banner);
@@ -121,9 +142,13 @@ private:
     void installFfmpeg(const QString& folder);
     void finishInstall();
     void setInstallProgress(const QString& text);
-    // Fetches url into a temporary file in folder; done gets the file, or null on failure.
-    void download(const QUrl& url, const QString& folder, const QString& stem,
-                  std::function<void(std::shared_ptr<QTemporaryFile>)> done);
+    // Fetches url into a temporary file in folder and, when a checksum address is given,
+    // keeps it only if it matches; done gets the file, or null.
+    void fetch(const QUrl& url, const QString& folder, const QString& stem,
+               const QUrl& checksumUrl, QCryptographicHash::Algorithm algorithm,
+               ToolFiles::FileDone done);
+    bool denoServes() const;
+    bool nodeServes() const;
 
     Options m_options;
     QStringList m_standardLocations;
@@ -131,6 +156,9 @@ private:
     std::optional<QString> m_ffmpegPath;
     std::optional<QString> m_ytDlpVersion;
     std::optional<QString> m_ffmpegVersion;
+    std::optional<QString> m_denoPath;
+    std::optional<QString> m_denoVersion;
+    std::optional<QString> m_nodePath;
     bool m_isChecking = false;
     // The check asked for at construction has not started yet.
     bool m_checkQueued = false;
@@ -139,4 +167,5 @@ private:
     QNetworkAccessManager* m_network = nullptr;
     QList<QFuture<CheckResult>> m_checks;
     QFuture<bool> m_unpack;
+    QFuture<QByteArray> m_hashing;
 };

@@ -115,20 +115,21 @@ void DownloadEngine::setCookiesFromBrowser(const QString& browser)
     emit cookiesFromBrowserChanged();
 }
 
-QStringList DownloadEngine::toolAccessOptions() const
+std::optional<ToolInvocation> DownloadEngine::ytDlpInvocation() const
 {
-    if (m_choices.cookiesFromBrowser.isEmpty())
-        return {};
-    return {QStringLiteral("--cookies-from-browser"), m_choices.cookiesFromBrowser};
+    std::optional<ToolInvocation> invocation = m_dependencies.ytDlpInvocation();
+    if (invocation && !m_choices.cookiesFromBrowser.isEmpty())
+        invocation->options << QStringLiteral("--cookies-from-browser") << m_choices.cookiesFromBrowser;
+    return invocation;
 }
 
 MetadataFetch* DownloadEngine::newMetadataFetch(const QString& url, QObject* parent)
 {
-    const std::optional<QString> toolPath = m_dependencies.ytDlpPath();
+    const std::optional<ToolInvocation> tool = ytDlpInvocation();
     const QString link = trimmedLink(url);
-    if (!toolPath || !isUsableLink(link) || !QUrl(link, QUrl::StrictMode).isValid())
+    if (!tool || !isUsableLink(link) || !QUrl(link, QUrl::StrictMode).isValid())
         return nullptr;
-    return new MetadataFetch(*toolPath, link, toolAccessOptions(), parent);
+    return new MetadataFetch(*tool, link, parent);
 }
 
 void DownloadEngine::savePreferences()
@@ -150,8 +151,8 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
 {
     if (m_currentStatus.isBusy())
         return;
-    const std::optional<QString> toolPath = m_dependencies.ytDlpPath();
-    if (!toolPath) {
+    std::optional<ToolInvocation> tool = ytDlpInvocation();
+    if (!tool) {
         setCurrentStatus(DownloadStatus::failed(tr("yt-dlp is missing. Please check Settings.")));
         return;
     }
@@ -164,11 +165,10 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
         setCurrentStatus(DownloadStatus::failed(tr("Please enter a valid YouTube URL.")));
         return;
     }
-    request.toolPath = *toolPath;
+    request.tool = std::move(*tool);
     request.ffmpegPath = m_dependencies.ffmpegPath();
     request.embedArtwork = m_choices.embedArtwork;
     request.embedMetadata = m_choices.embedMetadata;
-    request.toolOptions = toolAccessOptions();
     // A file is written over only when it is this link's earlier rip in this format.
     for (const HistoryTrack& track : m_history.tracks()) {
         if (track.youtubeUrl == request.link && track.format == request.format)

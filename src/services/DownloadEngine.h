@@ -72,8 +72,8 @@ public:
     void setEmbedMetadata(bool on);
     // A browser of EnginePreferences::cookieBrowsers(), or empty for none; others are ignored.
     void setCookiesFromBrowser(const QString& browser);
-    // The options every yt-dlp run gets beside its own: the cookies, when chosen.
-    QStringList toolAccessOptions() const;
+    // How every yt-dlp run starts: the tools' way, plus the cookies when chosen.
+    std::optional<ToolInvocation> ytDlpInvocation() const;
     // A fetch of the link's metadata with the tool and options a rip would use; nullptr when
     // yt-dlp is missing or the link is not one to hand to it.
     MetadataFetch* newMetadataFetch(const QString& link, QObject* parent);

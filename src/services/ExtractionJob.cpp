@@ -57,10 +57,11 @@ void ExtractionJob::start()
         return;
     }
     m_process = new QProcess(this);
-    m_process->setProgram(m_request.toolPath);
-    m_process->setArguments(extractionArguments(
-        m_request.link, m_request.format, m_request.quality, m_scratchFolder, m_request.ffmpegPath,
-        m_request.embedArtwork, m_request.embedMetadata, m_request.toolOptions));
+    m_request.tool.applyTo(*m_process,
+                           extractionArguments(m_request.link, m_request.format,
+                                               m_request.quality, m_scratchFolder,
+                                               m_request.ffmpegPath, m_request.embedArtwork,
+                                               m_request.embedMetadata, m_request.tool.options));
     m_process->setStandardInputFile(QProcess::nullDevice());
     // Its own process group, so a cancel reaches the ffmpeg it starts as well.
     m_process->setChildProcessModifier([] { ::setpgid(0, 0); });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "services/ToolInvocation.h"
 #include "models/AudioFormat.h"
 #include "models/AudioQuality.h"
 #include "models/DownloadStatus.h"
@@ -34,12 +35,11 @@ public:
         AudioQuality quality;
         // The destination folder's path, without a trailing slash.
         QString destination;
-        QString toolPath;
+        // yt-dlp, with the options that go before the link (the cookies to use, for one).
+        ToolInvocation tool;
         std::optional<QString> ffmpegPath;
         bool embedArtwork = true;
         bool embedMetadata = true;
-        // Given to the tool before the link: the cookies to use, for one.
-        QStringList toolOptions;
         // Files in the destination this job may write over: the same link's earlier rips in
         // the same format, as the library records them.
         QSet<QString> replaceable;

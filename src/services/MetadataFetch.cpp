@@ -40,17 +40,15 @@ qint64 jsonDuration(simdjson::dom::object& object)
 
 } // namespace
 
-MetadataFetch::MetadataFetch(const QString& toolPath, const QString& link,
-                             const QStringList& options, QObject* parent)
+MetadataFetch::MetadataFetch(const ToolInvocation& tool, const QString& link, QObject* parent)
     : QObject(parent)
     , m_link(link)
     , m_process(new QProcess(this))
 {
-    m_process->setProgram(toolPath);
-    m_process->setArguments(QStringList{QStringLiteral("--dump-single-json"),
-                                        QStringLiteral("--no-playlist"),
-                                        QStringLiteral("--no-warnings")} +
-                            options + QStringList{link});
+    tool.applyTo(*m_process, QStringList{QStringLiteral("--dump-single-json"),
+                                         QStringLiteral("--no-playlist"),
+                                         QStringLiteral("--no-warnings")} +
+                                 tool.options + QStringList{link});
     m_process->setStandardInputFile(QProcess::nullDevice());
     // Both streams are read as they come so a large dump never fills a pipe.
     connect(m_process, &QProcess::readyReadStandardOutput, this,

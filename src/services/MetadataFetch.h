@@ -1,6 +1,7 @@
 #pragma once
 
 #include "models/VideoMetadata.h"
+#include "services/ToolInvocation.h"
 
 #include <QByteArray>
 #include <QFuture>
@@ -17,9 +18,7 @@ class MetadataFetch : public QObject
     Q_OBJECT
 
 public:
-    // options: given to the tool before the link (the cookies to use, for one).
-    MetadataFetch(const QString& toolPath, const QString& link, const QStringList& options = {},
-                  QObject* parent = nullptr);
+    MetadataFetch(const ToolInvocation& tool, const QString& link, QObject* parent = nullptr);
     ~MetadataFetch() override;
 
     void start();

@@ -7,6 +7,7 @@ class DetailsRefresher;
 class DependencyManager;
 class DownloadEngine;
 class HistoryStore;
+class ToolUpdater;
 
 // The services, handed to every screen by the one place that creates them.
 struct Services
@@ -18,4 +19,5 @@ struct Services
     ArtworkCache& artwork;
     BatchRunner& batch;
     DetailsRefresher& details;
+    ToolUpdater& updater;
 };

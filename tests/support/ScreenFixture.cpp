@@ -60,6 +60,7 @@ Environment::~Environment() = default;
 void Environment::buildServices(const QUrl& installerBase)
 {
     m_services.reset();
+    m_updater.reset();
     m_details.reset();
     m_batch.reset();
     m_engine.reset();
@@ -90,8 +91,17 @@ void Environment::buildServices(const QUrl& installerBase)
         std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat));
     m_batch = std::make_unique<BatchRunner>(*m_engine);
     m_details = std::make_unique<DetailsRefresher>(*m_engine, *m_history);
+    ToolUpdater::Options releases;
+    if (installerBase.isValid()) {
+        releases.ytDlpReleases = installerBase.resolved(QUrl(u"/yt-dlp/releases"_s));
+        releases.denoReleases = installerBase.resolved(QUrl(u"/deno/releases"_s));
+    }
+    releases.ytDlpAsset = u"yt-dlp_linux"_s;
+    releases.denoAsset = u"deno.zip"_s;
+    m_updater = std::make_unique<ToolUpdater>(*m_dependencies, releases, savedSettings());
     m_services = std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
-                                                     *m_player, *m_artwork, *m_batch, *m_details});
+                                                     *m_player, *m_artwork, *m_batch, *m_details,
+                                                     *m_updater});
 }
 
 std::unique_ptr<QSettings> Environment::savedSettings() const

@@ -9,6 +9,7 @@
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "services/Services.h"
+#include "services/ToolUpdater.h"
 #include "support/EngineFixture.h"
 
 #include <QAccessible>
@@ -60,6 +61,7 @@ public:
     void pointInstallerAtSilentServer();
 
     DependencyManager& dependencies() { return *m_dependencies; }
+    ToolUpdater& updater() { return *m_updater; }
     HistoryStore& history() { return *m_history; }
     AudioPlayerService& player() { return *m_player; }
     TestEngine& engine() { return *m_engine; }
@@ -79,6 +81,7 @@ private:
     std::unique_ptr<ArtworkCache> m_artwork;
     std::unique_ptr<BatchRunner> m_batch;
     std::unique_ptr<DetailsRefresher> m_details;
+    std::unique_ptr<ToolUpdater> m_updater;
     std::unique_ptr<AudioPlayerService> m_player;
     std::unique_ptr<TestEngine> m_engine;
     std::unique_ptr<Services> m_services;

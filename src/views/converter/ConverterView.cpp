@@ -2,6 +2,7 @@
 
 #include "models/DownloadStatus.h"
 #include "models/ToolAdvice.h"
+#include "services/ToolUpdater.h"
 #include "platform/DesktopServices.h"
 #include "services/AudioPlayerService.h"
 #include "services/DependencyManager.h"
@@ -120,6 +121,10 @@ ConverterView::ConverterView(const Services& services, DesktopServices* desktop,
           &DependencyManager::isInstallingChanged, &DependencyManager::installProgressChanged}) {
         connect(&tools, signal, this, &ConverterView::updateTools);
     }
+    ToolUpdater& updater = m_services.updater;
+    for (auto signal : {&ToolUpdater::ytDlpOutOfDateChanged, &ToolUpdater::isUpdatingChanged,
+                        &ToolUpdater::messageChanged})
+        connect(&updater, signal, this, &ConverterView::updateTools);
     // The start button's title names the chosen format and quality.
     connect(&engine, &DownloadEngine::selectedFormatChanged, this,
             &ConverterView::updateStartButton);
@@ -150,6 +155,9 @@ void ConverterView::buildContent()
     QWidget* header = buildHeader();
     header->setContentsMargins(shadow.left(), 0, shadow.right(), 0);
     layout->addWidget(header);
+    m_updateLine = buildUpdateLine();
+    m_updateLine->setContentsMargins(shadow.left(), 6, shadow.right(), 0);
+    layout->addWidget(m_updateLine);
     layout->addSpacing(16 - shadow.top());
     layout->addWidget(buildMissingToolsCard());
     layout->addWidget(buildLinkCard());
@@ -219,6 +227,24 @@ QWidget* ConverterView::buildHeader()
     m_pill = new StatusPill(header);
     layout->addWidget(m_pill);
     return header;
+}
+
+QWidget* ConverterView::buildUpdateLine()
+{
+    // Below the status, never in its place: an old yt-dlp still counts as ready.
+    auto* line = new QWidget(this);
+    QHBoxLayout* layout = row(line, 8);
+    layout->addStretch(1);
+    m_updateSpinner = new ActivitySpinner(14, line);
+    layout->addWidget(m_updateSpinner);
+    m_updateText = label(QString(), Theme::font(11, QFont::Medium), line);
+    setTextColor(m_updateText, orange(palette()));
+    layout->addWidget(m_updateText);
+    m_updateButton = smallButton(tr("Update Tools"), QString(), line);
+    connect(m_updateButton, &QPushButton::clicked, &m_services.updater,
+            &ToolUpdater::updateTools);
+    layout->addWidget(m_updateButton);
+    return line;
 }
 
 QWidget* ConverterView::buildMissingToolsCard()
@@ -432,10 +458,15 @@ QWidget* ConverterView::buildStatusGroup()
     m_adviceLabel->setWordWrap(true);
     setTextColor(m_adviceLabel, orange(palette()));
     adviceLayout->addWidget(m_adviceLabel, 1);
-    QPushButton* openSettings = smallButton(tr("Open Settings"), QString(), m_adviceRow);
-    connect(openSettings, &QPushButton::clicked, this,
-            [this] { emit navigationRequested(NavigationItem::settings); });
-    adviceLayout->addWidget(openSettings);
+    m_adviceButton = smallButton(QString(), QString(), m_adviceRow);
+    connect(m_adviceButton, &QPushButton::clicked, this, [this] {
+        if (ToolAdvice::forError(m_services.engine.currentStatus().error()) ==
+            ToolAdvice::Kind::updateTools)
+            m_services.updater.updateTools();
+        else
+            emit navigationRequested(NavigationItem::settings);
+    });
+    adviceLayout->addWidget(m_adviceButton);
     failureColumn->addWidget(m_adviceRow);
     failureRow->addWidget(failureTexts, 1);
     m_dismissButton = smallButton(tr("Dismiss"), QString(), failure);
@@ -522,6 +553,15 @@ void ConverterView::updateTools()
     }
     m_installSpinner->setVisible(installing);
     m_installButton->setVisible(!installing);
+
+    const ToolUpdater& updater = m_services.updater;
+    const bool updating = updater.isUpdating();
+    m_updateLine->setVisible(ready && (updating || updater.isYtDlpOutOfDate()));
+    m_updateSpinner->setVisible(updating);
+    m_updateButton->setVisible(!updating);
+    m_updateText->setText(updating ? updater.message()
+                                   : tr("yt-dlp %1 is out of date")
+                                         .arg(tools.ytDlpVersion().value_or(QString())));
 }
 
 void ConverterView::updateStatus()
@@ -553,8 +593,11 @@ void ConverterView::updateStatus()
         m_fileNameLabel->setText(QFileInfo(status.filePath()).fileName());
 
     m_failureCard->setVisible(kind == Kind::failed);
-    const QString advice =
-        kind == Kind::failed ? ToolAdvice::text(ToolAdvice::forError(status.error())) : QString();
+    const ToolAdvice::Kind adviceKind =
+        kind == Kind::failed ? ToolAdvice::forError(status.error()) : ToolAdvice::Kind::none;
+    const QString advice = ToolAdvice::text(adviceKind);
+    m_adviceButton->setText(adviceKind == ToolAdvice::Kind::updateTools ? tr("Update Tools")
+                                                                         : tr("Open Settings"));
     if (kind == Kind::failed)
         m_errorLabel->setText(status.error());
     m_adviceLabel->setText(advice);

@@ -52,6 +52,7 @@ protected:
 private:
     void buildContent() override;
     QWidget* buildHeader();
+    QWidget* buildUpdateLine();
     QWidget* buildMissingToolsCard();
     QWidget* buildLinkCard();
     QWidget* buildConfigurationCard();
@@ -107,6 +108,11 @@ private:
     GlassCard* m_failureCard = nullptr;
     QLabel* m_errorLabel = nullptr;
     QWidget* m_adviceRow = nullptr;
+    QPushButton* m_adviceButton = nullptr;
+    QWidget* m_updateLine = nullptr;
+    ActivitySpinner* m_updateSpinner = nullptr;
+    QLabel* m_updateText = nullptr;
+    QPushButton* m_updateButton = nullptr;
     QLabel* m_adviceLabel = nullptr;
     QPushButton* m_dismissButton = nullptr;
 

@@ -5,6 +5,7 @@
 #include "services/DownloadEngine.h"
 #include "services/EnginePreferences.h"
 #include "services/Services.h"
+#include "services/ToolUpdater.h"
 #include "views/components/ActivitySpinner.h"
 #include "views/components/DesktopTexts.h"
 #include "views/components/ElidedLabel.h"
@@ -76,6 +77,12 @@ SettingsView::SettingsView(const Services& services, QWidget* parent)
           &DependencyManager::installProgressChanged}) {
         connect(&tools, signal, this, &SettingsView::updateTools);
     }
+    connect(&tools, &DependencyManager::javaScriptRuntimeChanged, this, &SettingsView::updateTools);
+    ToolUpdater& updater = m_services.updater;
+    for (auto signal : {&ToolUpdater::latestVersionsChanged, &ToolUpdater::ytDlpOutOfDateChanged,
+                        &ToolUpdater::isUpdatingChanged, &ToolUpdater::messageChanged,
+                        &ToolUpdater::hasPreviousYtDlpChanged})
+        connect(&updater, signal, this, &SettingsView::updateTools);
 }
 
 SettingsView::~SettingsView() = default;
@@ -130,8 +137,34 @@ QWidget* SettingsView::buildToolsCard()
 
     m_ytDlpRow = new ToolStatusRow(QStringLiteral("yt-dlp"), content);
     layout->addWidget(m_ytDlpRow);
+    ToolUpdater& updater = m_services.updater;
+    m_updateButton = smallButton(tr("Update yt-dlp"), QString(), m_ytDlpRow);
+    connect(m_updateButton, &QPushButton::clicked, &updater, &ToolUpdater::updateYtDlp);
+    m_ytDlpRow->addButton(m_updateButton);
+    m_previousButton = smallButton(tr("Use previous version"), QString(), m_ytDlpRow);
+    connect(m_previousButton, &QPushButton::clicked, &updater, &ToolUpdater::usePreviousYtDlp);
+    m_ytDlpRow->addButton(m_previousButton);
     m_ffmpegRow = new ToolStatusRow(QStringLiteral("ffmpeg"), content);
     layout->addWidget(m_ffmpegRow);
+    m_runtimeRow = new ToolStatusRow(tr("JavaScript runtime"), content);
+    m_denoButton = smallButton(tr("Install"), QString(), m_runtimeRow);
+    m_denoButton->setAccessibleName(tr("Install Deno"));
+    connect(m_denoButton, &QPushButton::clicked, &updater, &ToolUpdater::installDeno);
+    m_runtimeRow->addButton(m_denoButton);
+    layout->addWidget(m_runtimeRow);
+
+    // What the running update does, or how the last one ended.
+    m_updateRow = new QWidget(content);
+    auto* updateLayout = new QHBoxLayout(m_updateRow);
+    updateLayout->setContentsMargins(0, 0, 0, 0);
+    updateLayout->setSpacing(8);
+    m_updateSpinner = new ActivitySpinner(14, m_updateRow);
+    updateLayout->addWidget(m_updateSpinner);
+    m_updateMessage = new ElidedLabel(m_updateRow);
+    m_updateMessage->setFont(Theme::font(11));
+    setTextColor(m_updateMessage, orange(palette()));
+    updateLayout->addWidget(m_updateMessage, 1);
+    layout->addWidget(m_updateRow);
 
     m_installRow = new QWidget(content);
     auto* installLayout = new QHBoxLayout(m_installRow);
@@ -140,8 +173,7 @@ QWidget* SettingsView::buildToolsCard()
     m_installButton =
         smallButton(tr("Download & Install Missing Tools Automatically"), QString(), m_installRow);
     makeProminent(m_installButton, orange(palette()));
-    connect(m_installButton, &QPushButton::clicked, &tools,
-            &DependencyManager::installDependenciesAutomatically);
+    connect(m_installButton, &QPushButton::clicked, &updater, &ToolUpdater::installMissing);
     installLayout->addWidget(m_installButton);
     m_installSpinner = new ActivitySpinner(14, m_installRow);
     installLayout->addWidget(m_installSpinner);
@@ -174,6 +206,12 @@ QWidget* SettingsView::buildToolsCard()
     cookiesLayout->addStretch(1);
     layout->addWidget(cookiesRow);
 
+    auto* automatic = new QCheckBox(tr("Check for tool updates automatically"), content);
+    automatic->setFont(Theme::font(12));
+    automatic->setChecked(updater.checksAutomatically());
+    connect(automatic, &QCheckBox::toggled, &updater, &ToolUpdater::setChecksAutomatically);
+    layout->addWidget(automatic);
+
     return card(content, this);
 }
 
@@ -202,6 +240,24 @@ void SettingsView::updateTools()
     const DependencyManager& tools = m_services.dependencies;
     m_ytDlpRow->setTool(tools.ytDlpPath(), tools.ytDlpVersion());
     m_ffmpegRow->setTool(tools.ffmpegPath(), tools.ffmpegVersion());
+    m_runtimeRow->setTool(tools.denoPath(), tools.denoVersion());
+    const bool runtime = tools.hasJavaScriptRuntime();
+    m_runtimeRow->setNote(runtime              ? QString()
+                          : tools.denoPath()   ? tr("Needs Deno 2.3 or later")
+                                               : tr("YouTube needs it for most videos"));
+
+    const ToolUpdater& updater = m_services.updater;
+    const bool updating = updater.isUpdating();
+    m_ytDlpRow->setNote(updater.ytDlpNote());
+    m_updateButton->setVisible(tools.ytDlpPath().has_value());
+    m_updateButton->setEnabled(!updating);
+    m_previousButton->setVisible(updater.hasPreviousYtDlp());
+    m_previousButton->setEnabled(!updating);
+    m_denoButton->setVisible(!runtime);
+    m_denoButton->setEnabled(!updating);
+    m_updateRow->setVisible(updating || !updater.message().isEmpty());
+    m_updateSpinner->setVisible(updating);
+    m_updateMessage->setText(updater.message());
 
     const bool installing = tools.isInstalling();
     m_installRow->setVisible(!tools.isReady());

@@ -4,6 +4,7 @@
 #include "views/components/ThemedScreen.h"
 
 class ActivitySpinner;
+class ElidedLabel;
 class QComboBox;
 class QLabel;
 class QPushButton;
@@ -31,6 +32,13 @@ private:
 
     ToolStatusRow* m_ytDlpRow = nullptr;
     ToolStatusRow* m_ffmpegRow = nullptr;
+    ToolStatusRow* m_runtimeRow = nullptr;
+    QPushButton* m_updateButton = nullptr;
+    QPushButton* m_previousButton = nullptr;
+    QPushButton* m_denoButton = nullptr;
+    QWidget* m_updateRow = nullptr;
+    ActivitySpinner* m_updateSpinner = nullptr;
+    ElidedLabel* m_updateMessage = nullptr;
     QWidget* m_installRow = nullptr;
     QPushButton* m_installButton = nullptr;
     QComboBox* m_cookiesBox = nullptr;

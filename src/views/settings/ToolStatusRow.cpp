@@ -19,7 +19,7 @@ ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
     auto* panel = new RoundedPanel(QPalette::Base, 0.6, 6, this);
     outer->addWidget(panel);
 
-    auto* layout = new QHBoxLayout(panel);
+    auto* layout = m_layout = new QHBoxLayout(panel);
     layout->setContentsMargins(8, 8, 8, 8);
     layout->setSpacing(12);
     m_seal = new QLabel(panel);
@@ -39,6 +39,10 @@ ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
                        " padding: 1px 6px; }")
             .arg(green.name(), Theme::withOpacity(green, 0.15).name(QColor::HexArgb)));
     nameRow->addWidget(m_badge);
+    m_note = label(QString(), Theme::font(11, QFont::Medium), texts);
+    setTextColor(m_note, Theme::orange(palette()));
+    m_note->hide();
+    nameRow->addWidget(m_note);
     nameRow->addStretch(1);
     column->addLayout(nameRow);
     // A long install path is shortened in the middle rather than widening the window.
@@ -69,7 +73,26 @@ void ToolStatusRow::setTool(const std::optional<QString>& path,
     if (version)
         description = tr("%1, version %2").arg(description, *version);
     setAccessibleName(m_toolName);
-    setAccessibleDescription(description + QStringLiteral(", ") + m_path->text());
+    m_description = description + QStringLiteral(", ") + m_path->text();
+    setNote(m_note->text());
+}
+
+void ToolStatusRow::setNote(const QString& note)
+{
+    m_note->setText(note);
+    m_note->setVisible(!note.isEmpty());
+    setAccessibleDescription(note.isEmpty() ? m_description
+                                            : m_description + QStringLiteral(", ") + note);
+}
+
+void ToolStatusRow::addButton(QWidget* button)
+{
+    m_layout->addWidget(button);
+}
+
+QString ToolStatusRow::noteText() const
+{
+    return m_note->isVisibleTo(this) ? m_note->text() : QString();
 }
 
 QString ToolStatusRow::badgeText() const

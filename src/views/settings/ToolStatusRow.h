@@ -4,6 +4,7 @@
 #include <optional>
 
 class ElidedLabel;
+class QHBoxLayout;
 class QLabel;
 
 // One tool's line on the settings screen: a seal for found or missing, the name, a version
@@ -16,16 +17,24 @@ public:
     explicit ToolStatusRow(const QString& toolName, QWidget* parent = nullptr);
 
     void setTool(const std::optional<QString>& path, const std::optional<QString>& version);
+    // A short line beside the badge, such as an available update; empty hides it.
+    void setNote(const QString& note);
+    // A button at the row's end, such as an update; the row lays it out.
+    void addButton(QWidget* button);
 
     // What the row shows, for a screen reader and for checks.
     QString sealSymbol() const { return m_sealSymbol; }
     QString badgeText() const;
     QString pathText() const;
+    QString noteText() const;
 
 private:
     QString m_toolName;
     QString m_sealSymbol;
     QLabel* m_seal;
     QLabel* m_badge;
+    QLabel* m_note;
+    QHBoxLayout* m_layout;
+    QString m_description;
     ElidedLabel* m_path;
 };

@@ -1,0 +1,238 @@
+#include "services/ToolFiles.h"
+
+#include "models/ToolVersion.h"
+#include "services/Background.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QStringDecoder>
+#include <QTemporaryDir>
+#include <QTemporaryFile>
+#include <QTimer>
+#include <csignal>
+#include <sys/types.h>
+#include <unistd.h>
+
+namespace ToolFiles {
+
+namespace {
+
+constexpr qint64 kMaxTextBytes = 1 << 20;
+
+QString systemTool(const QString& name)
+{
+    const QString found = QStandardPaths::findExecutable(name);
+    return found.isEmpty() ? QStringLiteral("/usr/bin/") + name : found;
+}
+
+QNetworkRequest requestFor(const QUrl& url, int transferTimeoutMs,
+                           QNetworkRequest::RedirectPolicy redirects)
+{
+    QNetworkRequest request(url);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, redirects);
+    request.setTransferTimeout(transferTimeoutMs);
+    return request;
+}
+
+} // namespace
+
+QString join(const QString& folder, const QString& name)
+{
+    if (folder.isEmpty())
+        return name;
+    return folder.endsWith(u'/') ? QString(folder + name) : QString(folder + u'/' + name);
+}
+
+std::optional<QByteArray> runBounded(const QString& program, const QStringList& args,
+                                     int timeoutMs, int* exitCode)
+{
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(args);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.setChildProcessModifier([] { ::setpgid(0, 0); });
+    process.start();
+    if (!process.waitForStarted())
+        return std::nullopt;
+    if (!process.waitForFinished(timeoutMs)) {
+        const qint64 pid = process.processId();
+        if (pid > 0)
+            ::kill(-static_cast<pid_t>(pid), SIGKILL);
+        process.kill();
+        process.waitForFinished(2000);
+        return std::nullopt;
+    }
+    if (exitCode)
+        *exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    return process.readAllStandardOutput();
+}
+
+std::optional<QString> versionText(const QString& program, const QStringList& args, int timeoutMs,
+                                   bool mustSucceed)
+{
+    int exitCode = -1;
+    const std::optional<QByteArray> output = runBounded(program, args, timeoutMs, &exitCode);
+    if (!output)
+        return std::nullopt;
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = QString(decoder.decode(*output)).trimmed();
+    if (decoder.hasError() || (mustSucceed && (exitCode != 0 || text.isEmpty())))
+        return std::nullopt;
+    return text;
+}
+
+bool unpackTool(const QString& archivePath, const QString& folder, const QString& name,
+                const QString& destinationName, int timeoutMs)
+{
+    QFile archive(archivePath);
+    if (!archive.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray magic = archive.read(4);
+    archive.close();
+
+    // Unpack inside the install folder so the final move is a rename on the same disk.
+    QTemporaryDir scratch(join(folder, QStringLiteral(".unpack-XXXXXX")));
+    if (!scratch.isValid())
+        return false;
+    const bool isZip = magic.startsWith("PK");
+    int exitCode = -1;
+    const std::optional<QByteArray> unpacked =
+        isZip ? runBounded(systemTool(QStringLiteral("unzip")),
+                           {QStringLiteral("-o"), QStringLiteral("-qq"), archivePath,
+                            QStringLiteral("-d"), scratch.path()},
+                           timeoutMs, &exitCode)
+              : runBounded(systemTool(QStringLiteral("tar")),
+                           {QStringLiteral("-xf"), archivePath, QStringLiteral("-C"),
+                            scratch.path()},
+                           timeoutMs, &exitCode);
+    // A damaged archive can leave a cut-off tool behind; only a clean unpack counts (unzip
+    // reports mere warnings with 1).
+    if (!unpacked || !(exitCode == 0 || (isZip && exitCode == 1)))
+        return false;
+
+    // Links are not followed out of the scratch folder.
+    QString found;
+    QDirIterator it(scratch.path(), {name}, QDir::Files | QDir::Hidden | QDir::NoSymLinks,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString candidate = it.next();
+        if (found.isEmpty() || candidate.count(u'/') < found.count(u'/'))
+            found = candidate;
+    }
+    if (found.isEmpty())
+        return false;
+    const QString destination = join(folder, destinationName);
+    QFile::remove(destination);
+    if (!QFile::rename(found, destination))
+        return false;
+    QFile::setPermissions(destination, kExecutable);
+    return true;
+}
+
+QByteArray fileHash(const QString& path, QCryptographicHash::Algorithm algorithm)
+{
+    QFile file(path);
+    QCryptographicHash hash(algorithm);
+    if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file))
+        return {};
+    return hash.result().toHex();
+}
+
+void fetchToFile(QNetworkAccessManager& network, const QUrl& url, const QString& folder,
+                 const QString& stem, int transferTimeoutMs, QObject* context, FileDone done)
+{
+    auto file = std::make_shared<QTemporaryFile>(
+        join(folder, QStringLiteral(".") + stem + QStringLiteral("-XXXXXX")));
+    if (!url.isValid() || !file->open()) {
+        QTimer::singleShot(0, context, [done] { done(nullptr); });
+        return;
+    }
+    QNetworkReply* reply = network.get(
+        requestFor(url, transferTimeoutMs, QNetworkRequest::NoLessSafeRedirectPolicy));
+    auto writeFailed = std::make_shared<bool>(false);
+    QObject::connect(reply, &QNetworkReply::readyRead, context, [reply, file, writeFailed] {
+        const QByteArray chunk = reply->readAll();
+        if (!*writeFailed && file->write(chunk) != chunk.size()) {
+            *writeFailed = true;
+            reply->abort();
+        }
+    });
+    QObject::connect(reply, &QNetworkReply::finished, context, [reply, file, writeFailed, done] {
+        reply->deleteLater();
+        const QByteArray rest = reply->isOpen() ? reply->readAll() : QByteArray();
+        if (!*writeFailed && file->write(rest) != rest.size())
+            *writeFailed = true;
+        // Only a transfer that broke off (or never started) counts as failed here.
+        const QNetworkReply::NetworkError error = reply->error();
+        const bool answered = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
+        const bool statusOnly = (error >= QNetworkReply::ContentAccessDenied &&
+                                 error <= QNetworkReply::UnknownContentError) ||
+                                (error >= QNetworkReply::InternalServerError &&
+                                 error <= QNetworkReply::UnknownServerError);
+        const bool ok = !*writeFailed && file->flush() &&
+                        (error == QNetworkReply::NoError || (answered && statusOnly));
+        done(ok ? file : nullptr);
+    });
+}
+
+void fetchText(QNetworkAccessManager& network, const QUrl& url, int transferTimeoutMs,
+               QObject* context, std::function<void(std::optional<QByteArray>)> done)
+{
+    QNetworkReply* reply = network.get(
+        requestFor(url, transferTimeoutMs, QNetworkRequest::NoLessSafeRedirectPolicy));
+    auto body = std::make_shared<QByteArray>();
+    QObject::connect(reply, &QNetworkReply::readyRead, context, [reply, body] {
+        body->append(reply->readAll());
+        if (body->size() > kMaxTextBytes)
+            reply->abort();
+    });
+    QObject::connect(reply, &QNetworkReply::finished, context, [reply, body, done] {
+        reply->deleteLater();
+        if (reply->isOpen())
+            body->append(reply->readAll());
+        const bool ok = reply->error() == QNetworkReply::NoError && body->size() <= kMaxTextBytes &&
+                        reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt() == 200;
+        done(ok ? std::optional(*body) : std::nullopt);
+    });
+}
+
+void fetchRedirect(QNetworkAccessManager& network, const QUrl& url, int transferTimeoutMs,
+                   QObject* context, std::function<void(std::optional<QUrl>)> done)
+{
+    QNetworkReply* reply =
+        network.get(requestFor(url, transferTimeoutMs, QNetworkRequest::ManualRedirectPolicy));
+    QObject::connect(reply, &QNetworkReply::finished, context, [reply, url, done] {
+        reply->deleteLater();
+        const QUrl target = reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+        done(target.isEmpty() ? std::nullopt : std::optional(url.resolved(target)));
+    });
+}
+
+void verifyDownload(QNetworkAccessManager& network, const QString& path, const QUrl& checksumUrl,
+                    const QString& fileName, QCryptographicHash::Algorithm algorithm,
+                    int transferTimeoutMs, QObject* context, QFuture<QByteArray>* pending,
+                    std::function<void(bool)> done)
+{
+    const int digits = algorithm == QCryptographicHash::Md5 ? 32 : 64;
+    fetchText(network, checksumUrl, transferTimeoutMs, context,
+              [=](const std::optional<QByteArray>& list) {
+                  const std::optional<QByteArray> expected =
+                      list ? ToolVersion::checksumFor(*list, fileName, digits) : std::nullopt;
+                  if (!expected) {
+                      done(false);
+                      return;
+                  }
+                  *pending = runInBackground(
+                      QThreadPool::globalInstance(), context,
+                      [path, algorithm] { return fileHash(path, algorithm); },
+                      [expected, done](const QByteArray& actual) { done(actual == *expected); });
+              });
+}
+
+} // namespace ToolFiles

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QByteArray>
+#include <QCryptographicHash>
+#include <QFileDevice>
+#include <QFuture>
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+#include <functional>
+#include <memory>
+#include <optional>
+
+class QNetworkAccessManager;
+class QObject;
+class QTemporaryFile;
+
+// What installing and updating the tools share: running a short-lived child, unpacking an
+// archive, checking a file against a published hash, and fetching a release's files.
+namespace ToolFiles {
+
+inline constexpr QFileDevice::Permissions kExecutable =
+    QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner |
+    QFileDevice::ReadGroup | QFileDevice::ExeGroup | QFileDevice::ReadOther | QFileDevice::ExeOther;
+
+QString join(const QString& folder, const QString& name);
+
+// Runs a child in its own process group, so a timeout ends it and anything it started. Its
+// standard output, or nullopt when it could not start or did not end in time.
+std::optional<QByteArray> runBounded(const QString& program, const QStringList& args,
+                                     int timeoutMs, int* exitCode = nullptr);
+
+// What a tool prints for "--version", trimmed; nullopt when it does not run, end in time or
+// print UTF-8, and with mustSucceed also when it fails or prints nothing.
+std::optional<QString> versionText(const QString& program, const QStringList& args, int timeoutMs,
+                                   bool mustSucceed = false);
+
+// Unpacks a zip or tar archive in a scratch folder inside folder and moves the shallowest file
+// called name, wherever the archive keeps it, to folder/destinationName. Blocks: run it on a
+// worker thread.
+bool unpackTool(const QString& archivePath, const QString& folder, const QString& name,
+                const QString& destinationName, int timeoutMs);
+
+// The file's hash in lower-case hex, or empty when it cannot be read.
+QByteArray fileHash(const QString& path, QCryptographicHash::Algorithm algorithm);
+
+using FileDone = std::function<void(std::shared_ptr<QTemporaryFile>)>;
+// Fetches url into a new hidden temporary file in folder (so the final move is a rename on
+// the same disk); done gets it flushed, or null when the transfer broke off. An error page is
+// a body like any other: the caller's checks decide.
+void fetchToFile(QNetworkAccessManager& network, const QUrl& url, const QString& folder,
+                 const QString& stem, int transferTimeoutMs, QObject* context, FileDone done);
+
+// Fetches a small text (at most 1 MiB) that must answer 200; nullopt otherwise.
+void fetchText(QNetworkAccessManager& network, const QUrl& url, int transferTimeoutMs,
+               QObject* context, std::function<void(std::optional<QByteArray>)> done);
+
+// Asks releases/latest without following its redirect; done gets the address it points to.
+void fetchRedirect(QNetworkAccessManager& network, const QUrl& url, int transferTimeoutMs,
+                   QObject* context, std::function<void(std::optional<QUrl>)> done);
+
+// Checks a downloaded file against the hash its source lists for fileName (any hash when
+// fileName is empty) at checksumUrl, hashing off the GUI thread; the work's future goes to
+// pending, for its owner to wait on. done(true) when they match.
+void verifyDownload(QNetworkAccessManager& network, const QString& path, const QUrl& checksumUrl,
+                    const QString& fileName, QCryptographicHash::Algorithm algorithm,
+                    int transferTimeoutMs, QObject* context, QFuture<QByteArray>* pending,
+                    std::function<void(bool)> done);
+
+} // namespace ToolFiles
