@@ -12,7 +12,6 @@
 #include <QNetworkAccessManager>
 #include <QStandardPaths>
 #include <QSysInfo>
-#include <QTemporaryFile>
 #include <QTimer>
 #include <unistd.h>
 
@@ -275,14 +274,13 @@ void DependencyManager::installYtDlp(const QString& folder)
 {
     setInstallProgress(tr("Downloading yt-dlp..."));
     fetch(m_options.ytDlpDownloadUrl, folder, kYtDlpName, m_options.ytDlpChecksumsUrl,
-          QCryptographicHash::Sha256, [this, folder](std::shared_ptr<QTemporaryFile> file) {
+          QCryptographicHash::Sha256, [this, folder](std::shared_ptr<ToolFiles::Download> file) {
               // What the server sent replaces the old file, but only once it is whole.
               if (file) {
                   const QString destination = join(folder, kYtDlpName);
                   QFile::remove(destination);
-                  if (file->rename(destination)) {
-                      // It is no longer a temporary file: keep it when the object goes.
-                      file->setAutoRemove(false);
+                  if (QFile::rename(file->path, destination)) {
+                      file->keep = true;
                       QFile::setPermissions(destination, ToolFiles::kExecutable);
                   }
               }
@@ -299,18 +297,17 @@ void DependencyManager::installFfmpeg(const QString& folder)
     setInstallProgress(tr("Downloading ffmpeg..."));
     fetch(m_options.ffmpegDownloadUrl, folder, QStringLiteral("ffmpeg-archive"),
           m_options.ffmpegChecksumUrl, QCryptographicHash::Md5,
-          [this, folder](std::shared_ptr<QTemporaryFile> file) {
+          [this, folder](std::shared_ptr<ToolFiles::Download> file) {
               if (!file) {
                   finishInstall();
                   return;
               }
-              file->close();
               // tar and unzip can take a while on a large build; keep them off this thread.
               // The archive file lives until the worker is done with it.
               m_unpack = runInBackground(
                   QThreadPool::globalInstance(), this,
                   [file, folder, timeoutMs = m_options.unpackTimeoutMs] {
-                      return ToolFiles::unpackTool(file->fileName(), folder, kFfmpegName,
+                      return ToolFiles::unpackTool(file->path, folder, kFfmpegName,
                                                    kFfmpegName, timeoutMs);
                   },
                   [this](bool) { finishInstall(); });
@@ -349,13 +346,13 @@ void DependencyManager::fetch(const QUrl& url, const QString& folder, const QStr
         m_network = new QNetworkAccessManager(this);
     ToolFiles::fetchToFile(
         *m_network, url, folder, stem, m_options.transferTimeoutMs, this,
-        [=, this](std::shared_ptr<QTemporaryFile> file) {
+        [=, this](std::shared_ptr<ToolFiles::Download> file) {
             if (!file || checksumUrl.isEmpty()) {
                 done(file);
                 return;
             }
             // Checked against the hash its source lists for it before it goes anywhere.
-            ToolFiles::verifyDownload(*m_network, file->fileName(), checksumUrl,
+            ToolFiles::verifyDownload(*m_network, file->path, checksumUrl,
                                       url.fileName(), algorithm, m_options.transferTimeoutMs,
                                       this, &m_hashing,
                                       [file, done](bool ok) { done(ok ? file : nullptr); });

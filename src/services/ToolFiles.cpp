@@ -12,7 +12,7 @@
 #include <QStandardPaths>
 #include <QStringDecoder>
 #include <QTemporaryDir>
-#include <QTemporaryFile>
+#include <QRandomGenerator>
 #include <QTimer>
 #include <csignal>
 #include <sys/types.h>
@@ -144,30 +144,43 @@ QByteArray fileHash(const QString& path, QCryptographicHash::Algorithm algorithm
     return hash.result().toHex();
 }
 
+Download::~Download()
+{
+    if (!keep)
+        QFile::remove(path);
+}
+
 void fetchToFile(QNetworkAccessManager& network, const QUrl& url, const QString& folder,
                  const QString& stem, int transferTimeoutMs, QObject* context, FileDone done)
 {
-    auto file = std::make_shared<QTemporaryFile>(
-        join(folder, QStringLiteral(".") + stem + QStringLiteral("-XXXXXX")));
-    if (!url.isValid() || !file->open()) {
+    auto file = std::make_shared<QFile>();
+    for (int attempt = 0; url.isValid() && attempt < 8 && !file->isOpen(); ++attempt) {
+        file->setFileName(join(folder, u'.' + stem + u'-' +
+                                           QString::number(QRandomGenerator::global()->generate(),
+                                                           36)));
+        (void)file->open(QIODevice::WriteOnly | QIODevice::NewOnly);
+    }
+    if (!file->isOpen()) {
         QTimer::singleShot(0, context, [done] { done(nullptr); });
         return;
     }
+    auto download = std::make_shared<Download>();
+    download->path = file->fileName();
     QNetworkReply* reply = network.get(
         requestFor(url, transferTimeoutMs, QNetworkRequest::NoLessSafeRedirectPolicy));
-    auto writeFailed = std::make_shared<bool>(false);
-    QObject::connect(reply, &QNetworkReply::readyRead, context, [reply, file, writeFailed] {
+    QObject::connect(reply, &QNetworkReply::readyRead, context, [reply, file] {
         const QByteArray chunk = reply->readAll();
-        if (!*writeFailed && file->write(chunk) != chunk.size()) {
-            *writeFailed = true;
+        if (file->isOpen() && file->write(chunk) != chunk.size()) {
+            file->close();
             reply->abort();
         }
     });
-    QObject::connect(reply, &QNetworkReply::finished, context, [reply, file, writeFailed, done] {
+    QObject::connect(reply, &QNetworkReply::finished, context, [reply, file, download, done] {
         reply->deleteLater();
         const QByteArray rest = reply->isOpen() ? reply->readAll() : QByteArray();
-        if (!*writeFailed && file->write(rest) != rest.size())
-            *writeFailed = true;
+        bool written = file->isOpen() && file->write(rest) == rest.size() && file->flush();
+        written = written && file->error() == QFileDevice::NoError;
+        file->close();
         // Only a transfer that broke off (or never started) counts as failed here.
         const QNetworkReply::NetworkError error = reply->error();
         const bool answered = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
@@ -175,9 +188,9 @@ void fetchToFile(QNetworkAccessManager& network, const QUrl& url, const QString&
                                  error <= QNetworkReply::UnknownContentError) ||
                                 (error >= QNetworkReply::InternalServerError &&
                                  error <= QNetworkReply::UnknownServerError);
-        const bool ok = !*writeFailed && file->flush() &&
-                        (error == QNetworkReply::NoError || (answered && statusOnly));
-        done(ok ? file : nullptr);
+        const bool ok =
+            written && (error == QNetworkReply::NoError || (answered && statusOnly));
+        done(ok ? download : nullptr);
     });
 }
 

@@ -13,7 +13,6 @@
 
 class QNetworkAccessManager;
 class QObject;
-class QTemporaryFile;
 
 // What installing and updating the tools share: running a short-lived child, unpacking an
 // archive, checking a file against a published hash, and fetching a release's files.
@@ -44,10 +43,20 @@ bool unpackTool(const QString& archivePath, const QString& folder, const QString
 // The file's hash in lower-case hex, or empty when it cannot be read.
 QByteArray fileHash(const QString& path, QCryptographicHash::Algorithm algorithm);
 
-using FileDone = std::function<void(std::shared_ptr<QTemporaryFile>)>;
-// Fetches url into a new hidden temporary file in folder (so the final move is a rename on
-// the same disk); done gets it flushed, or null when the transfer broke off. An error page is
-// a body like any other: the caller's checks decide.
+// A fetched file, closed, removed when its last owner lets go unless kept. Not a
+// QTemporaryFile: that one holds its descriptor past close(), and the kernel will not run a
+// file still open for writing.
+struct Download
+{
+    QString path;
+    bool keep = false;
+    ~Download();
+};
+
+using FileDone = std::function<void(std::shared_ptr<Download>)>;
+// Fetches url into a new hidden file in folder (so the final move is a rename on the same
+// disk); done gets it, or null when the transfer broke off. An error page is a body like any
+// other: the caller's checks decide.
 void fetchToFile(QNetworkAccessManager& network, const QUrl& url, const QString& folder,
                  const QString& stem, int transferTimeoutMs, QObject* context, FileDone done);
 

@@ -10,7 +10,6 @@
 #include <QNetworkAccessManager>
 #include <QSettings>
 #include <QSysInfo>
-#include <QTemporaryFile>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -230,14 +229,13 @@ void ToolUpdater::download(Tool tool, const QString& version)
     setMessage(tr("Downloading %1 %2...").arg(name, version));
     ToolFiles::fetchToFile(
         network(), fileUrl, folder, ytDlp ? kYtDlpName : kDenoName, m_options.transferTimeoutMs,
-        this, [=, this](std::shared_ptr<QTemporaryFile> file) {
+        this, [=, this](std::shared_ptr<ToolFiles::Download> file) {
             if (!file) {
                 fail(tr("Could not download %1.").arg(name));
                 return;
             }
-            file->close();
             ToolFiles::verifyDownload(
-                network(), file->fileName(), checksumUrl, ytDlp ? asset : QString(),
+                network(), file->path, checksumUrl, ytDlp ? asset : QString(),
                 QCryptographicHash::Sha256, m_options.transferTimeoutMs, this, &m_hashing,
                 [=, this](bool matches) {
                     if (!matches) {
@@ -251,8 +249,8 @@ void ToolUpdater::download(Tool tool, const QString& version)
                         QThreadPool::globalInstance(), this,
                         [=, probe = m_options.probeTimeoutMs,
                          unpack = m_options.unpackTimeoutMs] {
-                            return ytDlp ? placeYtDlp(file->fileName(), folder, probe)
-                                         : placeDeno(file->fileName(), folder, unpack, probe);
+                            return ytDlp ? placeYtDlp(file->path, folder, probe)
+                                         : placeDeno(file->path, folder, unpack, probe);
                         },
                         [=, this](Outcome outcome) { placed(tool, version, outcome); });
                 });

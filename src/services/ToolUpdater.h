@@ -12,7 +12,6 @@
 class DependencyManager;
 class QNetworkAccessManager;
 class QSettings;
-class QTemporaryFile;
 
 // Keeps yt-dlp current and a JavaScript runtime (Deno) beside it: learns the latest releases
 // from their "releases/latest" redirects, replaces yt-dlp in the install folder only with a
