@@ -319,6 +319,14 @@
         <source>Open Settings</source>
         <translation>Einstellungen öffnen</translation>
     </message>
+    <message>
+        <source>Update Tools</source>
+        <translation>Werkzeuge aktualisieren</translation>
+    </message>
+    <message>
+        <source>yt-dlp %1 is out of date</source>
+        <translation>yt-dlp %1 ist veraltet</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -745,6 +753,38 @@
         <source>None</source>
         <translation>Keinem</translation>
     </message>
+    <message>
+        <source>Update yt-dlp</source>
+        <translation>yt-dlp aktualisieren</translation>
+    </message>
+    <message>
+        <source>Use previous version</source>
+        <translation>Vorherige Version verwenden</translation>
+    </message>
+    <message>
+        <source>JavaScript runtime</source>
+        <translation>JavaScript-Laufzeit</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installieren</translation>
+    </message>
+    <message>
+        <source>Install Deno</source>
+        <translation>Deno installieren</translation>
+    </message>
+    <message>
+        <source>Check for tool updates automatically</source>
+        <translation>Automatisch nach Werkzeug-Updates suchen</translation>
+    </message>
+    <message>
+        <source>Needs Deno 2.3 or later</source>
+        <translation>Benötigt Deno 2.3 oder neuer</translation>
+    </message>
+    <message>
+        <source>YouTube needs it for most videos</source>
+        <translation>YouTube braucht sie für die meisten Videos</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -766,12 +806,12 @@
 <context>
     <name>ToolAdvice</name>
     <message>
-        <source>yt-dlp may be too old for this site. Check the tools in Settings.</source>
-        <translation>yt-dlp ist für diese Website womöglich zu alt. Prüfen Sie die Werkzeuge in den Einstellungen.</translation>
-    </message>
-    <message>
         <source>The site wants a signed-in browser. Choose one under &quot;Use cookies from&quot; in Settings.</source>
         <translation>Die Website verlangt einen angemeldeten Browser. Wählen Sie ihn unter &quot;Cookies verwenden von&quot; in den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>yt-dlp may be too old for this site, or lack its JavaScript runtime.</source>
+        <translation>yt-dlp ist für diese Seite womöglich zu alt, oder ihm fehlt die JavaScript-Laufzeit.</translation>
     </message>
 </context>
 <context>
@@ -818,6 +858,57 @@
     <message>
         <source>%1, version %2</source>
         <translation>%1, Version %2</translation>
+    </message>
+</context>
+<context>
+    <name>ToolUpdater</name>
+    <message>
+        <source>Update available: %1</source>
+        <translation>Update verfügbar: %1</translation>
+    </message>
+    <message>
+        <source>Out of date</source>
+        <translation>Veraltet</translation>
+    </message>
+    <message>
+        <source>Looking for the latest %1...</source>
+        <translation>Suche nach der neuesten Version von %1...</translation>
+    </message>
+    <message>
+        <source>Could not reach the %1 releases.</source>
+        <translation>Die Veröffentlichungen von %1 sind nicht erreichbar.</translation>
+    </message>
+    <message>
+        <source>%1 %2 is the latest.</source>
+        <translation>%1 %2 ist die neueste Version.</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2...</source>
+        <translation>%1 %2 wird geladen...</translation>
+    </message>
+    <message>
+        <source>Could not download %1.</source>
+        <translation>%1 konnte nicht geladen werden.</translation>
+    </message>
+    <message>
+        <source>The downloaded %1 does not match its published checksum; nothing was replaced.</source>
+        <translation>Das geladene %1 passt nicht zu seiner veröffentlichten Prüfsumme; nichts wurde ersetzt.</translation>
+    </message>
+    <message>
+        <source>Installing %1 %2...</source>
+        <translation>%1 %2 wird installiert...</translation>
+    </message>
+    <message>
+        <source>%1 %2 installed.</source>
+        <translation>%1 %2 installiert.</translation>
+    </message>
+    <message>
+        <source>The new %1 did not run; the one before it stays.</source>
+        <translation>Das neue %1 ließ sich nicht starten; das bisherige bleibt.</translation>
+    </message>
+    <message>
+        <source>Could not put %1 into %2.</source>
+        <translation>%1 konnte nicht nach %2 gelegt werden.</translation>
     </message>
 </context>
 <context>

@@ -319,6 +319,14 @@
         <source>Open Settings</source>
         <translation>Abrir ajustes</translation>
     </message>
+    <message>
+        <source>Update Tools</source>
+        <translation>Actualizar herramientas</translation>
+    </message>
+    <message>
+        <source>yt-dlp %1 is out of date</source>
+        <translation>yt-dlp %1 está desactualizado</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -745,6 +753,38 @@
         <source>None</source>
         <translation>Ninguno</translation>
     </message>
+    <message>
+        <source>Update yt-dlp</source>
+        <translation>Actualizar yt-dlp</translation>
+    </message>
+    <message>
+        <source>Use previous version</source>
+        <translation>Usar la versión anterior</translation>
+    </message>
+    <message>
+        <source>JavaScript runtime</source>
+        <translation>Entorno de JavaScript</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Instalar</translation>
+    </message>
+    <message>
+        <source>Install Deno</source>
+        <translation>Instalar Deno</translation>
+    </message>
+    <message>
+        <source>Check for tool updates automatically</source>
+        <translation>Buscar actualizaciones de herramientas automáticamente</translation>
+    </message>
+    <message>
+        <source>Needs Deno 2.3 or later</source>
+        <translation>Necesita Deno 2.3 o posterior</translation>
+    </message>
+    <message>
+        <source>YouTube needs it for most videos</source>
+        <translation>YouTube lo necesita para la mayoría de los vídeos</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -766,12 +806,12 @@
 <context>
     <name>ToolAdvice</name>
     <message>
-        <source>yt-dlp may be too old for this site. Check the tools in Settings.</source>
-        <translation>Puede que yt-dlp sea demasiado antiguo para este sitio. Revisa las herramientas en Ajustes.</translation>
-    </message>
-    <message>
         <source>The site wants a signed-in browser. Choose one under &quot;Use cookies from&quot; in Settings.</source>
         <translation>El sitio pide un navegador con sesión iniciada. Elígelo en &quot;Usar cookies de&quot; en Ajustes.</translation>
+    </message>
+    <message>
+        <source>yt-dlp may be too old for this site, or lack its JavaScript runtime.</source>
+        <translation>Puede que yt-dlp sea demasiado antiguo para este sitio o que le falte su entorno de JavaScript.</translation>
     </message>
 </context>
 <context>
@@ -818,6 +858,57 @@
     <message>
         <source>%1, version %2</source>
         <translation>%1, versión %2</translation>
+    </message>
+</context>
+<context>
+    <name>ToolUpdater</name>
+    <message>
+        <source>Update available: %1</source>
+        <translation>Actualización disponible: %1</translation>
+    </message>
+    <message>
+        <source>Out of date</source>
+        <translation>Desactualizado</translation>
+    </message>
+    <message>
+        <source>Looking for the latest %1...</source>
+        <translation>Buscando la última versión de %1...</translation>
+    </message>
+    <message>
+        <source>Could not reach the %1 releases.</source>
+        <translation>No se pudo acceder a las versiones de %1.</translation>
+    </message>
+    <message>
+        <source>%1 %2 is the latest.</source>
+        <translation>%1 %2 es la última versión.</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2...</source>
+        <translation>Descargando %1 %2...</translation>
+    </message>
+    <message>
+        <source>Could not download %1.</source>
+        <translation>No se pudo descargar %1.</translation>
+    </message>
+    <message>
+        <source>The downloaded %1 does not match its published checksum; nothing was replaced.</source>
+        <translation>El %1 descargado no coincide con su suma de comprobación publicada; no se reemplazó nada.</translation>
+    </message>
+    <message>
+        <source>Installing %1 %2...</source>
+        <translation>Instalando %1 %2...</translation>
+    </message>
+    <message>
+        <source>%1 %2 installed.</source>
+        <translation>%1 %2 instalado.</translation>
+    </message>
+    <message>
+        <source>The new %1 did not run; the one before it stays.</source>
+        <translation>El nuevo %1 no se ejecutó; se mantiene el anterior.</translation>
+    </message>
+    <message>
+        <source>Could not put %1 into %2.</source>
+        <translation>No se pudo colocar %1 en %2.</translation>
     </message>
 </context>
 <context>

@@ -319,6 +319,14 @@
         <source>Open Settings</source>
         <translation>Ouvrir les réglages</translation>
     </message>
+    <message>
+        <source>Update Tools</source>
+        <translation>Mettre à jour les outils</translation>
+    </message>
+    <message>
+        <source>yt-dlp %1 is out of date</source>
+        <translation>yt-dlp %1 est obsolète</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -745,6 +753,38 @@
         <source>None</source>
         <translation>Aucun</translation>
     </message>
+    <message>
+        <source>Update yt-dlp</source>
+        <translation>Mettre à jour yt-dlp</translation>
+    </message>
+    <message>
+        <source>Use previous version</source>
+        <translation>Revenir à la version précédente</translation>
+    </message>
+    <message>
+        <source>JavaScript runtime</source>
+        <translation>Environnement JavaScript</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Installer</translation>
+    </message>
+    <message>
+        <source>Install Deno</source>
+        <translation>Installer Deno</translation>
+    </message>
+    <message>
+        <source>Check for tool updates automatically</source>
+        <translation>Rechercher automatiquement les mises à jour des outils</translation>
+    </message>
+    <message>
+        <source>Needs Deno 2.3 or later</source>
+        <translation>Nécessite Deno 2.3 ou plus récent</translation>
+    </message>
+    <message>
+        <source>YouTube needs it for most videos</source>
+        <translation>YouTube en a besoin pour la plupart des vidéos</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -766,12 +806,12 @@
 <context>
     <name>ToolAdvice</name>
     <message>
-        <source>yt-dlp may be too old for this site. Check the tools in Settings.</source>
-        <translation>yt-dlp est peut-être trop ancien pour ce site. Vérifiez les outils dans les réglages.</translation>
-    </message>
-    <message>
         <source>The site wants a signed-in browser. Choose one under &quot;Use cookies from&quot; in Settings.</source>
         <translation>Le site demande un navigateur connecté. Choisissez-le sous &quot;Utiliser les cookies de&quot; dans les réglages.</translation>
+    </message>
+    <message>
+        <source>yt-dlp may be too old for this site, or lack its JavaScript runtime.</source>
+        <translation>yt-dlp est peut-être trop ancien pour ce site, ou il lui manque son environnement JavaScript.</translation>
     </message>
 </context>
 <context>
@@ -818,6 +858,57 @@
     <message>
         <source>%1, version %2</source>
         <translation>%1, version&#xa0;%2</translation>
+    </message>
+</context>
+<context>
+    <name>ToolUpdater</name>
+    <message>
+        <source>Update available: %1</source>
+        <translation>Mise à jour disponible : %1</translation>
+    </message>
+    <message>
+        <source>Out of date</source>
+        <translation>Obsolète</translation>
+    </message>
+    <message>
+        <source>Looking for the latest %1...</source>
+        <translation>Recherche de la dernière version de %1...</translation>
+    </message>
+    <message>
+        <source>Could not reach the %1 releases.</source>
+        <translation>Impossible de joindre les versions de %1.</translation>
+    </message>
+    <message>
+        <source>%1 %2 is the latest.</source>
+        <translation>%1 %2 est la dernière version.</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2...</source>
+        <translation>Téléchargement de %1 %2...</translation>
+    </message>
+    <message>
+        <source>Could not download %1.</source>
+        <translation>Impossible de télécharger %1.</translation>
+    </message>
+    <message>
+        <source>The downloaded %1 does not match its published checksum; nothing was replaced.</source>
+        <translation>Le %1 téléchargé ne correspond pas à sa somme de contrôle publiée ; rien n&apos;a été remplacé.</translation>
+    </message>
+    <message>
+        <source>Installing %1 %2...</source>
+        <translation>Installation de %1 %2...</translation>
+    </message>
+    <message>
+        <source>%1 %2 installed.</source>
+        <translation>%1 %2 installé.</translation>
+    </message>
+    <message>
+        <source>The new %1 did not run; the one before it stays.</source>
+        <translation>Le nouveau %1 ne s&apos;est pas lancé ; l&apos;ancien reste en place.</translation>
+    </message>
+    <message>
+        <source>Could not put %1 into %2.</source>
+        <translation>Impossible de placer %1 dans %2.</translation>
     </message>
 </context>
 <context>

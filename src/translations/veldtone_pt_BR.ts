@@ -319,6 +319,14 @@
         <source>Open Settings</source>
         <translation>Abrir configurações</translation>
     </message>
+    <message>
+        <source>Update Tools</source>
+        <translation>Atualizar ferramentas</translation>
+    </message>
+    <message>
+        <source>yt-dlp %1 is out of date</source>
+        <translation>yt-dlp %1 está desatualizado</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -745,6 +753,38 @@
         <source>None</source>
         <translation>Nenhum</translation>
     </message>
+    <message>
+        <source>Update yt-dlp</source>
+        <translation>Atualizar yt-dlp</translation>
+    </message>
+    <message>
+        <source>Use previous version</source>
+        <translation>Usar a versão anterior</translation>
+    </message>
+    <message>
+        <source>JavaScript runtime</source>
+        <translation>Ambiente JavaScript</translation>
+    </message>
+    <message>
+        <source>Install</source>
+        <translation>Instalar</translation>
+    </message>
+    <message>
+        <source>Install Deno</source>
+        <translation>Instalar Deno</translation>
+    </message>
+    <message>
+        <source>Check for tool updates automatically</source>
+        <translation>Verificar atualizações das ferramentas automaticamente</translation>
+    </message>
+    <message>
+        <source>Needs Deno 2.3 or later</source>
+        <translation>Requer Deno 2.3 ou posterior</translation>
+    </message>
+    <message>
+        <source>YouTube needs it for most videos</source>
+        <translation>O YouTube precisa dele para a maioria dos vídeos</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -766,12 +806,12 @@
 <context>
     <name>ToolAdvice</name>
     <message>
-        <source>yt-dlp may be too old for this site. Check the tools in Settings.</source>
-        <translation>O yt-dlp pode estar antigo demais para este site. Verifique as ferramentas nas Configurações.</translation>
-    </message>
-    <message>
         <source>The site wants a signed-in browser. Choose one under &quot;Use cookies from&quot; in Settings.</source>
         <translation>O site pede um navegador com sessão iniciada. Escolha-o em &quot;Usar cookies de&quot; nas Configurações.</translation>
+    </message>
+    <message>
+        <source>yt-dlp may be too old for this site, or lack its JavaScript runtime.</source>
+        <translation>O yt-dlp pode estar antigo demais para este site ou sem seu ambiente JavaScript.</translation>
     </message>
 </context>
 <context>
@@ -818,6 +858,57 @@
     <message>
         <source>%1, version %2</source>
         <translation>%1, versão %2</translation>
+    </message>
+</context>
+<context>
+    <name>ToolUpdater</name>
+    <message>
+        <source>Update available: %1</source>
+        <translation>Atualização disponível: %1</translation>
+    </message>
+    <message>
+        <source>Out of date</source>
+        <translation>Desatualizado</translation>
+    </message>
+    <message>
+        <source>Looking for the latest %1...</source>
+        <translation>Procurando a versão mais recente de %1...</translation>
+    </message>
+    <message>
+        <source>Could not reach the %1 releases.</source>
+        <translation>Não foi possível acessar as versões de %1.</translation>
+    </message>
+    <message>
+        <source>%1 %2 is the latest.</source>
+        <translation>%1 %2 é a versão mais recente.</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2...</source>
+        <translation>Baixando %1 %2...</translation>
+    </message>
+    <message>
+        <source>Could not download %1.</source>
+        <translation>Não foi possível baixar %1.</translation>
+    </message>
+    <message>
+        <source>The downloaded %1 does not match its published checksum; nothing was replaced.</source>
+        <translation>O %1 baixado não corresponde à soma de verificação publicada; nada foi substituído.</translation>
+    </message>
+    <message>
+        <source>Installing %1 %2...</source>
+        <translation>Instalando %1 %2...</translation>
+    </message>
+    <message>
+        <source>%1 %2 installed.</source>
+        <translation>%1 %2 instalado.</translation>
+    </message>
+    <message>
+        <source>The new %1 did not run; the one before it stays.</source>
+        <translation>O novo %1 não executou; o anterior permanece.</translation>
+    </message>
+    <message>
+        <source>Could not put %1 into %2.</source>
+        <translation>Não foi possível colocar %1 em %2.</translation>
     </message>
 </context>
 <context>
