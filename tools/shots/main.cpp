@@ -200,6 +200,10 @@ void shootWindow(Shooter& shoot)
         u"[youtube] dQw4w9WgXcQ: Sign in to confirm you\u2019re not a bot. Use "
         u"--cookies-from-browser or --cookies for the authentication."_s));
     shoot(window, u"convert-failed-advice"_s);
+    engine.setCurrentStatus(DownloadStatus::failed(
+        u"[youtube] dQw4w9WgXcQ: Requested format is not available. Use --list-formats for a "
+        u"list of available formats"_s));
+    shoot(window, u"convert-failed-update-advice"_s);
     engine.setCurrentStatus(DownloadStatus::idle());
     content->setSelectedTab(NavigationItem::settings);
     shoot(window, u"settings-tools-found"_s);
@@ -240,6 +244,10 @@ void shootToolsMissing(Shooter& shoot)
     shoot(window, u"settings-installing"_s);
     window.contentView()->setSelectedTab(NavigationItem::convert);
     shoot(window, u"convert-installing"_s);
+    window.contentView()->setSelectedTab(NavigationItem::settings);
+    env.updater().updateYtDlp();
+    settle(300);
+    shoot(window, u"settings-updating"_s);
 }
 
 // The library and batch screens in each state, confirmations and a tooltip included.

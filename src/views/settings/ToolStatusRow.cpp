@@ -33,11 +33,6 @@ ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
     nameRow->setSpacing(6);
     nameRow->addWidget(label(toolName, Theme::font(13, QFont::DemiBold), texts));
     m_badge = label(QString(), Theme::font(11, QFont::Bold, Face::monospaced), texts);
-    const QColor green = Theme::green(palette());
-    m_badge->setStyleSheet(
-        QStringLiteral("QLabel { color: %1; background: %2; border-radius: 4px;"
-                       " padding: 1px 6px; }")
-            .arg(green.name(), Theme::withOpacity(green, 0.15).name(QColor::HexArgb)));
     nameRow->addWidget(m_badge);
     m_note = label(QString(), Theme::font(11, QFont::Medium), texts);
     setTextColor(m_note, Theme::orange(palette()));
@@ -81,6 +76,12 @@ void ToolStatusRow::setNote(const QString& note)
 {
     m_note->setText(note);
     m_note->setVisible(!note.isEmpty());
+    // A version with something to say about it (out of date, say) is not shown as all well.
+    const QColor tint = note.isEmpty() ? Theme::green(palette()) : Theme::orange(palette());
+    m_badge->setStyleSheet(
+        QStringLiteral("QLabel { color: %1; background: %2; border-radius: 4px;"
+                       " padding: 1px 6px; }")
+            .arg(tint.name(), Theme::withOpacity(tint, 0.15).name(QColor::HexArgb)));
     setAccessibleDescription(note.isEmpty() ? m_description
                                             : m_description + QStringLiteral(", ") + note);
 }
