@@ -147,7 +147,7 @@ std::vector<BenchFigure> screens()
     const QString text = links.join(u'\n');
     std::vector<double> add;
     for (int run = 0; run < kRuns; ++run) {
-        BatchRunner runner(engine);
+        BatchRunner runner(engine, history);
         BatchView view(runner);
         view.resize(880, 600);
         view.show();

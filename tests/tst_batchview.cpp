@@ -164,35 +164,67 @@ private slots:
         QStringList counts;
         connect(&runner(), &BatchRunner::countsChanged, this,
                 [&] { counts << runner().countText(); });
-        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
+        runner().retryFailed();
         QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
-        QCOMPARE(ripped().mid(5),
-                 (QStringList{link(u"once3"_s), link(u"once4"_s), link(u"fail5"_s)}));
+        QStringList again = ripped().mid(5);
+        again.sort();
+        QCOMPARE(again, (QStringList{link(u"fail5"_s), link(u"once3"_s), link(u"once4"_s)}));
         QCOMPARE(counts, (QStringList{u"3 of 5 completed"_s, u"4 of 5 completed"_s}));
         // A failed item is not idle, so it offers no trash button.
         QVERIFY(!m_view->model()->index(4).data(BatchQueueModel::ShowsTrashRole).toBool());
     }
 
-    void stopMidRun()
+    // Two run at once, each row its own; the converter's state is not theirs; a stop ends
+    // both and leaves nothing behind.
+    void parallelRunAndStop()
     {
-        queue({u"slow1"_s, u"ok2"_s});
+        m_env->engine().setSimultaneousRips(2);
+        queue({u"slow1"_s, u"slow2"_s, u"ok3"_s});
         QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
-        // The running item follows the engine live.
         QTRY_COMPARE_WITH_TIMEOUT(runner().queue().at(0).status.progress(), 0.1, 10000);
-        QVERIFY(!m_view->model()->index(1).data(BatchQueueModel::ShowsTrashRole).toBool());
+        QTRY_COMPARE_WITH_TIMEOUT(runner().queue().at(1).status.progress(), 0.1, 10000);
+        QCOMPARE(kindAt(2), DownloadStatus::Kind::idle);
+        QCOMPARE(runner().runningCount(), 2);
+        QVERIFY(!m_env->engine().currentStatus().isBusy());
+        QVERIFY(!m_view->model()->index(2).data(BatchQueueModel::ShowsTrashRole).toBool());
         QTest::mouseClick(m_view->stopButton(), Qt::LeftButton);
         QCOMPARE(m_view->state(), BatchView::State::queued);
-        QTRY_VERIFY(!m_env->engine().currentStatus().isBusy());
-        QTest::qWait(200);
-        QCOMPARE(ripped().size(), 1);
-        QCOMPARE(kindAt(0), DownloadStatus::Kind::downloading);
-        QCOMPARE(kindAt(1), DownloadStatus::Kind::idle);
+        QTRY_COMPARE(runner().runningCount(), 0);
+        QTRY_COMPARE(QDir(file(u"out"_s)).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden),
+                     QStringList());
+        QCOMPARE(ripped().size(), 2);
+        for (int row = 0; row < 3; ++row)
+            QCOMPARE(kindAt(row), DownloadStatus::Kind::idle);
 
-        // Trash only on idle items, only while nothing runs.
         QAccessibleInterface* list = QAccessible::queryAccessibleInterface(m_view->queueList());
-        QCOMPARE(list->child(0)->actionInterface()->actionNames(), QStringList());
         list->child(1)->actionInterface()->doAction(u"Remove"_s);
-        QCOMPARE(runner().queue().size(), 1);
+        QCOMPARE(runner().queue().size(), 2);
+    }
+
+    // What the library holds in the batch's format is skipped unless asked; the same video
+    // is queued once.
+    void alreadyInLibrary()
+    {
+        HistoryTrack held;
+        held.id = QUuid::createUuid();
+        held.youtubeUrl = u"https://www.youtube.com/watch?v=ok1&t=3"_s;
+        held.format = m_env->engine().selectedFormat();
+        m_env->history().addTrack(held);
+        queue({u"ok1"_s, u"ok2"_s});
+        m_view->editor()->setPlainText(u"https://youtube.com/shorts/ok2\nhttps://youtu.be/ok2"_s);
+        QTest::mouseClick(m_view->addButton(), Qt::LeftButton);
+        QCOMPARE(runner().queue().size(), 2);
+        QVERIFY(runner().queue().at(0).alreadyInLibrary);
+        QCOMPARE(m_view->model()->index(0).data(Qt::AccessibleDescriptionRole).toString(),
+                 u"Already in Library"_s);
+        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
+        QCOMPARE(ripped(), QStringList{link(u"ok2"_s)});
+        QCOMPARE(m_view->countLabel()->text(), u"1 of 2 completed, 1 skipped"_s);
+        runner().ripAgain(runner().queue().at(0).id);
+        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
+        QCOMPARE(m_view->countLabel()->text(), u"2 of 2 completed"_s);
     }
 };
 

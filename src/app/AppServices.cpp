@@ -21,7 +21,7 @@ AppServices::AppServices()
     , m_engine(std::make_unique<DownloadEngine>(*m_dependencies, *m_history))
     , m_player(std::make_unique<AudioPlayerService>())
     , m_artwork(std::make_unique<ArtworkCache>(ArtworkCache::defaultFolder()))
-    , m_batch(std::make_unique<BatchRunner>(*m_engine))
+    , m_batch(std::make_unique<BatchRunner>(*m_engine, *m_history))
     , m_details(std::make_unique<DetailsRefresher>(*m_engine, *m_history))
     , m_updater(std::make_unique<ToolUpdater>(*m_dependencies, ToolUpdater::Options::defaults()))
     , m_services(std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,

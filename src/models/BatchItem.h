@@ -18,6 +18,8 @@ struct BatchItem
     DownloadStatus status;
     std::optional<VideoMetadata> metadata;
     std::optional<QString> targetPath;
+    // The library holds this video in the batch's format already: not ripped unless asked.
+    bool alreadyInLibrary = false;
 
     friend bool operator==(const BatchItem&, const BatchItem&) = default;
 };

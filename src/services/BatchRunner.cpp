@@ -1,10 +1,12 @@
 #include "BatchRunner.h"
 
 #include "services/DownloadEngine.h"
+#include "services/ExtractionJob.h"
+#include "services/HistoryStore.h"
 
-#include <QPointer>
-#include <QProcess>
+#include <QSet>
 #include <QTimer>
+#include <QUrlQuery>
 
 namespace {
 // The video service's main web domain and its short-link domain, matched case-sensitively.
@@ -28,19 +30,13 @@ bool isNewline(QChar c)
 }
 } // namespace
 
-BatchRunner::BatchRunner(DownloadEngine& engine, QObject* parent)
+BatchRunner::BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject* parent)
     : QObject(parent)
     , m_engine(engine)
-{
-    connect(&m_engine, &DownloadEngine::currentStatusChanged, this,
-            &BatchRunner::engineStatusChanged);
-    // The running item's row names its video as soon as the tool reports it.
-    connect(&m_engine, &DownloadEngine::currentMetadataChanged, this, [this] {
-        if (m_isProcessing && !m_runningId.isNull() && m_engine.currentMetadata())
-            setMetadata(m_runningId, *m_engine.currentMetadata());
-    });
-}
+    , m_history(history)
+{}
 
+// Running jobs go with their parent, each ending its tool.
 BatchRunner::~BatchRunner() = default;
 
 QStringList BatchRunner::acceptedLinks(const QString& text)
@@ -63,6 +59,23 @@ QString BatchRunner::pastedText(const QString& editorText, const QString& clipbo
     return editorText.isEmpty() ? clipboardText : editorText + u'\n' + clipboardText;
 }
 
+QString BatchRunner::videoId(const QString& link)
+{
+    const QUrl url(link);
+    const QString host = url.host().toLower();
+    const QStringList segments = url.path().split(u'/', Qt::SkipEmptyParts);
+    QString id;
+    if (host == kShortDomain && !segments.isEmpty())
+        id = segments.front();
+    else if (host == kMainDomain || host.endsWith(u'.' + kMainDomain)) {
+        if (segments.size() >= 2 && segments.front() == u"shorts")
+            id = segments.at(1);
+        else if (segments == QStringList{QStringLiteral("watch")})
+            id = QUrlQuery(url).queryItemValue(QStringLiteral("v"));
+    }
+    return id.isEmpty() ? link : id;
+}
+
 int BatchRunner::completedCount() const
 {
     return int(std::count_if(m_queue.cbegin(), m_queue.cend(), [](const BatchItem& item) {
@@ -70,28 +83,62 @@ int BatchRunner::completedCount() const
     }));
 }
 
+int BatchRunner::failedCount() const
+{
+    return int(std::count_if(m_queue.cbegin(), m_queue.cend(), [](const BatchItem& item) {
+        return item.status.kind() == DownloadStatus::Kind::failed;
+    }));
+}
+
+int BatchRunner::skippedCount() const
+{
+    return int(std::count_if(m_queue.cbegin(), m_queue.cend(), [](const BatchItem& item) {
+        return item.alreadyInLibrary;
+    }));
+}
+
 QString BatchRunner::countText() const
 {
-    return tr("%1 of %2 completed").arg(completedCount()).arg(m_queue.size());
+    const QString completed = tr("%1 of %2 completed").arg(completedCount()).arg(m_queue.size());
+    const int skipped = skippedCount();
+    return skipped == 0 ? completed : tr("%1, %2 skipped").arg(completed).arg(skipped);
 }
 
 int BatchRunner::addUrlsToQueue(const QString& text)
 {
     const QStringList links = acceptedLinks(text);
-    if (links.isEmpty())
+    // What the library holds in the format a batch rips, and what is queued already.
+    const AudioFormat format = m_engine.selectedFormat();
+    QSet<QString> inLibrary;
+    for (const HistoryTrack& track : m_history.tracks()) {
+        if (track.format == format)
+            inLibrary.insert(videoId(track.youtubeUrl));
+    }
+    QSet<QString> queued;
+    for (const BatchItem& item : std::as_const(m_queue))
+        queued.insert(videoId(item.url));
+    QList<BatchItem> added;
+    for (const QString& link : links) {
+        const QString id = videoId(link);
+        if (queued.contains(id))
+            continue;
+        queued.insert(id);
+        added.append(BatchItem(link));
+        added.back().alreadyInLibrary = inLibrary.contains(id);
+    }
+    if (added.isEmpty())
         return 0;
     emit queueAboutToChange();
-    m_queue.reserve(m_queue.size() + links.size());
-    for (const QString& link : links)
-        m_queue.append(BatchItem(link));
+    m_queue.append(added);
     emit queueChanged();
     emit countsChanged();
-    return int(links.size());
+    return int(added.size());
 }
 
 void BatchRunner::removeItem(const QUuid& id)
 {
-    if (rowOf(id) < 0)
+    // A running item's row stays until its job ends or the batch stops.
+    if (rowOf(id) < 0 || m_running.contains(id))
         return;
     emit queueAboutToChange();
     m_queue.removeIf([&id](const BatchItem& item) { return item.id == id; });
@@ -101,7 +148,7 @@ void BatchRunner::removeItem(const QUuid& id)
 
 void BatchRunner::clearQueue()
 {
-    if (m_queue.isEmpty())
+    if (m_queue.isEmpty() || m_isProcessing)
         return;
     emit queueAboutToChange();
     m_queue.clear();
@@ -111,119 +158,120 @@ void BatchRunner::clearQueue()
 
 void BatchRunner::startBatchProcessing()
 {
-    if (m_queue.isEmpty())
+    if (m_queue.isEmpty() || m_isProcessing)
         return;
+    // A new run tries again what failed in the last one.
+    for (const BatchItem& item : std::as_const(m_queue)) {
+        if (item.status.kind() == DownloadStatus::Kind::failed)
+            setStatus(item.id, DownloadStatus::idle());
+    }
     m_currentProcessingIndex = 0;
     setProcessing(true);
-    processNextInQueue();
+    fill();
 }
 
 void BatchRunner::stopBatch()
 {
     setProcessing(false);
-    // The item keeps the status it last showed; the engine's idle after the cancel is not ours.
-    m_runningId = QUuid();
-    m_engine.cancel();
-}
-
-void BatchRunner::processNextInQueue()
-{
-    while (m_isProcessing) {
-        if (m_currentProcessingIndex >= m_queue.size()) {
-            setProcessing(false);
-            return;
-        }
-        const BatchItem& item = m_queue.at(qsizetype(m_currentProcessingIndex));
-        if (item.status.kind() == DownloadStatus::Kind::completed) {
-            ++m_currentProcessingIndex;
-            continue;
-        }
-
-        const QUuid id = item.id;
-        const QString url = item.url;
-        m_runningId = id;
-        m_jobStarted = false;
-        setStatus(id, DownloadStatus::downloading(0, QString(), QString(), QString()));
-
-        QPointer<BatchRunner> self(this);
-        m_engine.startExtraction(url, std::nullopt, std::nullopt, std::nullopt,
-                                 [self, id](const HistoryTrack& track) {
-                                     if (!self)
-                                         return;
-                                     // Always after the engine has finished publishing; dropped
-                                     // if the screen (and with it this runner) is gone by then.
-                                     QMetaObject::invokeMethod(
-                                         self.data(),
-                                         [self, id, path = track.filePath] {
-                                             if (self)
-                                                 self->jobCompleted(id, path);
-                                         },
-                                         Qt::QueuedConnection);
-                                 });
-        if (m_runningId != id || m_jobStarted)
-            return;
-        // Nothing new was published: a refusal the engine reports in its status, or a job
-        // of someone else's that keeps the engine busy.
-        const DownloadStatus now = m_engine.currentStatus();
-        if (now.kind() == DownloadStatus::Kind::failed) {
-            jobFailed(id, now);
-        } else {
-            setStatus(id, DownloadStatus::failed(tr("Another rip is already running.")));
-            m_runningId = QUuid();
-            setProcessing(false);
-        }
-        return;
+    // Each cancelled item goes back in line; a job whose tool had already exited ends as it
+    // would have.
+    const auto running = m_running;
+    for (auto it = running.cbegin(); it != running.cend(); ++it) {
+        if (it.value() && it.value()->cancel())
+            setStatus(it.key(), DownloadStatus::idle());
     }
 }
 
-void BatchRunner::engineStatusChanged()
+void BatchRunner::retry(const QUuid& id)
 {
-    if (!m_isProcessing || m_runningId.isNull())
+    const int row = rowOf(id);
+    if (row < 0 || m_queue.at(row).status.kind() != DownloadStatus::Kind::failed)
         return;
-    const DownloadStatus status = m_engine.currentStatus();
-    switch (status.kind()) {
-    case DownloadStatus::Kind::downloading:
-    case DownloadStatus::Kind::converting:
-        m_jobStarted = true;
-        setStatus(m_runningId, status);
-        break;
-    case DownloadStatus::Kind::failed:
-        m_jobStarted = true;
-        jobFailed(m_runningId, status);
-        break;
-    case DownloadStatus::Kind::completed:
-        // The completion handler, matched by id, marks the item.
-        break;
-    case DownloadStatus::Kind::idle:
-        // Cancelled from elsewhere: the batch stops with the item back in the queue.
-        setStatus(m_runningId, DownloadStatus::idle());
-        m_runningId = QUuid();
+    setStatus(id, DownloadStatus::idle());
+    setProcessing(true);
+    fill();
+}
+
+void BatchRunner::retryFailed()
+{
+    if (failedCount() == 0)
+        return;
+    for (const BatchItem& item : std::as_const(m_queue)) {
+        if (item.status.kind() == DownloadStatus::Kind::failed)
+            setStatus(item.id, DownloadStatus::idle());
+    }
+    setProcessing(true);
+    fill();
+}
+
+void BatchRunner::ripAgain(const QUuid& id)
+{
+    const int row = rowOf(id);
+    if (row < 0 || !m_queue.at(row).alreadyInLibrary)
+        return;
+    m_queue[row].alreadyInLibrary = false;
+    emit itemChanged(row);
+    emit countsChanged();
+    if (m_isProcessing)
+        fill();
+}
+
+void BatchRunner::fill()
+{
+    while (m_isProcessing && m_running.size() < m_engine.simultaneousRips()) {
+        const auto next = std::find_if(m_queue.cbegin(), m_queue.cend(), [this](const BatchItem& item) {
+            return item.status.kind() == DownloadStatus::Kind::idle && !item.alreadyInLibrary &&
+                   !m_running.contains(item.id);
+        });
+        if (next == m_queue.cend())
+            break;
+        startItem(int(next - m_queue.cbegin()));
+    }
+    if (m_isProcessing && m_running.isEmpty()) {
         setProcessing(false);
-        break;
+        emit batchFinished();
     }
 }
 
-void BatchRunner::jobFailed(const QUuid& id, const DownloadStatus& status)
+void BatchRunner::startItem(int row)
 {
-    setStatus(id, status);
-    if (id != m_runningId)
+    const QUuid id = m_queue.at(row).id;
+    m_currentProcessingIndex = row;
+    QString refusal;
+    ExtractionJob* job = m_engine.newJob(m_queue.at(row).url, std::nullopt, std::nullopt,
+                                         std::nullopt, &refusal, this);
+    if (!job) {
+        setStatus(id, DownloadStatus::failed(refusal));
         return;
-    m_runningId = QUuid();
-    const int row = rowOf(id);
-    m_currentProcessingIndex = row >= 0 ? row + 1 : m_currentProcessingIndex + 1;
-    // Not from inside the engine's own signal: the next start would re-enter it.
-    QTimer::singleShot(0, this, &BatchRunner::processNextInQueue);
-}
-
-void BatchRunner::jobCompleted(const QUuid& id, const QString& filePath)
-{
-    setStatus(id, DownloadStatus::completed(filePath));
-    if (id != m_runningId)
-        return;
-    m_runningId = QUuid();
-    const int row = rowOf(id);
-    m_currentProcessingIndex = row >= 0 ? row + 1 : m_currentProcessingIndex + 1;
-    processNextInQueue();
+    }
+    m_running.insert(id, job);
+    connect(job, &ExtractionJob::statusChanged, this, [this, id, job] {
+        if (job->status().isBusy())
+            setStatus(id, job->status());
+    });
+    // The row names its video as soon as the tool reports it.
+    connect(job, &ExtractionJob::metadataChanged, this, [this, id, job] {
+        if (job->metadata())
+            setMetadata(id, *job->metadata());
+    });
+    connect(job, &ExtractionJob::finished, this,
+            [this, id, job](const ExtractionJob::Result& result) {
+                job->deleteLater();
+                m_running.remove(id);
+                const DownloadStatus status = job->status();
+                if (status.kind() == DownloadStatus::Kind::completed) {
+                    const int at = rowOf(id);
+                    const HistoryTrack track = m_engine.record(
+                        *job, result, at >= 0 ? m_queue.at(at).metadata : std::nullopt);
+                    setStatus(id, DownloadStatus::completed(track.filePath));
+                } else {
+                    setStatus(id, status);
+                }
+                // Not from inside the job's own signal.
+                QTimer::singleShot(0, this, &BatchRunner::fill);
+            });
+    setStatus(id, job->status());
+    job->start();
 }
 
 void BatchRunner::setStatus(const QUuid& id, const DownloadStatus& status)

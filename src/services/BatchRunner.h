@@ -2,17 +2,23 @@
 
 #include "models/BatchItem.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QStringList>
 #include <QUuid>
 
 class DownloadEngine;
+class ExtractionJob;
+class HistoryStore;
 
-// The batch screen's queue and its sequencing: pasted links become queue items, which are ripped
-// one after another through the engine. The running item follows the engine's status live; a
-// failed item keeps its error and the batch moves on; a stop always ends processing. Owned with
-// the other services, so links can be queued and a batch goes on whichever screen shows.
+// The batch screen's queue and its sequencing: pasted links become queue items, each ripped by
+// a job of its own, as many at once as the engine's "simultaneous rips" allows, in queue order.
+// Each row follows its own job; a failed item keeps its error and the batch moves on; a stop
+// cancels every running job. A video the library already holds in the chosen format is marked
+// and skipped; the same video twice is queued once. Owned with the other services, so links
+// can be queued and a batch goes on whichever screen shows; the converter's rip is not ours.
 class BatchRunner : public QObject
 {
     Q_OBJECT
@@ -20,19 +26,25 @@ class BatchRunner : public QObject
     Q_PROPERTY(int completedCount READ completedCount NOTIFY countsChanged)
 
 public:
-    explicit BatchRunner(DownloadEngine& engine, QObject* parent = nullptr);
+    BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject* parent = nullptr);
     ~BatchRunner() override;
 
     // The trimmed lines of text that name a video-service link, in order.
     static QStringList acceptedLinks(const QString& text);
     // The editor text after pasting clipboardText into it.
     static QString pastedText(const QString& editorText, const QString& clipboardText);
+    // What identifies a link's video: the id in its watch?v=, youtu.be/ or /shorts/ form,
+    // else the link itself.
+    static QString videoId(const QString& link);
 
     const QList<BatchItem>& queue() const { return m_queue; }
     bool isProcessing() const { return m_isProcessing; }
     qint64 currentProcessingIndex() const { return m_currentProcessingIndex; }
     int completedCount() const;
-    // "2 of 5 completed".
+    int failedCount() const;
+    int skippedCount() const;
+    int runningCount() const { return int(m_running.size()); }
+    // "2 of 5 completed", with ", 1 skipped" when some are in the library already.
     QString countText() const;
 
     // Appends one item per accepted line; returns how many were queued.
@@ -43,6 +55,11 @@ public:
     void clearQueue();
     void startBatchProcessing();
     void stopBatch();
+    // A failed item, or all of them, back in line; processing starts if it had ended.
+    void retry(const QUuid& id);
+    void retryFailed();
+    // Rips an item the library already holds, after all.
+    void ripAgain(const QUuid& id);
 
 signals:
     // Around any change of the queue's length or order.
@@ -52,21 +69,23 @@ signals:
     void itemChanged(int row);
     void isProcessingChanged();
     void countsChanged();
+    // A batch ran through to its end (not stopped).
+    void batchFinished();
 
 private:
-    void processNextInQueue();
-    void engineStatusChanged();
-    void jobCompleted(const QUuid& id, const QString& filePath);
-    void jobFailed(const QUuid& id, const DownloadStatus& status);
+    // Starts waiting items, in order, until the allowed number run; ends the batch when
+    // nothing is left to start or running.
+    void fill();
+    void startItem(int row);
+    void jobEnded(const QUuid& id, ExtractionJob* job);
     void setStatus(const QUuid& id, const DownloadStatus& status);
     void setProcessing(bool on);
     int rowOf(const QUuid& id) const;
 
     DownloadEngine& m_engine;
+    HistoryStore& m_history;
     QList<BatchItem> m_queue;
     bool m_isProcessing = false;
     qint64 m_currentProcessingIndex = 0;
-    // The item whose job the engine is running for us; null between jobs.
-    QUuid m_runningId;
-    bool m_jobStarted = false;
+    QHash<QUuid, QPointer<ExtractionJob>> m_running;
 };

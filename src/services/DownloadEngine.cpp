@@ -115,6 +115,15 @@ void DownloadEngine::setCookiesFromBrowser(const QString& browser)
     emit cookiesFromBrowserChanged();
 }
 
+void DownloadEngine::setSimultaneousRips(int count)
+{
+    count = std::clamp(count, 1, 4);
+    if (m_choices.simultaneousRips == count)
+        return;
+    m_choices.simultaneousRips = count;
+    emit simultaneousRipsChanged();
+}
+
 std::optional<ToolInvocation> DownloadEngine::ytDlpInvocation() const
 {
     std::optional<ToolInvocation> invocation = m_dependencies.ytDlpInvocation();
@@ -145,16 +154,15 @@ QString DownloadEngine::folderPath(const QUrl& folder)
     return path;
 }
 
-void DownloadEngine::startExtraction(const QString& url, std::optional<AudioFormat> format,
+ExtractionJob* DownloadEngine::newJob(const QString& url, std::optional<AudioFormat> format,
                                      std::optional<AudioQuality> quality,
-                                     std::optional<QUrl> destination, CompletionHandler onComplete)
+                                     std::optional<QUrl> destination, QString* refusal,
+                                     QObject* parent)
 {
-    if (m_currentStatus.isBusy())
-        return;
     std::optional<ToolInvocation> tool = ytDlpInvocation();
     if (!tool) {
-        setCurrentStatus(DownloadStatus::failed(tr("yt-dlp is missing. Please check Settings.")));
-        return;
+        *refusal = tr("yt-dlp is missing. Please check Settings.");
+        return nullptr;
     }
     ExtractionJob::Request request;
     request.format = format.value_or(m_choices.format);
@@ -162,8 +170,8 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
     request.destination = folderPath(destination.value_or(m_choices.targetFolder));
     request.link = trimmedLink(url);
     if (!isUsableLink(request.link)) {
-        setCurrentStatus(DownloadStatus::failed(tr("Please enter a valid YouTube URL.")));
-        return;
+        *refusal = tr("Please enter a valid YouTube URL.");
+        return nullptr;
     }
     request.tool = std::move(*tool);
     request.ffmpegPath = m_dependencies.ffmpegPath();
@@ -174,8 +182,21 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
         if (track.youtubeUrl == request.link && track.format == request.format)
             request.replaceable.insert(track.filePath);
     }
+    return new ExtractionJob(std::move(request), parent);
+}
 
-    auto* job = new ExtractionJob(std::move(request), this);
+void DownloadEngine::startExtraction(const QString& url, std::optional<AudioFormat> format,
+                                     std::optional<AudioQuality> quality,
+                                     std::optional<QUrl> destination, CompletionHandler onComplete)
+{
+    if (m_currentStatus.isBusy())
+        return;
+    QString refusal;
+    ExtractionJob* job = newJob(url, format, quality, destination, &refusal, this);
+    if (!job) {
+        setCurrentStatus(DownloadStatus::failed(refusal));
+        return;
+    }
     m_job = job;
     if (m_currentUrl != job->request().link) {
         m_currentUrl = job->request().link;
@@ -203,25 +224,18 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
     job->start();
 }
 
-void DownloadEngine::jobFinished(ExtractionJob* job, const ExtractionJob::Result& result,
-                                 const CompletionHandler& onComplete)
+HistoryTrack DownloadEngine::record(const ExtractionJob& job, const ExtractionJob::Result& result,
+                                    const std::optional<VideoMetadata>& fetched)
 {
     const std::optional<QString>& outputPath = result.outputPath;
-    m_job.clear();
-    const DownloadStatus status = job->status();
-    if (status.kind() != DownloadStatus::Kind::completed) {
-        setCurrentStatus(status);
-        return;
-    }
     HistoryTrack track;
     track.id = QUuid::createUuid();
     track.completedAt = HistoryTrack::now();
-    track.format = job->request().format;
-    track.quality = job->request().quality;
-    track.youtubeUrl = job->request().link;
+    track.format = job.request().format;
+    track.quality = job.request().quality;
+    track.youtubeUrl = job.request().link;
     // The run's own report first: a fetch may have been for another link.
-    if (const std::optional<VideoMetadata> metadata =
-            result.metadata ? result.metadata : m_currentMetadata) {
+    if (const std::optional<VideoMetadata> metadata = result.metadata ? result.metadata : fetched) {
         track.title = metadata->title;
         track.channel = metadata->channel;
         track.duration = metadata->duration;
@@ -234,13 +248,27 @@ void DownloadEngine::jobFinished(ExtractionJob* job, const ExtractionJob::Result
     }
     track.filePath = outputPath.value_or(QString());
     track.fileSize = result.fileSize.value_or(kUnknownSize);
+    m_history.addTrack(track);
+    return track;
+}
 
+void DownloadEngine::jobFinished(ExtractionJob* job, const ExtractionJob::Result& result,
+                                 const CompletionHandler& onComplete)
+{
+    m_job.clear();
+    const DownloadStatus status = job->status();
+    if (status.kind() != DownloadStatus::Kind::completed) {
+        setCurrentStatus(status);
+        return;
+    }
+    const std::optional<QString>& outputPath = result.outputPath;
     if (m_lastDownloadedFile != outputPath) {
         m_lastDownloadedFile = outputPath;
         emit lastDownloadedFileChanged();
     }
+    // Published before the record goes in, as the converter has always seen it.
     setCurrentStatus(status);
-    m_history.addTrack(track);
+    const HistoryTrack track = record(*job, result, m_currentMetadata);
     if (onComplete)
         onComplete(track);
 }

@@ -41,6 +41,8 @@ class DownloadEngine : public QObject
     Q_PROPERTY(bool embedArtwork READ embedArtwork WRITE setEmbedArtwork NOTIFY embedArtworkChanged)
     Q_PROPERTY(
         bool embedMetadata READ embedMetadata WRITE setEmbedMetadata NOTIFY embedMetadataChanged)
+    Q_PROPERTY(int simultaneousRips READ simultaneousRips WRITE setSimultaneousRips NOTIFY
+                   simultaneousRipsChanged)
     Q_PROPERTY(QString cookiesFromBrowser READ cookiesFromBrowser WRITE setCookiesFromBrowser NOTIFY
                    cookiesFromBrowserChanged)
 
@@ -64,6 +66,7 @@ public:
     bool embedArtwork() const { return m_choices.embedArtwork; }
     bool embedMetadata() const { return m_choices.embedMetadata; }
     QString cookiesFromBrowser() const { return m_choices.cookiesFromBrowser; }
+    int simultaneousRips() const { return m_choices.simultaneousRips; }
 
     void setSelectedFormat(AudioFormat format);
     void setSelectedQuality(AudioQuality quality);
@@ -72,6 +75,8 @@ public:
     void setEmbedMetadata(bool on);
     // A browser of EnginePreferences::cookieBrowsers(), or empty for none; others are ignored.
     void setCookiesFromBrowser(const QString& browser);
+    // Kept within 1 to 4.
+    void setSimultaneousRips(int count);
     // How every yt-dlp run starts: the tools' way, plus the cookies when chosen.
     std::optional<ToolInvocation> ytDlpInvocation() const;
     // A fetch of the link's metadata with the tool and options a rip would use; nullptr when
@@ -87,6 +92,16 @@ public:
                          std::optional<AudioQuality> quality = std::nullopt,
                          std::optional<QUrl> destination = std::nullopt,
                          CompletionHandler onComplete = {});
+    // A job of its own for another queue (the batch), made as a rip here would be and not yet
+    // started; the engine's published state stays the converter's. Null, with the reason in
+    // refusal, when the tool is missing or the link is not usable.
+    ExtractionJob* newJob(const QString& url, std::optional<AudioFormat> format,
+                          std::optional<AudioQuality> quality, std::optional<QUrl> destination,
+                          QString* refusal, QObject* parent);
+    // Puts a completed job's record into the library and returns it; fetched fills in what
+    // the run did not report.
+    HistoryTrack record(const ExtractionJob& job, const ExtractionJob::Result& result,
+                        const std::optional<VideoMetadata>& fetched = std::nullopt);
     // Stops the running job, its ffmpeg included, and removes its scratch folder. A job whose
     // tool has already exited completes as it would have.
     void cancel();
@@ -108,6 +123,7 @@ signals:
     void embedArtworkChanged();
     void embedMetadataChanged();
     void cookiesFromBrowserChanged();
+    void simultaneousRipsChanged();
 
 public:
     // The folder's file-system path without a trailing slash ("/" stays "/").

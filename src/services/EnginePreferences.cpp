@@ -12,6 +12,7 @@ const QString kDefaultQualityKey = QStringLiteral("defaultQuality");
 const QString kEmbedArtworkKey = QStringLiteral("embedArtwork");
 const QString kEmbedMetadataKey = QStringLiteral("embedMetadata");
 const QString kCookiesKey = QStringLiteral("cookiesFromBrowser");
+const QString kSimultaneousKey = QStringLiteral("simultaneousRips");
 
 std::optional<bool> readBoolean(const QVariant& value)
 {
@@ -97,6 +98,10 @@ OutputChoices load(const QSettings& settings)
     if (const auto text = readString(settings.value(kCookiesKey));
         text && cookieBrowsers().contains(*text))
         choices.cookiesFromBrowser = *text;
+    bool isNumber = false;
+    const int rips = settings.value(kSimultaneousKey).toInt(&isNumber);
+    if (isNumber && rips >= 1 && rips <= 4)
+        choices.simultaneousRips = rips;
     return choices;
 }
 
@@ -108,6 +113,7 @@ void save(QSettings& settings, const OutputChoices& choices)
     settings.setValue(kEmbedArtworkKey, choices.embedArtwork);
     settings.setValue(kEmbedMetadataKey, choices.embedMetadata);
     settings.setValue(kCookiesKey, choices.cookiesFromBrowser);
+    settings.setValue(kSimultaneousKey, choices.simultaneousRips);
     settings.sync();
 }
 

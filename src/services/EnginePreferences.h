@@ -18,6 +18,8 @@ struct OutputChoices
     bool embedMetadata = true;
     // The browser whose cookies yt-dlp reads, as yt-dlp names it; empty for none.
     QString cookiesFromBrowser;
+    // How many batch items rip at once, 1 to 4.
+    int simultaneousRips = 2;
 };
 
 // Reads and writes the output choices under their settings keys.

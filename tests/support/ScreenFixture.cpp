@@ -89,7 +89,7 @@ void Environment::buildServices(const QUrl& installerBase)
     m_engine = std::make_unique<TestEngine>(
         *m_dependencies, *m_history,
         std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat));
-    m_batch = std::make_unique<BatchRunner>(*m_engine);
+    m_batch = std::make_unique<BatchRunner>(*m_engine, *m_history);
     m_details = std::make_unique<DetailsRefresher>(*m_engine, *m_history);
     ToolUpdater::Options releases;
     if (installerBase.isValid()) {

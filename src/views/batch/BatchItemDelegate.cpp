@@ -23,13 +23,14 @@ constexpr int kStatusWidth = 124;
 constexpr int kBarWidth = 80;
 
 // The status indicator's own rectangle inside the status column (it is right-aligned).
-QRect indicatorRect(const QRect& column, const DownloadStatus& status)
+QRect indicatorRect(const QRect& column, const DownloadStatus& status, bool skipped)
 {
     int width = 18;
     switch (status.kind()) {
     case DownloadStatus::Kind::idle:
         width =
-            QFontMetrics(Theme::font(11)).horizontalAdvance(BatchQueueModel::statusText(status));
+            QFontMetrics(Theme::font(11))
+                .horizontalAdvance(BatchQueueModel::statusText(status, skipped));
         break;
     case DownloadStatus::Kind::downloading:
         // Room for "100%", so the bar does not move as the number grows.
@@ -80,6 +81,7 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
 {
     const bool showsTrash = index.data(BatchQueueModel::ShowsTrashRole).toBool();
     const auto status = index.data(BatchQueueModel::StatusRole).value<DownloadStatus>();
+    const bool skipped = index.data(BatchQueueModel::SkippedRole).toBool();
     const QPalette& palette = option.palette;
     const Geometry g = geometry(option.rect, showsTrash);
     const QColor dim = secondaryText(palette);
@@ -120,13 +122,13 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
                       QFontMetrics(titleFont).elidedText(index.data(Qt::DisplayRole).toString(),
                                                          Qt::ElideMiddle, titleRect.width()));
 
-    const QRect indicator = indicatorRect(g.status, status);
+    const QRect indicator = indicatorRect(g.status, status, skipped);
     switch (status.kind()) {
     case DownloadStatus::Kind::idle:
         painter->setFont(Theme::font(11));
         painter->setPen(dim);
         painter->drawText(indicator, Qt::AlignRight | Qt::AlignVCenter,
-                          BatchQueueModel::statusText(status));
+                          BatchQueueModel::statusText(status, skipped));
         break;
     case DownloadStatus::Kind::downloading: {
         const double progress = std::clamp(status.progress(), 0.0, 1.0);
@@ -192,9 +194,10 @@ bool BatchItemDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     const auto status = index.data(BatchQueueModel::StatusRole).value<DownloadStatus>();
+    const bool skipped = index.data(BatchQueueModel::SkippedRole).toBool();
     const Geometry g = geometry(option.rect, index.data(BatchQueueModel::ShowsTrashRole).toBool());
     if (status.kind() == DownloadStatus::Kind::failed &&
-        indicatorRect(g.status, status).contains(event->pos())) {
+        indicatorRect(g.status, status, skipped).contains(event->pos())) {
         QToolTip::showText(event->globalPos(), index.data(Qt::ToolTipRole).toString(), view);
         return true;
     }

@@ -23,11 +23,11 @@ int BatchQueueModel::rowCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : int(m_runner.queue().size());
 }
 
-QString BatchQueueModel::statusText(const DownloadStatus& status)
+QString BatchQueueModel::statusText(const DownloadStatus& status, bool skipped)
 {
     switch (status.kind()) {
     case DownloadStatus::Kind::idle:
-        return tr("Waiting");
+        return skipped ? tr("Already in Library") : tr("Waiting");
     case DownloadStatus::Kind::downloading:
         return tr("Downloading %1%").arg(int(status.progress() * 100));
     case DownloadStatus::Kind::converting:
@@ -52,7 +52,7 @@ QVariant BatchQueueModel::data(const QModelIndex& index, int role) const
         return QString(QString::number(index.row() + 1) + u". " +
                        (item.metadata ? item.metadata->title : item.url));
     case Qt::AccessibleDescriptionRole:
-        return statusText(item.status);
+        return statusText(item.status, item.alreadyInLibrary);
     case Qt::ToolTipRole: {
         if (item.status.kind() != DownloadStatus::Kind::failed)
             return {};
@@ -69,6 +69,8 @@ QVariant BatchQueueModel::data(const QModelIndex& index, int role) const
         return QVariant::fromValue(item.status);
     case ShowsTrashRole:
         return !m_runner.isProcessing() && item.status.kind() == DownloadStatus::Kind::idle;
+    case SkippedRole:
+        return item.alreadyInLibrary;
     case DetailRole:
         return item.metadata
                    ? QString(item.metadata->channel + u" \u2022 " + item.metadata->duration)

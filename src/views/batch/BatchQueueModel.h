@@ -21,6 +21,7 @@ public:
         StatusRole, // DownloadStatus
         ShowsTrashRole,
         DetailRole, // "channel • duration" once the video is known, else empty
+        SkippedRole, // bool: the library has it already
     };
 
     explicit BatchQueueModel(BatchRunner& runner, QObject* parent = nullptr);
@@ -29,7 +30,8 @@ public:
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
     // "Waiting", "Downloading 42%", "Converting...", "Completed", "Failed: <error>".
-    static QString statusText(const DownloadStatus& status);
+    // skipped: an item the library holds already, which waits to be asked for.
+    static QString statusText(const DownloadStatus& status, bool skipped = false);
 
 private:
     BatchRunner& m_runner;

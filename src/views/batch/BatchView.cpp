@@ -12,6 +12,8 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -26,6 +28,16 @@ QString removeActionName()
     return QCoreApplication::translate("BatchView", "Remove");
 }
 
+QString retryActionName()
+{
+    return QCoreApplication::translate("BatchView", "Retry");
+}
+
+QString ripAgainActionName()
+{
+    return QCoreApplication::translate("BatchView", "Rip Again");
+}
+
 // The queue's rows, with their trash button as a named accessible action.
 class BatchListView : public AccessibleListView
 {
@@ -37,14 +49,41 @@ public:
 
     QStringList rowActionNames(int row) const override
     {
-        return model()->index(row, 0).data(BatchQueueModel::ShowsTrashRole).toBool()
-                   ? QStringList{removeActionName()}
-                   : QStringList();
+        const QModelIndex index = model()->index(row, 0);
+        QStringList names;
+        if (index.data(BatchQueueModel::StatusRole).value<DownloadStatus>().kind() ==
+            DownloadStatus::Kind::failed)
+            names << retryActionName();
+        if (index.data(BatchQueueModel::SkippedRole).toBool())
+            names << ripAgainActionName();
+        if (index.data(BatchQueueModel::ShowsTrashRole).toBool())
+            names << removeActionName();
+        return names;
     }
     void triggerRowAction(int row, const QString& name) override
     {
+        const QUuid id = model()->index(row, 0).data(BatchQueueModel::IdRole).toUuid();
         if (name == removeActionName())
-            m_runner.removeItem(model()->index(row, 0).data(BatchQueueModel::IdRole).toUuid());
+            m_runner.removeItem(id);
+        else if (name == retryActionName())
+            m_runner.retry(id);
+        else if (name == ripAgainActionName())
+            m_runner.ripAgain(id);
+    }
+
+protected:
+    // The row's actions, for the mouse as for a screen reader.
+    void contextMenuEvent(QContextMenuEvent* event) override
+    {
+        const QModelIndex index = indexAt(event->pos());
+        const QStringList names = index.isValid() ? rowActionNames(index.row()) : QStringList();
+        if (names.isEmpty())
+            return;
+        QMenu menu(this);
+        for (const QString& name : names)
+            menu.addAction(name);
+        if (const QAction* chosen = menu.exec(event->globalPos()))
+            triggerRowAction(index.row(), chosen->text());
     }
 
 private:
@@ -193,6 +232,9 @@ QWidget* BatchView::buildFooter()
     m_count = textLabel(QString(), 12, QFont::Normal, true);
     row->addWidget(m_count);
     row->addStretch(1);
+    m_retryFailed = button(tr("Retry Failed"));
+    connect(m_retryFailed, &QPushButton::clicked, m_runner, &BatchRunner::retryFailed);
+    row->addWidget(m_retryFailed);
     m_stop = button(tr("Stop Batch"));
     m_stop->setStyleSheet(u"QPushButton { color: " + Theme::red(palette()).name() + u"; }");
     connect(m_stop, &QPushButton::clicked, m_runner, &BatchRunner::stopBatch);
@@ -223,6 +265,7 @@ void BatchView::updateState()
     m_footer->setVisible(queueShown);
     m_count->setText(m_runner->countText());
     m_stop->setVisible(now == State::processing);
+    m_retryFailed->setVisible(now == State::queued && m_runner->failedCount() > 0);
     m_addMore->setVisible(now != State::processing);
     m_ripAll->setVisible(now != State::processing);
     m_ripAll->setText(tr("Rip All (%n Tracks)", nullptr, int(m_runner->queue().size())));

@@ -63,6 +63,7 @@ private:
     QListView* m_list = nullptr;
     QWidget* m_footer = nullptr;
     QLabel* m_count = nullptr;
+    QPushButton* m_retryFailed = nullptr;
     QPushButton* m_stop = nullptr;
     QPushButton* m_addMore = nullptr;
     QPushButton* m_ripAll = nullptr;

@@ -20,6 +20,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QVBoxLayout>
 
 using namespace Theme;
@@ -116,6 +117,27 @@ QWidget* SettingsView::buildDefaultsCard()
     layout->addWidget(sectionTitle(tr("General Defaults"), this));
     layout->addWidget(new OutputOptionsForm(OutputOptionsForm::Kind::settings, m_services.engine,
                                             DesktopServices::system(), content));
+
+    // How many batch items rip side by side.
+    auto* parallelRow = new QWidget(content);
+    auto* parallelLayout = new QHBoxLayout(parallelRow);
+    parallelLayout->setContentsMargins(0, 0, 0, 0);
+    parallelLayout->setSpacing(8);
+    QLabel* parallelLabel = label(tr("Simultaneous rips"), Theme::font(12), parallelRow);
+    parallelLayout->addWidget(parallelLabel);
+    auto* parallel = new QSpinBox(parallelRow);
+    parallel->setRange(1, 4);
+    parallel->setAccessibleName(tr("Simultaneous rips"));
+    parallelLabel->setBuddy(parallel);
+    DownloadEngine& engine = m_services.engine;
+    parallel->setValue(engine.simultaneousRips());
+    connect(parallel, &QSpinBox::valueChanged, this, [&engine](int count) {
+        engine.setSimultaneousRips(count);
+        engine.savePreferences();
+    });
+    parallelLayout->addWidget(parallel);
+    parallelLayout->addStretch(1);
+    layout->addWidget(parallelRow);
     return card(content, this);
 }
 

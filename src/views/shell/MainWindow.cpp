@@ -94,18 +94,19 @@ void MainWindow::dropEvent(QDropEvent* event)
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    // A rip running (the converter's, or the batch's current one) is not dropped unasked.
-    if (m_quitConfirmed || !m_engine.currentStatus().isBusy()) {
+    // A rip running (the converter's, or the batch's) is not dropped unasked.
+    const int running = (m_engine.currentStatus().isBusy() ? 1 : 0) + m_batch.runningCount();
+    if (m_quitConfirmed || running == 0) {
         QMainWindow::closeEvent(event);
         return;
     }
     event->ignore();
     if (m_quitConfirmation)
         return;
-    // One job runs at a time: the converter's, or the batch's current item.
-    m_quitConfirmation =
-        new QMessageBox(QMessageBox::Question, tr("A Rip Is Running"),
-                        tr("Stop the running rip and quit?"), QMessageBox::NoButton, this);
+    m_quitConfirmation = new QMessageBox(
+        QMessageBox::Question, running == 1 ? tr("A Rip Is Running") : tr("Rips Are Running"),
+        running == 1 ? tr("Stop the running rip and quit?") : tr("Stop %1 rips and quit?").arg(running),
+        QMessageBox::NoButton, this);
     QPushButton* stop = m_quitConfirmation->addButton(tr("Stop and Quit"), QMessageBox::AcceptRole);
     m_quitConfirmation->addButton(QMessageBox::Cancel);
     m_quitConfirmation->setAttribute(Qt::WA_DeleteOnClose);
