@@ -152,11 +152,14 @@ private slots:
         m_env->player().play(track(u"song"_s));
         QVERIFY(QTest::qWaitForWindowExposed(&view));
         // A spin box's own field takes numbers only.
-        QList<QLineEdit*> fields = view.currentScreen()->findChildren<QLineEdit*>();
-        fields.removeIf([](QLineEdit* field) {
-            return qobject_cast<QAbstractSpinBox*>(field->parent()) != nullptr;
-        });
-        for (QLineEdit* field : fields)
+        const auto textFields = [&view] {
+            QList<QLineEdit*> fields = view.currentScreen()->findChildren<QLineEdit*>();
+            fields.removeIf([](QLineEdit* field) {
+                return qobject_cast<QAbstractSpinBox*>(field->parent()) != nullptr;
+            });
+            return fields;
+        };
+        for (QLineEdit* field : textFields())
             field->setText(u"typed"_s);
         QVERIFY(!lightLeftovers(&view).isEmpty());
 
@@ -167,7 +170,7 @@ private slots:
 
         QApplication::setPalette(Theme::palette(Theme::Scheme::dark));
         QTRY_COMPARE(lightLeftovers(&view), QStringList());
-        for (QLineEdit* field : fields)
+        for (QLineEdit* field : textFields())
             QCOMPARE(field->text(), u"typed"_s);
     }
 };
