@@ -9,6 +9,7 @@
 #include "views/shell/Sidebar.h"
 
 #include <QApplication>
+#include <QDBusConnection>
 #include <QDir>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -20,6 +21,24 @@
 
 using namespace Qt::StringLiterals;
 using namespace ScreenFixture;
+
+// A notification service on the test's own session bus, keeping what it is asked to show.
+class FakeNotifications : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+
+public:
+    QStringList summaries;
+
+public slots:
+    uint Notify(const QString&, uint, const QString&, const QString& summary, const QString&,
+                const QStringList&, const QVariantMap&, int)
+    {
+        summaries << summary;
+        return uint(summaries.size());
+    }
+};
 
 class TestScreensEndToEnd : public QObject
 {
@@ -109,6 +128,33 @@ private slots:
         QTRY_VERIFY(!window.isVisible());
         QCOMPARE(env.engine().currentStatus(), DownloadStatus::idle());
         QTRY_COMPARE(scratchFolders(), 0);
+    }
+
+    // A rip or a batch that ends while the window is elsewhere says so once; with no
+    // service, nothing happens.
+    void notifiesWhenAway()
+    {
+        QDBusConnection server =
+            QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"fake-notifications"_s);
+        if (!server.isConnected())
+            QSKIP("no session bus");
+        Environment env(Tools::both);
+        ScreenFactory factory(env.services());
+        MainWindow window(env.services(), factory);
+        env.engine().setCurrentStatus(DownloadStatus::completed(u"/m/Song One.mp3"_s));
+        QTest::qWait(200);
+
+        FakeNotifications fake;
+        QVERIFY(server.registerObject(u"/org/freedesktop/Notifications"_s, &fake,
+                                      QDBusConnection::ExportAllSlots));
+        QVERIFY(server.registerService(u"org.freedesktop.Notifications"_s));
+        env.engine().setCurrentStatus(DownloadStatus::completed(u"/m/Song Two.mp3"_s));
+        QTRY_COMPARE(fake.summaries, QStringList{u"Rip finished"_s});
+        emit env.batch().batchFinished();
+        QTRY_COMPARE(fake.summaries.size(), 2);
+        QCOMPARE(fake.summaries.last(), u"Batch finished: 0 of 0 completed"_s);
+        server.unregisterService(u"org.freedesktop.Notifications"_s);
+        QDBusConnection::disconnectFromBus(u"fake-notifications"_s);
     }
 };
 

@@ -1,5 +1,6 @@
 #include "views/shell/MainWindow.h"
 
+#include "platform/DesktopNotifier.h"
 #include "services/AudioPlayerService.h"
 #include "services/BatchRunner.h"
 #include "services/DownloadEngine.h"
@@ -14,6 +15,7 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -44,6 +46,17 @@ MainWindow::MainWindow(const Services& services, const ScreenFactory& factory, Q
     m_stop = playback->addAction(tr("Stop Playback"));
     m_stop->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Period));
     connect(m_stop, &QAction::triggered, &services.player, &AudioPlayerService::stop);
+
+    connect(&m_engine, &DownloadEngine::currentStatusChanged, this, [this] {
+        const DownloadStatus status = m_engine.currentStatus();
+        if (status.kind() != DownloadStatus::Kind::completed)
+            return;
+        const std::optional<VideoMetadata> video = m_engine.currentMetadata();
+        notifyIfAway(tr("Rip finished"),
+                     video ? video->title : QFileInfo(status.filePath()).completeBaseName());
+    });
+    connect(&m_batch, &BatchRunner::batchFinished, this,
+            [this] { notifyIfAway(tr("Batch finished: %1").arg(m_batch.countText()), {}); });
 
     resize(880, 660);
     // Links dragged from a browser: the screens' own text fields take a drop into themselves.
@@ -164,6 +177,17 @@ void MainWindow::openLinks(const QStringList& links)
         m_batch.addUrlsToQueue(links.join(u'\n'));
         m_content->setSelectedTab(NavigationItem::batch);
     }
+}
+
+void MainWindow::notifyIfAway(const QString& summary, const QString& body)
+{
+    if (isActiveWindow())
+        return;
+    if (!m_notifier) {
+        m_notifier = new DesktopNotifier(this);
+        connect(m_notifier, &DesktopNotifier::activated, this, [this] { bringToFront(); });
+    }
+    m_notifier->notify(summary, body);
 }
 
 void MainWindow::bringToFront(const QByteArray& activationToken)

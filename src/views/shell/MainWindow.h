@@ -6,6 +6,7 @@
 
 class BatchRunner;
 class ContentView;
+class DesktopNotifier;
 class DownloadEngine;
 class QAction;
 class QMessageBox;
@@ -41,10 +42,15 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    // A word to the desktop when work ends while the window is elsewhere.
+    void notifyIfAway(const QString& summary, const QString& body);
+
     DownloadEngine& m_engine;
     BatchRunner& m_batch;
     QMessageBox* m_quitConfirmation = nullptr;
     bool m_quitConfirmed = false;
+    // Made with the first notification: a start-up pays nothing for it.
+    DesktopNotifier* m_notifier = nullptr;
     ContentView* m_content;
     QAction* m_playPause;
     QAction* m_stop;
