@@ -96,6 +96,10 @@
         <source>Failed: %1</source>
         <translation>Fehlgeschlagen: %1</translation>
     </message>
+    <message>
+        <source>Already in Library</source>
+        <translation>Schon in der Bibliothek</translation>
+    </message>
 </context>
 <context>
     <name>BatchRunner</name>
@@ -104,8 +108,8 @@
         <translation>%1 von %2 fertig</translation>
     </message>
     <message>
-        <source>Another rip is already running.</source>
-        <translation>Es läuft bereits ein anderer Rip.</translation>
+        <source>%1, %2 skipped</source>
+        <translation>%1, %2 übersprungen</translation>
     </message>
 </context>
 <context>
@@ -164,6 +168,18 @@
     <message>
         <source>Remove</source>
         <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>Erneut versuchen</translation>
+    </message>
+    <message>
+        <source>Rip Again</source>
+        <translation>Erneut rippen</translation>
+    </message>
+    <message>
+        <source>Retry Failed</source>
+        <translation>Fehlgeschlagene wiederholen</translation>
     </message>
 </context>
 <context>
@@ -345,6 +361,13 @@
     <message>
         <source>Verifying installed tools...</source>
         <translation>Installierte Werkzeuge werden geprüft...</translation>
+    </message>
+</context>
+<context>
+    <name>DesktopNotifier</name>
+    <message>
+        <source>Show</source>
+        <translation>Anzeigen</translation>
     </message>
 </context>
 <context>
@@ -594,6 +617,22 @@
         <source>Stop and Quit</source>
         <translation>Abbrechen und beenden</translation>
     </message>
+    <message>
+        <source>Rip finished</source>
+        <translation>Rip abgeschlossen</translation>
+    </message>
+    <message>
+        <source>Batch finished: %1</source>
+        <translation>Stapel abgeschlossen: %1</translation>
+    </message>
+    <message>
+        <source>Rips Are Running</source>
+        <translation>Rips laufen</translation>
+    </message>
+    <message>
+        <source>Stop %1 rips and quit?</source>
+        <translation>%1 Rips anhalten und beenden?</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>
@@ -784,6 +823,10 @@
     <message>
         <source>YouTube needs it for most videos</source>
         <translation>YouTube braucht sie für die meisten Videos</translation>
+    </message>
+    <message>
+        <source>Simultaneous rips</source>
+        <translation>Gleichzeitige Rips</translation>
     </message>
 </context>
 <context>

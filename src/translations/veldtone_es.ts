@@ -96,6 +96,10 @@
         <source>Failed: %1</source>
         <translation>Error: %1</translation>
     </message>
+    <message>
+        <source>Already in Library</source>
+        <translation>Ya en la biblioteca</translation>
+    </message>
 </context>
 <context>
     <name>BatchRunner</name>
@@ -104,8 +108,8 @@
         <translation>%1 de %2 completados</translation>
     </message>
     <message>
-        <source>Another rip is already running.</source>
-        <translation>Ya hay otra extracción en curso.</translation>
+        <source>%1, %2 skipped</source>
+        <translation>%1, %2 omitidos</translation>
     </message>
 </context>
 <context>
@@ -164,6 +168,18 @@
     <message>
         <source>Remove</source>
         <translation>Quitar</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>Reintentar</translation>
+    </message>
+    <message>
+        <source>Rip Again</source>
+        <translation>Extraer de nuevo</translation>
+    </message>
+    <message>
+        <source>Retry Failed</source>
+        <translation>Reintentar los fallidos</translation>
     </message>
 </context>
 <context>
@@ -345,6 +361,13 @@
     <message>
         <source>Verifying installed tools...</source>
         <translation>Verificando las herramientas instaladas...</translation>
+    </message>
+</context>
+<context>
+    <name>DesktopNotifier</name>
+    <message>
+        <source>Show</source>
+        <translation>Mostrar</translation>
     </message>
 </context>
 <context>
@@ -594,6 +617,22 @@
         <source>Stop and Quit</source>
         <translation>Detener y salir</translation>
     </message>
+    <message>
+        <source>Rip finished</source>
+        <translation>Extracción terminada</translation>
+    </message>
+    <message>
+        <source>Batch finished: %1</source>
+        <translation>Lote terminado: %1</translation>
+    </message>
+    <message>
+        <source>Rips Are Running</source>
+        <translation>Hay extracciones en curso</translation>
+    </message>
+    <message>
+        <source>Stop %1 rips and quit?</source>
+        <translation>¿Detener %1 extracciones y salir?</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>
@@ -784,6 +823,10 @@
     <message>
         <source>YouTube needs it for most videos</source>
         <translation>YouTube lo necesita para la mayoría de los vídeos</translation>
+    </message>
+    <message>
+        <source>Simultaneous rips</source>
+        <translation>Extracciones simultáneas</translation>
     </message>
 </context>
 <context>

@@ -96,6 +96,10 @@
         <source>Failed: %1</source>
         <translation>Échec&#xa0;:&#xa0;%1</translation>
     </message>
+    <message>
+        <source>Already in Library</source>
+        <translation>Déjà dans la bibliothèque</translation>
+    </message>
 </context>
 <context>
     <name>BatchRunner</name>
@@ -104,8 +108,8 @@
         <translation>%1 sur&#xa0;%2 terminés</translation>
     </message>
     <message>
-        <source>Another rip is already running.</source>
-        <translation>Une autre extraction est déjà en cours.</translation>
+        <source>%1, %2 skipped</source>
+        <translation>%1, %2 ignoré(s)</translation>
     </message>
 </context>
 <context>
@@ -164,6 +168,18 @@
     <message>
         <source>Remove</source>
         <translation>Retirer</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>Réessayer</translation>
+    </message>
+    <message>
+        <source>Rip Again</source>
+        <translation>Extraire à nouveau</translation>
+    </message>
+    <message>
+        <source>Retry Failed</source>
+        <translation>Réessayer les échecs</translation>
     </message>
 </context>
 <context>
@@ -345,6 +361,13 @@
     <message>
         <source>Verifying installed tools...</source>
         <translation>Vérification des outils installés...</translation>
+    </message>
+</context>
+<context>
+    <name>DesktopNotifier</name>
+    <message>
+        <source>Show</source>
+        <translation>Afficher</translation>
     </message>
 </context>
 <context>
@@ -594,6 +617,22 @@
         <source>Stop and Quit</source>
         <translation>Arrêter et quitter</translation>
     </message>
+    <message>
+        <source>Rip finished</source>
+        <translation>Extraction terminée</translation>
+    </message>
+    <message>
+        <source>Batch finished: %1</source>
+        <translation>Lot terminé : %1</translation>
+    </message>
+    <message>
+        <source>Rips Are Running</source>
+        <translation>Des extractions sont en cours</translation>
+    </message>
+    <message>
+        <source>Stop %1 rips and quit?</source>
+        <translation>Arrêter %1 extractions et quitter ?</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>
@@ -784,6 +823,10 @@
     <message>
         <source>YouTube needs it for most videos</source>
         <translation>YouTube en a besoin pour la plupart des vidéos</translation>
+    </message>
+    <message>
+        <source>Simultaneous rips</source>
+        <translation>Extractions simultanées</translation>
     </message>
 </context>
 <context>

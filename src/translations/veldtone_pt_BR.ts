@@ -96,6 +96,10 @@
         <source>Failed: %1</source>
         <translation>Falhou: %1</translation>
     </message>
+    <message>
+        <source>Already in Library</source>
+        <translation>Já está na biblioteca</translation>
+    </message>
 </context>
 <context>
     <name>BatchRunner</name>
@@ -104,8 +108,8 @@
         <translation>%1 de %2 concluídos</translation>
     </message>
     <message>
-        <source>Another rip is already running.</source>
-        <translation>Outra extração já está em andamento.</translation>
+        <source>%1, %2 skipped</source>
+        <translation>%1, %2 ignorados</translation>
     </message>
 </context>
 <context>
@@ -164,6 +168,18 @@
     <message>
         <source>Remove</source>
         <translation>Remover</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>Tentar novamente</translation>
+    </message>
+    <message>
+        <source>Rip Again</source>
+        <translation>Extrair novamente</translation>
+    </message>
+    <message>
+        <source>Retry Failed</source>
+        <translation>Tentar novamente os que falharam</translation>
     </message>
 </context>
 <context>
@@ -345,6 +361,13 @@
     <message>
         <source>Verifying installed tools...</source>
         <translation>Verificando as ferramentas instaladas...</translation>
+    </message>
+</context>
+<context>
+    <name>DesktopNotifier</name>
+    <message>
+        <source>Show</source>
+        <translation>Mostrar</translation>
     </message>
 </context>
 <context>
@@ -594,6 +617,22 @@
         <source>Stop and Quit</source>
         <translation>Interromper e sair</translation>
     </message>
+    <message>
+        <source>Rip finished</source>
+        <translation>Extração concluída</translation>
+    </message>
+    <message>
+        <source>Batch finished: %1</source>
+        <translation>Lote concluído: %1</translation>
+    </message>
+    <message>
+        <source>Rips Are Running</source>
+        <translation>Há extrações em andamento</translation>
+    </message>
+    <message>
+        <source>Stop %1 rips and quit?</source>
+        <translation>Interromper %1 extrações e sair?</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>
@@ -784,6 +823,10 @@
     <message>
         <source>YouTube needs it for most videos</source>
         <translation>O YouTube precisa dele para a maioria dos vídeos</translation>
+    </message>
+    <message>
+        <source>Simultaneous rips</source>
+        <translation>Extrações simultâneas</translation>
     </message>
 </context>
 <context>
