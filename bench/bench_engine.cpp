@@ -1,6 +1,7 @@
 // Engine figures: how fast tool output becomes published status, and what driving yt-dlp
 // through the engine costs over running the same command line bare.
 #include "Bench.h"
+#include "services/BatchRunner.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/ExtractionArguments.h"
@@ -136,7 +137,43 @@ std::vector<BenchFigure> ripOverhead()
             {QStringLiteral("ytdlp_60s_mp3_wall_s"), bareMedian, QStringLiteral("s")}};
 }
 
+// A batch of six network-bound items (a stand-in yt-dlp that waits a second, as a throttled
+// download does, then writes its file) at one rip at a time and at three.
+std::vector<BenchFigure> batchParallel()
+{
+    EngineFixture fixture({.standInScript = R"sh(link=""
+for a in "$@"; do case "$a" in *youtu*) link="$a";; esac; done
+sleep 1
+out="$(dirname "$0")/../out/${link##*/}.mp3"
+mkdir -p "$(dirname "$out")"; printf 'ID3' > "$out"
+echo "[ExtractAudio] Destination: $out"
+)sh"});
+    if (!fixture.isReady())
+        return {};
+    fixture.engine().setTargetFolder(QUrl::fromLocalFile(fixture.rootPath() + u"/out"));
+    const auto runBatch = [&](int simultaneous) {
+        BatchRunner batch(fixture.engine(), fixture.history());
+        fixture.engine().setSimultaneousRips(simultaneous);
+        QStringList links;
+        for (int i = 0; i < 6; ++i)
+            links << u"https://youtu.be/item" + QString::number(simultaneous) + u'_' + QString::number(i);
+        batch.addUrlsToQueue(links.join(u'\n'));
+        QEventLoop loop;
+        QObject::connect(&batch, &BatchRunner::batchFinished, &loop, &QEventLoop::quit);
+        QElapsedTimer timer;
+        timer.start();
+        batch.startBatchProcessing();
+        loop.exec();
+        return double(timer.nsecsElapsed()) / 1e9;
+    };
+    const double one = runBatch(1);
+    const double three = runBatch(3);
+    return {{QStringLiteral("batch_parallel_time_ratio"), three / one, QStringLiteral("x")},
+            {QStringLiteral("batch_6_items_at_1_s"), one, QStringLiteral("s")}};
+}
+
 BenchRegistration statusRegistration("engine", statusUpdates);
+BenchRegistration batchRegistration("batch", batchParallel);
 BenchRegistration ripRegistration("rip", ripOverhead);
 
 } // namespace

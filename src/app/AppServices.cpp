@@ -10,6 +10,7 @@
 #include "services/ToolUpdater.h"
 
 #include <QSettings>
+#include <QTimer>
 
 AppServices::AppServices()
     // The tool manager starts its first check; the store waits for loadLibrary(); the engine
@@ -42,5 +43,6 @@ AppServices::~AppServices() = default;
 void AppServices::afterFirstFrame()
 {
     m_history->load();
-    m_updater->checkIfDue();
+    // A little later still: the network stack it loads is no part of starting up.
+    QTimer::singleShot(3000, m_updater.get(), &ToolUpdater::checkIfDue);
 }

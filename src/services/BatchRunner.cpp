@@ -123,8 +123,7 @@ int BatchRunner::addUrlsToQueue(const QString& text)
         if (queued.contains(id))
             continue;
         queued.insert(id);
-        added.append(BatchItem(link));
-        added.back().alreadyInLibrary = inLibrary.contains(id);
+        added.emplaceBack(link).alreadyInLibrary = inLibrary.contains(id);
     }
     if (added.isEmpty())
         return 0;
