@@ -328,6 +328,11 @@ void shootLibraryAndBatch(Shooter& shoot)
     QToolTip::showText(list->viewport()->mapToGlobal(QPoint(status.right() - 8, row.center().y())),
                        batch->model()->index(1).data(Qt::ToolTipRole).toString(), list);
     shoot(window, u"batch-finished-failure"_s);
+    QToolTip::hideText();
+    settle(400);
+    batch->runner().clearQueue();
+    batch->runner().addUrlsToQueue(u"https://youtu.be/one\nhttps://youtu.be/four"_s);
+    shoot(window, u"batch-already-in-library"_s);
     if (env.engine().currentStatus().isBusy())
         env.engine().cancel();
     env.history().waitForSaves();
