@@ -156,7 +156,8 @@ echo "[ExtractAudio] Destination: $out"
         fixture.engine().setSimultaneousRips(simultaneous);
         QStringList links;
         for (int i = 0; i < 6; ++i)
-            links << u"https://youtu.be/item" + QString::number(simultaneous) + u'_' + QString::number(i);
+            links << u"https://youtu.be/item" + QString::number(simultaneous) + u'_' +
+                         QString::number(i);
         batch.addUrlsToQueue(links.join(u'\n'));
         QEventLoop loop;
         QObject::connect(&batch, &BatchRunner::batchFinished, &loop, &QEventLoop::quit);

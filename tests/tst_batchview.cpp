@@ -190,8 +190,9 @@ private slots:
         QTest::mouseClick(m_view->stopButton(), Qt::LeftButton);
         QCOMPARE(m_view->state(), BatchView::State::queued);
         QTRY_COMPARE(runner().runningCount(), 0);
-        QTRY_COMPARE(QDir(file(u"out"_s)).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden),
-                     QStringList());
+        QTRY_COMPARE(
+            QDir(file(u"out"_s)).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden),
+            QStringList());
         QCOMPARE(ripped().size(), 2);
         for (int row = 0; row < 3; ++row)
             QCOMPARE(kindAt(row), DownloadStatus::Kind::idle);

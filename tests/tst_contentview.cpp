@@ -7,12 +7,12 @@
 #include "views/shell/ScreenFactory.h"
 #include "views/shell/Sidebar.h"
 
+#include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
-#include <QAbstractSpinBox>
 #include <QLineEdit>
 #include <QPointer>
 #include <QSet>

@@ -25,7 +25,8 @@ const QDateTime kNow(QDate(2026, 11, 25), QTime(12, 0), Qt::UTC);
 // A yt-dlp that answers its version and, when run for real, notes its PATH and arguments.
 QByteArray ytDlpScript(const QString& version, const QString& log = {})
 {
-    return "#!/bin/sh\nif [ \"$1\" = --version ]; then echo " + version.toUtf8() + "; exit 0; fi\n" +
+    return "#!/bin/sh\nif [ \"$1\" = --version ]; then echo " + version.toUtf8() +
+           "; exit 0; fi\n" +
            (log.isEmpty() ? QByteArray() : "echo \"$PATH|$*\" > '" + log.toUtf8() + "'\n") +
            "exit 1\n";
 }
@@ -174,8 +175,7 @@ private slots:
             m_updater->updateYtDlp();
             m_updater->updateYtDlp();
         }));
-        QCOMPARE(m_server->requestCount(u"/yt-dlp/releases/download/2026.11.01/yt-dlp_linux"_s),
-                 1);
+        QCOMPARE(m_server->requestCount(u"/yt-dlp/releases/download/2026.11.01/yt-dlp_linux"_s), 1);
         const QString installed = installFolder() + u"/yt-dlp"_s;
         QCOMPARE(m_tools->ytDlpPath(), installed);
         QCOMPARE(m_tools->ytDlpVersion(), u"2026.11.01"_s);
@@ -212,8 +212,8 @@ private slots:
         QTest::newRow("checksum") << u"checksum"_s
                                   << u"The downloaded yt-dlp does not match its published "
                                      "checksum; nothing was replaced."_s;
-        QTest::newRow("does not run") << u"broken"_s
-                                      << u"The new yt-dlp did not run; the one before it stays."_s;
+        QTest::newRow("does not run")
+            << u"broken"_s << u"The new yt-dlp did not run; the one before it stays."_s;
         QTest::newRow("nothing listening")
             << u"offline"_s << u"Could not reach the yt-dlp releases."_s;
     }
@@ -252,8 +252,7 @@ private slots:
         QCOMPARE(m_tools->denoPath(), installFolder() + u"/deno"_s);
         QCOMPARE(m_tools->denoVersion(), u"2.5.6"_s);
         QVERIFY(m_tools->hasJavaScriptRuntime());
-        QCOMPARE(m_server->requestCount(u"/yt-dlp/releases/download/2023.03.04/yt-dlp_linux"_s),
-                 0);
+        QCOMPARE(m_server->requestCount(u"/yt-dlp/releases/download/2023.03.04/yt-dlp_linux"_s), 0);
         QTRY_COMPARE(strayFiles(), QStringList());
     }
 

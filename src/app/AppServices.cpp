@@ -25,9 +25,9 @@ AppServices::AppServices()
     , m_batch(std::make_unique<BatchRunner>(*m_engine, *m_history))
     , m_details(std::make_unique<DetailsRefresher>(*m_engine, *m_history))
     , m_updater(std::make_unique<ToolUpdater>(*m_dependencies, ToolUpdater::Options::defaults()))
-    , m_services(std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
-                                                     *m_player, *m_artwork, *m_batch, *m_details,
-                                                     *m_updater}))
+    , m_services(
+          std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history, *m_player,
+                                              *m_artwork, *m_batch, *m_details, *m_updater}))
 {
     // The artwork a rip reports is kept as the rip begins, so its record shows it offline.
     QObject::connect(

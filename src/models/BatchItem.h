@@ -5,13 +5,15 @@
 
 #include <QString>
 #include <QUuid>
-
 #include <optional>
 
 // One link waiting in, or passing through, the batch queue. Never persisted.
 struct BatchItem
 {
-    explicit BatchItem(const QString& link) : id(QUuid::createUuid()), url(link) {}
+    explicit BatchItem(const QString& link)
+        : id(QUuid::createUuid())
+        , url(link)
+    {}
 
     QUuid id;
     QString url;

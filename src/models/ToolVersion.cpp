@@ -1,8 +1,8 @@
 #include "models/ToolVersion.h"
 
 #include <QList>
-#include <algorithm>
 #include <QStringList>
+#include <algorithm>
 
 namespace ToolVersion {
 

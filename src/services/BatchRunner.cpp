@@ -92,9 +92,8 @@ int BatchRunner::failedCount() const
 
 int BatchRunner::skippedCount() const
 {
-    return int(std::count_if(m_queue.cbegin(), m_queue.cend(), [](const BatchItem& item) {
-        return item.alreadyInLibrary;
-    }));
+    return int(std::count_if(m_queue.cbegin(), m_queue.cend(),
+                             [](const BatchItem& item) { return item.alreadyInLibrary; }));
 }
 
 QString BatchRunner::countText() const
@@ -218,10 +217,11 @@ void BatchRunner::ripAgain(const QUuid& id)
 void BatchRunner::fill()
 {
     while (m_isProcessing && m_running.size() < m_engine.simultaneousRips()) {
-        const auto next = std::find_if(m_queue.cbegin(), m_queue.cend(), [this](const BatchItem& item) {
-            return item.status.kind() == DownloadStatus::Kind::idle && !item.alreadyInLibrary &&
-                   !m_running.contains(item.id);
-        });
+        const auto next =
+            std::find_if(m_queue.cbegin(), m_queue.cend(), [this](const BatchItem& item) {
+                return item.status.kind() == DownloadStatus::Kind::idle && !item.alreadyInLibrary &&
+                       !m_running.contains(item.id);
+            });
         if (next == m_queue.cend())
             break;
         startItem(int(next - m_queue.cbegin()));
@@ -253,22 +253,22 @@ void BatchRunner::startItem(int row)
         if (job->metadata())
             setMetadata(id, *job->metadata());
     });
-    connect(job, &ExtractionJob::finished, this,
-            [this, id, job](const ExtractionJob::Result& result) {
-                job->deleteLater();
-                m_running.remove(id);
-                const DownloadStatus status = job->status();
-                if (status.kind() == DownloadStatus::Kind::completed) {
-                    const int at = rowOf(id);
-                    const HistoryTrack track = m_engine.record(
-                        *job, result, at >= 0 ? m_queue.at(at).metadata : std::nullopt);
-                    setStatus(id, DownloadStatus::completed(track.filePath));
-                } else {
-                    setStatus(id, status);
-                }
-                // Not from inside the job's own signal.
-                QTimer::singleShot(0, this, &BatchRunner::fill);
-            });
+    connect(
+        job, &ExtractionJob::finished, this, [this, id, job](const ExtractionJob::Result& result) {
+            job->deleteLater();
+            m_running.remove(id);
+            const DownloadStatus status = job->status();
+            if (status.kind() == DownloadStatus::Kind::completed) {
+                const int at = rowOf(id);
+                const HistoryTrack track =
+                    m_engine.record(*job, result, at >= 0 ? m_queue.at(at).metadata : std::nullopt);
+                setStatus(id, DownloadStatus::completed(track.filePath));
+            } else {
+                setStatus(id, status);
+            }
+            // Not from inside the job's own signal.
+            QTimer::singleShot(0, this, &BatchRunner::fill);
+        });
     setStatus(id, job->status());
     job->start();
 }

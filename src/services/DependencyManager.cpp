@@ -47,8 +47,8 @@ std::optional<QString> runtimeVersion(const std::optional<QString>& line)
     if (!line)
         return std::nullopt;
     const QString first = line->section(u'\n', 0, 0).trimmed();
-    const QString word = first.startsWith(u'v') ? first.section(u' ', 0, 0).mid(1)
-                                                : first.section(u' ', 1, 1);
+    const QString word =
+        first.startsWith(u'v') ? first.section(u' ', 0, 0).mid(1) : first.section(u' ', 1, 1);
     return ToolVersion::fromTag(word);
 }
 
@@ -77,8 +77,8 @@ DependencyManager::Options DependencyManager::Options::defaults()
              (arm ? QStringLiteral("arm64") : QStringLiteral("amd64")) +
              QStringLiteral("-static.tar.xz"));
     // Both sources publish a hash of each build: yt-dlp a SHA-256 list, this ffmpeg an MD5.
-    options.ytDlpChecksumsUrl = QUrl(QStringLiteral(
-        "https://github.com/yt-dlp/yt-dlp/releases/latest/download/SHA2-256SUMS"));
+    options.ytDlpChecksumsUrl = QUrl(
+        QStringLiteral("https://github.com/yt-dlp/yt-dlp/releases/latest/download/SHA2-256SUMS"));
     options.ffmpegChecksumUrl = QUrl(options.ffmpegDownloadUrl.toString() + u".md5"_s);
 #endif
     return options;
@@ -160,13 +160,13 @@ DependencyManager::CheckResult DependencyManager::runCheck(const QStringList& lo
     result.ytDlpPath = findExecutableIn(locations, environment, kYtDlpName);
     result.ffmpegPath = findExecutableIn(locations, environment, kFfmpegName);
     if (result.ytDlpPath) {
-        result.ytDlpVersion = ToolFiles::versionText(
-            *result.ytDlpPath, {QStringLiteral("--version")}, probeTimeoutMs);
+        result.ytDlpVersion = ToolFiles::versionText(*result.ytDlpPath,
+                                                     {QStringLiteral("--version")}, probeTimeoutMs);
     }
     if (result.ffmpegPath) {
-        const QString banner = ToolFiles::versionText(*result.ffmpegPath,
-                                                      {QStringLiteral("-version")}, probeTimeoutMs)
-                                   .value_or(QString());
+        const QString banner =
+            ToolFiles::versionText(*result.ffmpegPath, {QStringLiteral("-version")}, probeTimeoutMs)
+                .value_or(QString());
         result.ffmpegVersion = versionFromFfmpegBanner(banner);
     }
     // yt-dlp's JavaScript runtime: Deno, or else a Node.js recent enough for it.
@@ -218,8 +218,7 @@ void DependencyManager::publishCheck(const CheckResult& result)
     const bool ytDlpVersionChange = m_ytDlpVersion != result.ytDlpVersion;
     const bool ffmpegVersionChange = m_ffmpegVersion != result.ffmpegVersion;
     const bool runtimeChange = m_denoPath != result.denoPath ||
-                               m_denoVersion != result.denoVersion ||
-                               m_nodePath != result.nodePath;
+                               m_denoVersion != result.denoVersion || m_nodePath != result.nodePath;
     const bool checkingChange = m_isChecking;
     m_ytDlpPath = result.ytDlpPath;
     m_ffmpegPath = result.ffmpegPath;
@@ -307,8 +306,8 @@ void DependencyManager::installFfmpeg(const QString& folder)
               m_unpack = runInBackground(
                   QThreadPool::globalInstance(), this,
                   [file, folder, timeoutMs = m_options.unpackTimeoutMs] {
-                      return ToolFiles::unpackTool(file->path, folder, kFfmpegName,
-                                                   kFfmpegName, timeoutMs);
+                      return ToolFiles::unpackTool(file->path, folder, kFfmpegName, kFfmpegName,
+                                                   timeoutMs);
                   },
                   [this](bool) { finishInstall(); });
           });
@@ -344,19 +343,19 @@ void DependencyManager::fetch(const QUrl& url, const QString& folder, const QStr
 {
     if (!m_network)
         m_network = new QNetworkAccessManager(this);
-    ToolFiles::fetchToFile(
-        *m_network, url, folder, stem, m_options.transferTimeoutMs, this,
-        [=, this](std::shared_ptr<ToolFiles::Download> file) {
-            if (!file || checksumUrl.isEmpty()) {
-                done(file);
-                return;
-            }
-            // Checked against the hash its source lists for it before it goes anywhere.
-            ToolFiles::verifyDownload(*m_network, file->path, checksumUrl,
-                                      url.fileName(), algorithm, m_options.transferTimeoutMs,
-                                      this, &m_hashing,
-                                      [file, done](bool ok) { done(ok ? file : nullptr); });
-        });
+    ToolFiles::fetchToFile(*m_network, url, folder, stem, m_options.transferTimeoutMs, this,
+                           [=, this](std::shared_ptr<ToolFiles::Download> file) {
+                               if (!file || checksumUrl.isEmpty()) {
+                                   done(file);
+                                   return;
+                               }
+                               // Checked against the hash its source lists for it before it goes
+                               // anywhere.
+                               ToolFiles::verifyDownload(
+                                   *m_network, file->path, checksumUrl, url.fileName(), algorithm,
+                                   m_options.transferTimeoutMs, this, &m_hashing,
+                                   [file, done](bool ok) { done(ok ? file : nullptr); });
+                           });
 }
 
 bool DependencyManager::hasJavaScriptRuntime() const

@@ -17,8 +17,8 @@
 class QNetworkAccessManager;
 class QTemporaryFile;
 
-// Finds yt-dlp, ffmpeg and a JavaScript runtime, reads their versions off the GUI thread, and installs missing ones
-// into the application's own folder.
+// Finds yt-dlp, ffmpeg and a JavaScript runtime, reads their versions off the GUI thread, and
+// installs missing ones into the application's own folder.
 class DependencyManager : public QObject
 {
     Q_OBJECT
@@ -27,8 +27,7 @@ class DependencyManager : public QObject
     Q_PROPERTY(std::optional<QString> ytDlpVersion READ ytDlpVersion NOTIFY ytDlpVersionChanged)
     Q_PROPERTY(std::optional<QString> ffmpegVersion READ ffmpegVersion NOTIFY ffmpegVersionChanged)
     Q_PROPERTY(std::optional<QString> denoPath READ denoPath NOTIFY javaScriptRuntimeChanged)
-    Q_PROPERTY(
-        std::optional<QString> denoVersion READ denoVersion NOTIFY javaScriptRuntimeChanged)
+    Q_PROPERTY(std::optional<QString> denoVersion READ denoVersion NOTIFY javaScriptRuntimeChanged)
     Q_PROPERTY(bool isChecking READ isChecking NOTIFY isCheckingChanged)
     Q_PROPERTY(bool isInstalling READ isInstalling NOTIFY isInstallingChanged)
     Q_PROPERTY(QString installProgress READ installProgress NOTIFY installProgressChanged)
@@ -99,7 +98,6 @@ public:
     // The first search hit for a tool name, or nullopt. Safe to call from any thread.
     std::optional<QString> findExecutable(const QString& name) const;
 
-
 signals:
     void ytDlpPathChanged();
     void ffmpegPathChanged();
@@ -144,9 +142,8 @@ private:
     void setInstallProgress(const QString& text);
     // Fetches url into a temporary file in folder and, when a checksum address is given,
     // keeps it only if it matches; done gets the file, or null.
-    void fetch(const QUrl& url, const QString& folder, const QString& stem,
-               const QUrl& checksumUrl, QCryptographicHash::Algorithm algorithm,
-               ToolFiles::FileDone done);
+    void fetch(const QUrl& url, const QString& folder, const QString& stem, const QUrl& checksumUrl,
+               QCryptographicHash::Algorithm algorithm, ToolFiles::FileDone done);
     bool denoServes() const;
     bool nodeServes() const;
 

@@ -128,7 +128,8 @@ std::optional<ToolInvocation> DownloadEngine::ytDlpInvocation() const
 {
     std::optional<ToolInvocation> invocation = m_dependencies.ytDlpInvocation();
     if (invocation && !m_choices.cookiesFromBrowser.isEmpty())
-        invocation->options << QStringLiteral("--cookies-from-browser") << m_choices.cookiesFromBrowser;
+        invocation->options << QStringLiteral("--cookies-from-browser")
+                            << m_choices.cookiesFromBrowser;
     return invocation;
 }
 
@@ -155,9 +156,9 @@ QString DownloadEngine::folderPath(const QUrl& folder)
 }
 
 ExtractionJob* DownloadEngine::newJob(const QString& url, std::optional<AudioFormat> format,
-                                     std::optional<AudioQuality> quality,
-                                     std::optional<QUrl> destination, QString* refusal,
-                                     QObject* parent)
+                                      std::optional<AudioQuality> quality,
+                                      std::optional<QUrl> destination, QString* refusal,
+                                      QObject* parent)
 {
     std::optional<ToolInvocation> tool = ytDlpInvocation();
     if (!tool) {

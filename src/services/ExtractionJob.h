@@ -1,10 +1,10 @@
 #pragma once
 
-#include "services/ToolInvocation.h"
 #include "models/AudioFormat.h"
 #include "models/AudioQuality.h"
 #include "models/DownloadStatus.h"
 #include "models/VideoMetadata.h"
+#include "services/ToolInvocation.h"
 
 #include <QByteArray>
 #include <QFuture>

@@ -45,10 +45,10 @@ MetadataFetch::MetadataFetch(const ToolInvocation& tool, const QString& link, QO
     , m_link(link)
     , m_process(new QProcess(this))
 {
-    tool.applyTo(*m_process, QStringList{QStringLiteral("--dump-single-json"),
-                                         QStringLiteral("--no-playlist"),
-                                         QStringLiteral("--no-warnings")} +
-                                 tool.options + QStringList{link});
+    tool.applyTo(*m_process,
+                 QStringList{QStringLiteral("--dump-single-json"), QStringLiteral("--no-playlist"),
+                             QStringLiteral("--no-warnings")} +
+                     tool.options + QStringList{link});
     m_process->setStandardInputFile(QProcess::nullDevice());
     // Both streams are read as they come so a large dump never fills a pipe.
     connect(m_process, &QProcess::readyReadStandardOutput, this,

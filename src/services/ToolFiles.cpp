@@ -9,10 +9,10 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QStringDecoder>
 #include <QTemporaryDir>
-#include <QRandomGenerator>
 #include <QTimer>
 #include <csignal>
 #include <sys/types.h>
@@ -48,8 +48,8 @@ QString join(const QString& folder, const QString& name)
     return folder.endsWith(u'/') ? QString(folder + name) : QString(folder + u'/' + name);
 }
 
-std::optional<QByteArray> runBounded(const QString& program, const QStringList& args,
-                                     int timeoutMs, int* exitCode)
+std::optional<QByteArray> runBounded(const QString& program, const QStringList& args, int timeoutMs,
+                                     int* exitCode)
 {
     QProcess process;
     process.setProgram(program);
@@ -103,14 +103,14 @@ bool unpackTool(const QString& archivePath, const QString& folder, const QString
     const bool isZip = magic.startsWith("PK");
     int exitCode = -1;
     const std::optional<QByteArray> unpacked =
-        isZip ? runBounded(systemTool(QStringLiteral("unzip")),
-                           {QStringLiteral("-o"), QStringLiteral("-qq"), archivePath,
-                            QStringLiteral("-d"), scratch.path()},
-                           timeoutMs, &exitCode)
-              : runBounded(systemTool(QStringLiteral("tar")),
-                           {QStringLiteral("-xf"), archivePath, QStringLiteral("-C"),
-                            scratch.path()},
-                           timeoutMs, &exitCode);
+        isZip
+            ? runBounded(systemTool(QStringLiteral("unzip")),
+                         {QStringLiteral("-o"), QStringLiteral("-qq"), archivePath,
+                          QStringLiteral("-d"), scratch.path()},
+                         timeoutMs, &exitCode)
+            : runBounded(systemTool(QStringLiteral("tar")),
+                         {QStringLiteral("-xf"), archivePath, QStringLiteral("-C"), scratch.path()},
+                         timeoutMs, &exitCode);
     // A damaged archive can leave a cut-off tool behind; only a clean unpack counts (unzip
     // reports mere warnings with 1).
     if (!unpacked || !(exitCode == 0 || (isZip && exitCode == 1)))
@@ -155,9 +155,9 @@ void fetchToFile(QNetworkAccessManager& network, const QUrl& url, const QString&
 {
     auto file = std::make_shared<QFile>();
     for (int attempt = 0; url.isValid() && attempt < 8 && !file->isOpen(); ++attempt) {
-        file->setFileName(join(folder, u'.' + stem + u'-' +
-                                           QString::number(QRandomGenerator::global()->generate(),
-                                                           36)));
+        file->setFileName(
+            join(folder,
+                 u'.' + stem + u'-' + QString::number(QRandomGenerator::global()->generate(), 36)));
         (void)file->open(QIODevice::WriteOnly | QIODevice::NewOnly);
     }
     if (!file->isOpen()) {
@@ -166,8 +166,8 @@ void fetchToFile(QNetworkAccessManager& network, const QUrl& url, const QString&
     }
     auto download = std::make_shared<Download>();
     download->path = file->fileName();
-    QNetworkReply* reply = network.get(
-        requestFor(url, transferTimeoutMs, QNetworkRequest::NoLessSafeRedirectPolicy));
+    QNetworkReply* reply =
+        network.get(requestFor(url, transferTimeoutMs, QNetworkRequest::NoLessSafeRedirectPolicy));
     QObject::connect(reply, &QNetworkReply::readyRead, context, [reply, file] {
         const QByteArray chunk = reply->readAll();
         if (file->isOpen() && file->write(chunk) != chunk.size()) {
@@ -188,8 +188,7 @@ void fetchToFile(QNetworkAccessManager& network, const QUrl& url, const QString&
                                  error <= QNetworkReply::UnknownContentError) ||
                                 (error >= QNetworkReply::InternalServerError &&
                                  error <= QNetworkReply::UnknownServerError);
-        const bool ok =
-            written && (error == QNetworkReply::NoError || (answered && statusOnly));
+        const bool ok = written && (error == QNetworkReply::NoError || (answered && statusOnly));
         done(ok ? download : nullptr);
     });
 }
@@ -197,8 +196,8 @@ void fetchToFile(QNetworkAccessManager& network, const QUrl& url, const QString&
 void fetchText(QNetworkAccessManager& network, const QUrl& url, int transferTimeoutMs,
                QObject* context, std::function<void(std::optional<QByteArray>)> done)
 {
-    QNetworkReply* reply = network.get(
-        requestFor(url, transferTimeoutMs, QNetworkRequest::NoLessSafeRedirectPolicy));
+    QNetworkReply* reply =
+        network.get(requestFor(url, transferTimeoutMs, QNetworkRequest::NoLessSafeRedirectPolicy));
     auto body = std::make_shared<QByteArray>();
     QObject::connect(reply, &QNetworkReply::readyRead, context, [reply, body] {
         body->append(reply->readAll());

@@ -26,8 +26,8 @@ QString join(const QString& folder, const QString& name);
 
 // Runs a child in its own process group, so a timeout ends it and anything it started. Its
 // standard output, or nullopt when it could not start or did not end in time.
-std::optional<QByteArray> runBounded(const QString& program, const QStringList& args,
-                                     int timeoutMs, int* exitCode = nullptr);
+std::optional<QByteArray> runBounded(const QString& program, const QStringList& args, int timeoutMs,
+                                     int* exitCode = nullptr);
 
 // What a tool prints for "--version", trimmed; nullopt when it does not run, end in time or
 // print UTF-8, and with mustSucceed also when it fails or prints nothing.

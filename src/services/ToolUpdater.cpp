@@ -46,8 +46,8 @@ ToolUpdater::Options ToolUpdater::Options::defaults()
     options.ytDlpReleases = QUrl(u"https://github.com/yt-dlp/yt-dlp/releases"_s);
     options.denoReleases = QUrl(u"https://github.com/denoland/deno/releases"_s);
     options.ytDlpAsset = arm ? u"yt-dlp_linux_aarch64"_s : u"yt-dlp_linux"_s;
-    options.denoAsset = arm ? u"deno-aarch64-unknown-linux-gnu.zip"_s
-                            : u"deno-x86_64-unknown-linux-gnu.zip"_s;
+    options.denoAsset =
+        arm ? u"deno-aarch64-unknown-linux-gnu.zip"_s : u"deno-x86_64-unknown-linux-gnu.zip"_s;
     return options;
 }
 
@@ -81,7 +81,8 @@ ToolUpdater::~ToolUpdater()
 bool ToolUpdater::isYtDlpOutOfDate() const
 {
     const std::optional<QString> version = m_tools.ytDlpVersion();
-    return version && ToolVersion::isYtDlpOutOfDate(*version, m_latestYtDlp, m_options.now().date());
+    return version &&
+           ToolVersion::isYtDlpOutOfDate(*version, m_latestYtDlp, m_options.now().date());
 }
 
 QString ToolUpdater::ytDlpNote() const
@@ -224,7 +225,8 @@ void ToolUpdater::download(Tool tool, const QString& version)
     base.setPath(base.path() + u"/download/"_s + tag + u'/');
     const QUrl fileUrl = base.resolved(QUrl(asset));
     // yt-dlp lists every build's hash in one file; Deno puts one beside each archive.
-    const QUrl checksumUrl = base.resolved(QUrl(ytDlp ? u"SHA2-256SUMS"_s : asset + u".sha256sum"_s));
+    const QUrl checksumUrl =
+        base.resolved(QUrl(ytDlp ? u"SHA2-256SUMS"_s : asset + u".sha256sum"_s));
     const QString folder = m_tools.ensureApplicationSupportBin();
     setMessage(tr("Downloading %1 %2...").arg(name, version));
     ToolFiles::fetchToFile(
@@ -247,8 +249,7 @@ void ToolUpdater::download(Tool tool, const QString& version)
                     setMessage(tr("Installing %1 %2...").arg(name, version));
                     m_placing = runInBackground(
                         QThreadPool::globalInstance(), this,
-                        [=, probe = m_options.probeTimeoutMs,
-                         unpack = m_options.unpackTimeoutMs] {
+                        [=, probe = m_options.probeTimeoutMs, unpack = m_options.unpackTimeoutMs] {
                             return ytDlp ? placeYtDlp(file->path, folder, probe)
                                          : placeDeno(file->path, folder, unpack, probe);
                         },

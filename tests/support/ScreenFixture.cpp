@@ -99,9 +99,9 @@ void Environment::buildServices(const QUrl& installerBase)
     releases.ytDlpAsset = u"yt-dlp_linux"_s;
     releases.denoAsset = u"deno.zip"_s;
     m_updater = std::make_unique<ToolUpdater>(*m_dependencies, releases, savedSettings());
-    m_services = std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
-                                                     *m_player, *m_artwork, *m_batch, *m_details,
-                                                     *m_updater});
+    m_services =
+        std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history, *m_player,
+                                            *m_artwork, *m_batch, *m_details, *m_updater});
 }
 
 std::unique_ptr<QSettings> Environment::savedSettings() const

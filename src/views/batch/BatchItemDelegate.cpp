@@ -28,9 +28,8 @@ QRect indicatorRect(const QRect& column, const DownloadStatus& status, bool skip
     int width = 18;
     switch (status.kind()) {
     case DownloadStatus::Kind::idle:
-        width =
-            QFontMetrics(Theme::font(11))
-                .horizontalAdvance(BatchQueueModel::statusText(status, skipped));
+        width = QFontMetrics(Theme::font(11))
+                    .horizontalAdvance(BatchQueueModel::statusText(status, skipped));
         break;
     case DownloadStatus::Kind::downloading:
         // Room for "100%", so the bar does not move as the number grows.

@@ -20,7 +20,7 @@ public:
         IdRole,
         StatusRole, // DownloadStatus
         ShowsTrashRole,
-        DetailRole, // "channel • duration" once the video is known, else empty
+        DetailRole,  // "channel • duration" once the video is known, else empty
         SkippedRole, // bool: the library has it already
     };
 

@@ -9,10 +9,10 @@
 #include "views/components/Theme.h"
 
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QContextMenuEvent>
 #include <QMenu>
 #include <QMimeData>
 #include <QPlainTextEdit>

@@ -2,13 +2,13 @@
 
 #include "models/DownloadStatus.h"
 #include "models/ToolAdvice.h"
-#include "services/ToolUpdater.h"
 #include "platform/DesktopServices.h"
 #include "services/AudioPlayerService.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "services/Services.h"
+#include "services/ToolUpdater.h"
 #include "views/components/ActivitySpinner.h"
 #include "views/components/DesktopTexts.h"
 #include "views/components/ElidedLabel.h"
@@ -241,8 +241,7 @@ QWidget* ConverterView::buildUpdateLine()
     setTextColor(m_updateText, orange(palette()));
     layout->addWidget(m_updateText);
     m_updateButton = smallButton(tr("Update Tools"), QString(), line);
-    connect(m_updateButton, &QPushButton::clicked, &m_services.updater,
-            &ToolUpdater::updateTools);
+    connect(m_updateButton, &QPushButton::clicked, &m_services.updater, &ToolUpdater::updateTools);
     layout->addWidget(m_updateButton);
     return line;
 }
@@ -559,9 +558,9 @@ void ConverterView::updateTools()
     m_updateLine->setVisible(ready && (updating || updater.isYtDlpOutOfDate()));
     m_updateSpinner->setVisible(updating);
     m_updateButton->setVisible(!updating);
-    m_updateText->setText(updating ? updater.message()
-                                   : tr("yt-dlp %1 is out of date")
-                                         .arg(tools.ytDlpVersion().value_or(QString())));
+    m_updateText->setText(
+        updating ? updater.message()
+                 : tr("yt-dlp %1 is out of date").arg(tools.ytDlpVersion().value_or(QString())));
 }
 
 void ConverterView::updateStatus()
@@ -597,7 +596,7 @@ void ConverterView::updateStatus()
         kind == Kind::failed ? ToolAdvice::forError(status.error()) : ToolAdvice::Kind::none;
     const QString advice = ToolAdvice::text(adviceKind);
     m_adviceButton->setText(adviceKind == ToolAdvice::Kind::updateTools ? tr("Update Tools")
-                                                                         : tr("Open Settings"));
+                                                                        : tr("Open Settings"));
     if (kind == Kind::failed)
         m_errorLabel->setText(status.error());
     m_adviceLabel->setText(advice);

@@ -52,6 +52,22 @@ QLabel* sectionTitle(const QString& text, QWidget* owner)
     return title;
 }
 
+// A labelled control on a line of its own; the label is its buddy and names it.
+QWidget* labelledRow(const QString& text, QWidget* field, int top)
+{
+    auto* row = new QWidget;
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, top, 0, 0);
+    layout->setSpacing(8);
+    QLabel* caption = label(text, Theme::font(12), row);
+    layout->addWidget(caption);
+    field->setAccessibleName(text);
+    caption->setBuddy(field);
+    layout->addWidget(field);
+    layout->addStretch(1);
+    return row;
+}
+
 // A card that keeps to its own height; the screen's spare height goes below the last card.
 GlassCard* card(QWidget* content, QWidget* parent)
 {
@@ -119,25 +135,15 @@ QWidget* SettingsView::buildDefaultsCard()
                                             DesktopServices::system(), content));
 
     // How many batch items rip side by side.
-    auto* parallelRow = new QWidget(content);
-    auto* parallelLayout = new QHBoxLayout(parallelRow);
-    parallelLayout->setContentsMargins(0, 0, 0, 0);
-    parallelLayout->setSpacing(8);
-    QLabel* parallelLabel = label(tr("Simultaneous rips"), Theme::font(12), parallelRow);
-    parallelLayout->addWidget(parallelLabel);
-    auto* parallel = new QSpinBox(parallelRow);
+    auto* parallel = new QSpinBox;
     parallel->setRange(1, 4);
-    parallel->setAccessibleName(tr("Simultaneous rips"));
-    parallelLabel->setBuddy(parallel);
     DownloadEngine& engine = m_services.engine;
     parallel->setValue(engine.simultaneousRips());
     connect(parallel, &QSpinBox::valueChanged, this, [&engine](int count) {
         engine.setSimultaneousRips(count);
         engine.savePreferences();
     });
-    parallelLayout->addWidget(parallel);
-    parallelLayout->addStretch(1);
-    layout->addWidget(parallelRow);
+    layout->addWidget(labelledRow(tr("Simultaneous rips"), parallel, 0));
     return card(content, this);
 }
 
@@ -206,15 +212,7 @@ QWidget* SettingsView::buildToolsCard()
     layout->addWidget(m_installRow);
 
     // Sites that ask for a signed-in browser get its cookies through yt-dlp.
-    auto* cookiesRow = new QWidget(content);
-    auto* cookiesLayout = new QHBoxLayout(cookiesRow);
-    cookiesLayout->setContentsMargins(0, 4, 0, 0);
-    cookiesLayout->setSpacing(8);
-    QLabel* cookiesLabel = label(tr("Use cookies from"), Theme::font(12), cookiesRow);
-    cookiesLayout->addWidget(cookiesLabel);
-    m_cookiesBox = new QComboBox(cookiesRow);
-    m_cookiesBox->setAccessibleName(tr("Use cookies from"));
-    cookiesLabel->setBuddy(m_cookiesBox);
+    m_cookiesBox = new QComboBox;
     m_cookiesBox->addItem(tr("None"), QString());
     for (const QString& browser : EnginePreferences::cookieBrowsers())
         m_cookiesBox->addItem(browserName(browser), browser);
@@ -224,9 +222,7 @@ QWidget* SettingsView::buildToolsCard()
         engine.setCookiesFromBrowser(m_cookiesBox->currentData().toString());
         engine.savePreferences();
     });
-    cookiesLayout->addWidget(m_cookiesBox);
-    cookiesLayout->addStretch(1);
-    layout->addWidget(cookiesRow);
+    layout->addWidget(labelledRow(tr("Use cookies from"), m_cookiesBox, 4));
 
     auto* automatic = new QCheckBox(tr("Check for tool updates automatically"), content);
     automatic->setFont(Theme::font(12));
@@ -264,9 +260,9 @@ void SettingsView::updateTools()
     m_ffmpegRow->setTool(tools.ffmpegPath(), tools.ffmpegVersion());
     m_runtimeRow->setTool(tools.denoPath(), tools.denoVersion());
     const bool runtime = tools.hasJavaScriptRuntime();
-    m_runtimeRow->setNote(runtime              ? QString()
-                          : tools.denoPath()   ? tr("Needs Deno 2.3 or later")
-                                               : tr("YouTube needs it for most videos"));
+    m_runtimeRow->setNote(runtime            ? QString()
+                          : tools.denoPath() ? tr("Needs Deno 2.3 or later")
+                                             : tr("YouTube needs it for most videos"));
 
     const ToolUpdater& updater = m_services.updater;
     const bool updating = updater.isUpdating();

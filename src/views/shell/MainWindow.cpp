@@ -118,7 +118,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     m_quitConfirmation = new QMessageBox(
         QMessageBox::Question, running == 1 ? tr("A Rip Is Running") : tr("Rips Are Running"),
-        running == 1 ? tr("Stop the running rip and quit?") : tr("Stop %1 rips and quit?").arg(running),
+        running == 1 ? tr("Stop the running rip and quit?")
+                     : tr("Stop %1 rips and quit?").arg(running),
         QMessageBox::NoButton, this);
     QPushButton* stop = m_quitConfirmation->addButton(tr("Stop and Quit"), QMessageBox::AcceptRole);
     m_quitConfirmation->addButton(QMessageBox::Cancel);
