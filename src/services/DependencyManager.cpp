@@ -383,7 +383,6 @@ std::optional<ToolInvocation> DependencyManager::ytDlpInvocation() const
     ToolInvocation invocation;
     invocation.program = *m_ytDlpPath;
     // The install folder leads the child's PATH, so yt-dlp finds a runtime put there.
-    invocation.environment = QProcessEnvironment::systemEnvironment();
     const QString path = invocation.environment.value(QStringLiteral("PATH"));
     if (!m_options.installFolder.isEmpty()) {
         invocation.environment.insert(QStringLiteral("PATH"),
