@@ -17,6 +17,8 @@ struct BatchItem
 
     QUuid id;
     QString url;
+    // 0: url is the item's own page; else the item's place in the playlist url names.
+    int playlistItem = 0;
     DownloadStatus status;
     std::optional<VideoMetadata> metadata;
     std::optional<QString> targetPath;

@@ -3,6 +3,7 @@
 #include "services/DownloadEngine.h"
 #include "services/ExtractionJob.h"
 #include "services/HistoryStore.h"
+#include "services/PlaylistListing.h"
 
 #include <QSet>
 #include <QTimer>
@@ -12,6 +13,13 @@ namespace {
 // The video service's main web domain and its short-link domain, matched case-sensitively.
 const QString kMainDomain = QStringLiteral("youtube.com");
 const QString kShortDomain = QStringLiteral("youtu.be");
+
+// What makes a row the same as another: its video, or its place in a playlist.
+QString queueKey(const QString& link, int playlistItem)
+{
+    return playlistItem > 0 ? link + u'#' + QString::number(playlistItem)
+                            : BatchRunner::videoId(link);
+}
 
 bool isNewline(QChar c)
 {
@@ -34,7 +42,9 @@ BatchRunner::BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject*
     : QObject(parent)
     , m_engine(engine)
     , m_history(history)
-{}
+{
+    connect(&m_history, &HistoryStore::tracksChanged, this, [this] { m_libraryFormat.reset(); });
+}
 
 // Running jobs go with their parent, each ending its tool.
 BatchRunner::~BatchRunner() = default;
@@ -76,6 +86,25 @@ QString BatchRunner::videoId(const QString& link)
     return id.isEmpty() ? link : id;
 }
 
+bool BatchRunner::isPlaylistLink(const QString& link)
+{
+    const QUrl url(link);
+    return url.path() == u"/playlist" &&
+           !QUrlQuery(url).queryItemValue(QStringLiteral("list")).isEmpty();
+}
+
+QString BatchRunner::playlistOf(const QString& link)
+{
+    QUrl url(link);
+    const QString list = QUrlQuery(url).queryItemValue(QStringLiteral("list"));
+    if (list.isEmpty() || isPlaylistLink(link))
+        return {};
+    url.setPath(QStringLiteral("/playlist"));
+    url.setQuery(QUrlQuery{{QStringLiteral("list"), list}});
+    url.setFragment({});
+    return url.toString();
+}
+
 int BatchRunner::completedCount() const
 {
     return int(std::count_if(m_queue.cbegin(), m_queue.cend(), [](const BatchItem& item) {
@@ -103,34 +132,164 @@ QString BatchRunner::countText() const
     return skipped == 0 ? completed : tr("%1, %2 skipped").arg(completed).arg(skipped);
 }
 
+QString BatchRunner::expansionText() const
+{
+    if (m_listing)
+        return tr("Expanding playlist… %1").arg(m_listing->count());
+    return m_expansionError;
+}
+
 int BatchRunner::addUrlsToQueue(const QString& text)
 {
-    const QStringList links = acceptedLinks(text);
-    // What the library holds in the format a batch rips, and what is queued already.
-    const AudioFormat format = m_engine.selectedFormat();
-    QSet<QString> inLibrary;
-    for (const HistoryTrack& track : m_history.tracks()) {
-        if (track.format == format)
-            inLibrary.insert(videoId(track.youtubeUrl));
+    QList<PlaylistEntry> entries;
+    int playlists = 0;
+    for (const QString& link : acceptedLinks(text)) {
+        if (!isPlaylistLink(link))
+            entries.append(PlaylistEntry{link, 0, {}});
+        else if (addPlaylist(link))
+            ++playlists;
     }
+    return appendEntries(entries) + playlists;
+}
+
+bool BatchRunner::addPlaylist(const QString& link)
+{
+    if (link.isEmpty() || m_playlistsToExpand.contains(link) ||
+        (m_listing && m_listing->link() == link))
+        return false;
+    m_playlistsToExpand.append(link);
+    expandNext();
+    return true;
+}
+
+const QSet<QString>& BatchRunner::libraryIds()
+{
+    const AudioFormat format = m_engine.selectedFormat();
+    if (m_libraryFormat != format) {
+        m_libraryIds.clear();
+        for (const HistoryTrack& track : m_history.tracks()) {
+            if (track.format == format)
+                m_libraryIds.insert(videoId(track.youtubeUrl));
+        }
+        m_libraryFormat = format;
+    }
+    return m_libraryIds;
+}
+
+int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries)
+{
+    const QSet<QString>& inLibrary = libraryIds();
     QSet<QString> queued;
     for (const BatchItem& item : std::as_const(m_queue))
-        queued.insert(videoId(item.url));
+        queued.insert(queueKey(item.url, item.playlistItem));
     QList<BatchItem> added;
-    for (const QString& link : links) {
-        const QString id = videoId(link);
-        if (queued.contains(id))
+    for (const PlaylistEntry& entry : entries) {
+        const QString key = queueKey(entry.link, entry.playlistItem);
+        if (queued.contains(key))
             continue;
-        queued.insert(id);
-        added.emplaceBack(link).alreadyInLibrary = inLibrary.contains(id);
+        queued.insert(key);
+        BatchItem& item = added.emplaceBack(entry.link);
+        item.playlistItem = entry.playlistItem;
+        if (!entry.metadata.title.isEmpty())
+            item.metadata = entry.metadata;
+        // Items of one playlist link share it, so the library cannot tell them apart.
+        item.alreadyInLibrary = entry.playlistItem == 0 && inLibrary.contains(key);
     }
     if (added.isEmpty())
         return 0;
-    emit queueAboutToChange();
+    emit rowsAboutToBeAppended(int(m_queue.size()), int(m_queue.size() + added.size() - 1));
     m_queue.append(added);
-    emit queueChanged();
+    emit rowsAppended();
     emit countsChanged();
+    if (m_isProcessing)
+        fill();
     return int(added.size());
+}
+
+void BatchRunner::expandNext()
+{
+    if (m_listing || m_playlistsToExpand.isEmpty())
+        return;
+    const QString link = m_playlistsToExpand.takeFirst();
+    m_expansionError.clear();
+    const std::optional<ToolInvocation> tool = m_engine.ytDlpInvocation();
+    if (!tool) {
+        m_playlistsToExpand.clear();
+        m_expansionError = tr("yt-dlp is missing. Please check Settings.");
+        emit expansionChanged();
+        return;
+    }
+    m_listing = new PlaylistListing(*tool, link, this);
+    connect(m_listing, &PlaylistListing::entriesArrived, this,
+            [this](const QList<PlaylistEntry>& entries) {
+                appendEntries(entries);
+                emit expansionChanged();
+            });
+    connect(m_listing, &PlaylistListing::finished, this, [this](const QString& error) {
+        PlaylistListing* listing = std::exchange(m_listing, nullptr);
+        listing->deleteLater();
+        if (!error.isEmpty())
+            m_expansionError = tr("Could not list the playlist: %1").arg(error);
+        else if (listing->count() == 0)
+            m_expansionError = tr("The playlist has no tracks.");
+        emit expansionChanged();
+        expandNext();
+        // A batch that waited on the listing ends if it brought nothing to rip.
+        if (m_isProcessing)
+            QTimer::singleShot(0, this, &BatchRunner::fill);
+    });
+    emit expansionChanged();
+    m_listing->start();
+}
+
+void BatchRunner::previewPlaylist(const QString& link)
+{
+    if (link == m_previewLink && (m_preview || m_previewError.isEmpty()))
+        return;
+    clearPreview();
+    m_previewLink = link;
+    const std::optional<ToolInvocation> tool = m_engine.ytDlpInvocation();
+    if (!tool) {
+        m_previewError = tr("yt-dlp is missing. Please check Settings.");
+        emit previewChanged();
+        return;
+    }
+    m_preview = new PlaylistListing(*tool, link, this);
+    connect(m_preview, &PlaylistListing::entriesArrived, this,
+            [this](const QList<PlaylistEntry>& entries) {
+                m_previewEntries.append(entries);
+                emit previewChanged();
+            });
+    connect(m_preview, &PlaylistListing::finished, this, [this](const QString& error) {
+        std::exchange(m_preview, nullptr)->deleteLater();
+        if (!error.isEmpty())
+            m_previewError = tr("Could not list the playlist: %1").arg(error);
+        else if (m_previewEntries.isEmpty())
+            m_previewError = tr("The playlist has no tracks.");
+        emit previewChanged();
+    });
+    emit previewChanged();
+    m_preview->start();
+}
+
+void BatchRunner::ripPreview()
+{
+    if (m_preview || m_previewEntries.isEmpty())
+        return;
+    appendEntries(std::exchange(m_previewEntries, {}));
+    clearPreview();
+    startBatchProcessing();
+}
+
+void BatchRunner::clearPreview()
+{
+    if (m_previewLink.isEmpty())
+        return;
+    delete std::exchange(m_preview, nullptr);
+    m_previewLink.clear();
+    m_previewEntries.clear();
+    m_previewError.clear();
+    emit previewChanged();
 }
 
 void BatchRunner::removeItem(const QUuid& id)
@@ -146,7 +305,16 @@ void BatchRunner::removeItem(const QUuid& id)
 
 void BatchRunner::clearQueue()
 {
-    if (m_queue.isEmpty() || m_isProcessing)
+    if (m_isProcessing)
+        return;
+    // Playlists still to be listed go with the rows.
+    m_playlistsToExpand.clear();
+    if (m_listing || !m_expansionError.isEmpty()) {
+        delete std::exchange(m_listing, nullptr);
+        m_expansionError.clear();
+        emit expansionChanged();
+    }
+    if (m_queue.isEmpty())
         return;
     emit queueAboutToChange();
     m_queue.clear();
@@ -226,7 +394,8 @@ void BatchRunner::fill()
             break;
         startItem(int(next - m_queue.cbegin()));
     }
-    if (m_isProcessing && m_running.isEmpty()) {
+    // A playlist still being listed has more to come.
+    if (m_isProcessing && m_running.isEmpty() && !m_listing) {
         setProcessing(false);
         emit batchFinished();
     }
@@ -237,8 +406,8 @@ void BatchRunner::startItem(int row)
     const QUuid id = m_queue.at(row).id;
     m_currentProcessingIndex = row;
     QString refusal;
-    ExtractionJob* job = m_engine.newJob(m_queue.at(row).url, std::nullopt, std::nullopt,
-                                         std::nullopt, &refusal, this);
+    ExtractionJob* job = m_engine.newJob(m_queue.at(row).url, m_queue.at(row).playlistItem,
+                                         std::nullopt, std::nullopt, std::nullopt, &refusal, this);
     if (!job) {
         setStatus(id, DownloadStatus::failed(refusal));
         return;

@@ -1,29 +1,36 @@
 #pragma once
 
+#include "models/AudioFormat.h"
 #include "models/BatchItem.h"
+#include "models/PlaylistEntry.h"
 
 #include <QHash>
 #include <QList>
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QStringList>
 #include <QUuid>
 
 class DownloadEngine;
 class ExtractionJob;
 class HistoryStore;
+class PlaylistListing;
 
 // The batch screen's queue and its sequencing: pasted links become queue items, each ripped by
 // a job of its own, as many at once as the engine's "simultaneous rips" allows, in queue order.
 // Each row follows its own job; a failed item keeps its error and the batch moves on; a stop
 // cancels every running job. A video the library already holds in the chosen format is marked
-// and skipped; the same video twice is queued once. Owned with the other services, so links
+// and skipped; the same video twice is queued once. A playlist link is listed first and
+// queued as its entries. Owned with the other services, so links
 // can be queued and a batch goes on whichever screen shows; the converter's rip is not ours.
 class BatchRunner : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool isProcessing READ isProcessing NOTIFY isProcessingChanged)
     Q_PROPERTY(int completedCount READ completedCount NOTIFY countsChanged)
+    Q_PROPERTY(QString expansionText READ expansionText NOTIFY expansionChanged)
+    Q_PROPERTY(int previewCount READ previewCount NOTIFY previewChanged)
 
 public:
     BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject* parent = nullptr);
@@ -36,6 +43,11 @@ public:
     // What identifies a link's video: the id in its watch?v=, youtu.be/ or /shorts/ form,
     // else the link itself.
     static QString videoId(const QString& link);
+    // A link to a playlist and nothing else: a /playlist page naming its list.
+    static bool isPlaylistLink(const QString& link);
+    // The playlist a video link also names (watch?v=…&list=…) as a link of its own; empty
+    // when it names none.
+    static QString playlistOf(const QString& link);
 
     const QList<BatchItem>& queue() const { return m_queue; }
     bool isProcessing() const { return m_isProcessing; }
@@ -47,8 +59,27 @@ public:
     // "2 of 5 completed", with ", 1 skipped" when some are in the library already.
     QString countText() const;
 
-    // Appends one item per accepted line; returns how many were queued.
+    // Appends one item per accepted line, a playlist's as its entries once listed; returns
+    // how many rows and playlists were taken.
     int addUrlsToQueue(const QString& text);
+    // Lists a playlist link, whatever its site, and queues its entries; false when it is
+    // listed or waiting to be already.
+    bool addPlaylist(const QString& link);
+    // Playlists are listed one at a time, in the order given.
+    bool isExpanding() const { return m_listing != nullptr; }
+    // "Expanding playlist… 240" (entries so far) while one is listed, why the last one
+    // failed, or empty.
+    QString expansionText() const;
+
+    // The converter's offer for a playlist link: its entries listed, not yet queued.
+    void previewPlaylist(const QString& link);
+    QString previewLink() const { return m_previewLink; }
+    int previewCount() const { return int(m_previewEntries.size()); }
+    bool isPreviewListing() const { return m_preview != nullptr; }
+    QString previewError() const { return m_previewError; }
+    // Queues the listed entries and starts the batch; the offer ends.
+    void ripPreview();
+    void clearPreview();
     void removeItem(const QUuid& id);
     // What is known of an item's video; its row shows it at once.
     void setMetadata(const QUuid& id, const VideoMetadata& metadata);
@@ -65,17 +96,26 @@ signals:
     // Around any change of the queue's length or order.
     void queueAboutToChange();
     void queueChanged();
+    // Around rows added at the end, first to last; a list keeps its place.
+    void rowsAboutToBeAppended(int first, int last);
+    void rowsAppended();
     // One item's status or metadata changed.
     void itemChanged(int row);
     void isProcessingChanged();
     void countsChanged();
     // A batch ran through to its end (not stopped).
     void batchFinished();
+    void expansionChanged();
+    void previewChanged();
 
 private:
     // Starts waiting items, in order, until the allowed number run; ends the batch when
     // nothing is left to start or running.
     void fill();
+    // Queues entries that are not queued yet, marking those the library holds; returns how
+    // many rows it added.
+    int appendEntries(const QList<PlaylistEntry>& entries);
+    void expandNext();
     void startItem(int row);
     void jobEnded(const QUuid& id, ExtractionJob* job);
     void setStatus(const QUuid& id, const DownloadStatus& status);
@@ -88,4 +128,15 @@ private:
     bool m_isProcessing = false;
     qint64 m_currentProcessingIndex = 0;
     QHash<QUuid, QPointer<ExtractionJob>> m_running;
+    // The ids the library holds in m_libraryFormat; rebuilt when either changes.
+    const QSet<QString>& libraryIds();
+    QSet<QString> m_libraryIds;
+    std::optional<AudioFormat> m_libraryFormat;
+    QStringList m_playlistsToExpand;
+    PlaylistListing* m_listing = nullptr;
+    QString m_expansionError;
+    PlaylistListing* m_preview = nullptr;
+    QString m_previewLink;
+    QList<PlaylistEntry> m_previewEntries;
+    QString m_previewError;
 };

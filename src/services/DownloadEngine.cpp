@@ -155,7 +155,8 @@ QString DownloadEngine::folderPath(const QUrl& folder)
     return path;
 }
 
-ExtractionJob* DownloadEngine::newJob(const QString& url, std::optional<AudioFormat> format,
+ExtractionJob* DownloadEngine::newJob(const QString& url, int playlistItem,
+                                      std::optional<AudioFormat> format,
                                       std::optional<AudioQuality> quality,
                                       std::optional<QUrl> destination, QString* refusal,
                                       QObject* parent)
@@ -174,13 +175,16 @@ ExtractionJob* DownloadEngine::newJob(const QString& url, std::optional<AudioFor
         *refusal = tr("Please enter a valid YouTube URL.");
         return nullptr;
     }
+    request.playlistItem = std::max(playlistItem, 0);
     request.tool = std::move(*tool);
     request.ffmpegPath = m_dependencies.ffmpegPath();
     request.embedArtwork = m_choices.embedArtwork;
     request.embedMetadata = m_choices.embedMetadata;
-    // A file is written over only when it is this link's earlier rip in this format.
+    // A file is written over only when it is this link's earlier rip in this format; a
+    // playlist's items share its link, so none of theirs is.
     for (const HistoryTrack& track : m_history.tracks()) {
-        if (track.youtubeUrl == request.link && track.format == request.format)
+        if (request.playlistItem == 0 && track.youtubeUrl == request.link &&
+            track.format == request.format)
             request.replaceable.insert(track.filePath);
     }
     return new ExtractionJob(std::move(request), parent);
@@ -193,7 +197,7 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
     if (m_currentStatus.isBusy())
         return;
     QString refusal;
-    ExtractionJob* job = newJob(url, format, quality, destination, &refusal, this);
+    ExtractionJob* job = newJob(url, 0, format, quality, destination, &refusal, this);
     if (!job) {
         setCurrentStatus(DownloadStatus::failed(refusal));
         return;

@@ -95,7 +95,8 @@ public:
     // A job of its own for another queue (the batch), made as a rip here would be and not yet
     // started; the engine's published state stays the converter's. Null, with the reason in
     // refusal, when the tool is missing or the link is not usable.
-    ExtractionJob* newJob(const QString& url, std::optional<AudioFormat> format,
+    // playlistItem: 0, or the item of the playlist url names (a playlist entry with no page).
+    ExtractionJob* newJob(const QString& url, int playlistItem, std::optional<AudioFormat> format,
                           std::optional<AudioQuality> quality, std::optional<QUrl> destination,
                           QString* refusal, QObject* parent);
     // Puts a completed job's record into the library and returns it; fetched fills in what

@@ -19,7 +19,8 @@ QString runReportFile(const QString& outputFolder)
 QStringList extractionArguments(const QString& link, AudioFormat format, AudioQuality quality,
                                 const QString& outputFolder,
                                 const std::optional<QString>& ffmpegPath, bool embedArtwork,
-                                bool embedMetadata, const QStringList& toolOptions)
+                                bool embedMetadata, const QStringList& toolOptions,
+                                int playlistItem)
 {
     QStringList arguments = {
         QStringLiteral("--extract-audio"), QStringLiteral("--audio-format"), format.rawValue(),
@@ -31,6 +32,13 @@ QStringList extractionArguments(const QString& link, AudioFormat format, AudioQu
         // The root folder already ends in its slash.
         literalPath(outputFolder.endsWith(u'/') ? outputFolder : outputFolder + u'/') +
             QStringLiteral("%(title)s.%(ext)s")};
+    if (playlistItem > 0) {
+        // A playlist entry with no page of its own is ripped as that item of its playlist.
+        const qsizetype at = arguments.indexOf(QStringLiteral("--no-playlist"));
+        arguments[at] = QStringLiteral("--yes-playlist");
+        arguments.insert(at + 1, QStringLiteral("--playlist-items"));
+        arguments.insert(at + 2, QString::number(playlistItem));
+    }
     if (format.supportsBitrate())
         arguments << QStringLiteral("--audio-quality") << quality.ytdlpQualityArg();
     if (ffmpegPath)

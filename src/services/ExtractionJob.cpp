@@ -61,7 +61,7 @@ void ExtractionJob::start()
                            extractionArguments(m_request.link, m_request.format, m_request.quality,
                                                m_scratchFolder, m_request.ffmpegPath,
                                                m_request.embedArtwork, m_request.embedMetadata,
-                                               m_request.tool.options));
+                                               m_request.tool.options, m_request.playlistItem));
     m_process->setStandardInputFile(QProcess::nullDevice());
     // Its own process group, so a cancel reaches the ffmpeg it starts as well.
     m_process->setChildProcessModifier([] { ::setpgid(0, 0); });

@@ -31,6 +31,8 @@ public:
     struct Request
     {
         QString link;
+        // 0: the link's own video; else this item (1-based) of the playlist the link names.
+        int playlistItem = 0;
         AudioFormat format;
         AudioQuality quality;
         // The destination folder's path, without a trailing slash.

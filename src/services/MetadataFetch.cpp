@@ -38,6 +38,22 @@ qint64 jsonDuration(simdjson::dom::object& object)
     return std::max<qint64>(seconds, 0);
 }
 
+VideoMetadata metadataOf(simdjson::dom::object& object, const QString& link)
+{
+    VideoMetadata metadata;
+    metadata.id = jsonString(object, "id")
+                      .value_or(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
+    metadata.title = jsonString(object, "title").value_or(MetadataFetch::tr("Unknown Title"));
+    metadata.channel =
+        jsonString(object, "uploader")
+            .value_or(jsonString(object, "channel").value_or(MetadataFetch::tr("Unknown Artist")));
+    metadata.durationSeconds = jsonDuration(object);
+    metadata.duration = VideoMetadata::formattedDuration(metadata.durationSeconds);
+    metadata.thumbnailUrl = jsonString(object, "thumbnail").value_or(QString());
+    metadata.webpageUrl = jsonString(object, "webpage_url").value_or(link);
+    return metadata;
+}
+
 } // namespace
 
 MetadataFetch::MetadataFetch(const ToolInvocation& tool, const QString& link, QObject* parent)
@@ -107,16 +123,40 @@ std::optional<VideoMetadata> MetadataFetch::fromJson(const QByteArray& json, con
     simdjson::dom::object object;
     if (parser.parse(json.constData(), static_cast<size_t>(json.size())).get_object().get(object))
         return std::nullopt;
+    return metadataOf(object, link);
+}
 
-    VideoMetadata metadata;
-    metadata.id = jsonString(object, "id")
-                      .value_or(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper());
-    metadata.title = jsonString(object, "title").value_or(tr("Unknown Title"));
-    metadata.channel = jsonString(object, "uploader")
-                           .value_or(jsonString(object, "channel").value_or(tr("Unknown Artist")));
-    metadata.durationSeconds = jsonDuration(object);
-    metadata.duration = VideoMetadata::formattedDuration(metadata.durationSeconds);
-    metadata.thumbnailUrl = jsonString(object, "thumbnail").value_or(QString());
-    metadata.webpageUrl = jsonString(object, "webpage_url").value_or(link);
-    return metadata;
+std::optional<PlaylistEntry> MetadataFetch::playlistEntry(QByteArrayView line,
+                                                          const QString& playlistLink, int position)
+{
+    simdjson::dom::parser parser;
+    simdjson::dom::object object;
+    if (parser.parse(line.data(), static_cast<size_t>(line.size())).get_object().get(object))
+        return std::nullopt;
+    PlaylistEntry entry;
+    entry.metadata = metadataOf(object, playlistLink);
+    // A listing leaves out what it does not know; the row then shows only what it has.
+    if (!jsonString(object, "uploader") && !jsonString(object, "channel"))
+        entry.metadata.channel.clear();
+    simdjson::dom::element duration;
+    if (object["duration"].get(duration) != simdjson::SUCCESS || !duration.is_number())
+        entry.metadata.duration.clear();
+    // A flat entry that points elsewhere ("_type": "url") has a page of its own; one the
+    // listing resolved in place (media embedded in the playlist's page) is ripped as the
+    // playlist's Nth item.
+    const std::optional<QString> url = jsonString(object, "url");
+    const bool ownPage = jsonString(object, "_type").value_or(QString()).startsWith(u"url") &&
+                         url && (url->startsWith(u"https://") || url->startsWith(u"http://"));
+    if (ownPage) {
+        entry.link = *url;
+        entry.metadata.webpageUrl = *url;
+        return entry;
+    }
+    entry.link = playlistLink;
+    std::int64_t index = 0;
+    entry.playlistItem = object["playlist_index"].get_int64().get(index) == simdjson::SUCCESS &&
+                                 index > 0 && index <= std::numeric_limits<int>::max()
+                             ? int(index)
+                             : std::max(position, 1);
+    return entry;
 }

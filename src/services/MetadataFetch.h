@@ -1,5 +1,6 @@
 #pragma once
 
+#include "models/PlaylistEntry.h"
 #include "models/VideoMetadata.h"
 #include "services/ToolInvocation.h"
 
@@ -25,6 +26,11 @@ public:
 
     // Reads yt-dlp's JSON dump of a link; nullopt unless the top level is an object.
     static std::optional<VideoMetadata> fromJson(const QByteArray& json, const QString& link);
+    // Reads one line of a flat playlist listing (--flat-playlist -j) of playlistLink;
+    // position (1-based) stands in for an entry that does not say its index. nullopt unless
+    // the line is an object.
+    static std::optional<PlaylistEntry> playlistEntry(QByteArrayView line,
+                                                      const QString& playlistLink, int position);
 
 signals:
     // Once, with the metadata or nullopt on any failure.

@@ -9,6 +9,9 @@ BatchQueueModel::BatchQueueModel(BatchRunner& runner, QObject* parent)
 {
     connect(&m_runner, &BatchRunner::queueAboutToChange, this, &BatchQueueModel::beginResetModel);
     connect(&m_runner, &BatchRunner::queueChanged, this, &BatchQueueModel::endResetModel);
+    connect(&m_runner, &BatchRunner::rowsAboutToBeAppended, this,
+            [this](int first, int last) { beginInsertRows({}, first, last); });
+    connect(&m_runner, &BatchRunner::rowsAppended, this, &BatchQueueModel::endInsertRows);
     connect(&m_runner, &BatchRunner::itemChanged, this,
             [this](int row) { emit dataChanged(index(row), index(row)); });
     // Trash buttons come and go with the batch.
@@ -71,10 +74,16 @@ QVariant BatchQueueModel::data(const QModelIndex& index, int role) const
         return !m_runner.isProcessing() && item.status.kind() == DownloadStatus::Kind::idle;
     case SkippedRole:
         return item.alreadyInLibrary;
-    case DetailRole:
-        return item.metadata
-                   ? QString(item.metadata->channel + u" \u2022 " + item.metadata->duration)
-                   : QString();
+    case DetailRole: {
+        // A playlist's listing may know only one of the two.
+        if (!item.metadata)
+            return QString();
+        const QString& channel = item.metadata->channel;
+        const QString& duration = item.metadata->duration;
+        if (channel.isEmpty() || duration.isEmpty())
+            return QString(channel + duration);
+        return QString(channel + u" \u2022 " + duration);
+    }
     default:
         return {};
     }

@@ -4,6 +4,7 @@
 #include "views/batch/BatchItemDelegate.h"
 #include "views/batch/BatchQueueModel.h"
 #include "views/components/AccessibleListView.h"
+#include "views/components/ActivitySpinner.h"
 #include "views/components/RoundedPanel.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
@@ -125,6 +126,8 @@ BatchView::BatchView(BatchRunner& runner, QWidget* parent)
     setAccessibleName(tr("Batch"));
     buildContent();
     connect(m_runner, &BatchRunner::queueChanged, this, &BatchView::updateState);
+    connect(m_runner, &BatchRunner::rowsAppended, this, &BatchView::updateState);
+    connect(m_runner, &BatchRunner::expansionChanged, this, &BatchView::updateState);
     connect(m_runner, &BatchRunner::isProcessingChanged, this, &BatchView::updateState);
     connect(m_runner, &BatchRunner::countsChanged, this, &BatchView::updateState);
 }
@@ -137,6 +140,7 @@ void BatchView::buildContent()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(16);
     column->addWidget(buildHeader());
+    column->addWidget(buildExpansionLine());
 
     m_stack = new QStackedWidget;
     m_stack->addWidget(buildEditor());
@@ -180,6 +184,20 @@ QWidget* BatchView::buildHeader()
     connect(m_clearQueue, &QPushButton::clicked, m_runner, &BatchRunner::clearQueue);
     row->addWidget(m_clearQueue);
     return header;
+}
+
+QWidget* BatchView::buildExpansionLine()
+{
+    m_expansionLine = new QWidget;
+    auto* row = new QHBoxLayout(m_expansionLine);
+    row->setContentsMargins(20, 0, 20, 0);
+    row->setSpacing(8);
+    m_expansionSpinner = new ActivitySpinner(14, m_expansionLine);
+    row->addWidget(m_expansionSpinner);
+    m_expansionText = textLabel(QString(), 12, QFont::Medium, true);
+    m_expansionText->setWordWrap(true);
+    row->addWidget(m_expansionText, 1);
+    return m_expansionLine;
 }
 
 QWidget* BatchView::buildEditor()
@@ -269,6 +287,10 @@ void BatchView::updateState()
     m_addMore->setVisible(now != State::processing);
     m_ripAll->setVisible(now != State::processing);
     m_ripAll->setText(tr("Rip All (%n Tracks)", nullptr, int(m_runner->queue().size())));
+    const QString expansion = m_runner->expansionText();
+    m_expansionLine->setVisible(!expansion.isEmpty());
+    m_expansionSpinner->setVisible(m_runner->isExpanding());
+    m_expansionText->setText(expansion);
 }
 
 void BatchView::pasteClipboard()

@@ -2,6 +2,7 @@
 
 #include "views/components/ThemedScreen.h"
 
+class ActivitySpinner;
 class BatchQueueModel;
 class BatchRunner;
 class QLabel;
@@ -39,6 +40,7 @@ public:
     QPushButton* clearQueueButton() const { return m_clearQueue; }
     QListView* queueList() const { return m_list; }
     QLabel* countLabel() const { return m_count; }
+    QLabel* expansionLabel() const { return m_expansionText; }
     QPushButton* stopButton() const { return m_stop; }
     QPushButton* addMoreButton() const { return m_addMore; }
     QPushButton* ripAllButton() const { return m_ripAll; }
@@ -46,6 +48,7 @@ public:
 private:
     void buildContent() override;
     QWidget* buildHeader();
+    QWidget* buildExpansionLine();
     QWidget* buildEditor();
     QWidget* buildFooter();
     void updateState();
@@ -56,6 +59,9 @@ private:
     BatchQueueModel* m_model;
 
     QPushButton* m_clearQueue = nullptr;
+    QWidget* m_expansionLine = nullptr;
+    ActivitySpinner* m_expansionSpinner = nullptr;
+    QLabel* m_expansionText = nullptr;
     QStackedWidget* m_stack = nullptr;
     QPlainTextEdit* m_editor = nullptr;
     QPushButton* m_paste = nullptr;

@@ -4,6 +4,7 @@
 #include "models/ToolAdvice.h"
 #include "platform/DesktopServices.h"
 #include "services/AudioPlayerService.h"
+#include "services/BatchRunner.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
@@ -134,6 +135,8 @@ ConverterView::ConverterView(const Services& services, DesktopServices* desktop,
     connect(&engine, &DownloadEngine::currentMetadataChanged, this, &ConverterView::updateRipFacts);
     connect(&m_services.history, &HistoryStore::tracksChanged, this,
             &ConverterView::updatePlayButton);
+    connect(&m_services.batch, &BatchRunner::previewChanged, this,
+            &ConverterView::updatePlaylistOffer);
     connect(&m_services.player, &AudioPlayerService::isPlayingChanged, this,
             &ConverterView::updatePlayButton);
     connect(&m_services.player, &AudioPlayerService::currentTrackChanged, this,
@@ -170,6 +173,7 @@ void ConverterView::buildContent()
     updateTools();
     updateStatus();
     updateRipFacts();
+    updatePlaylistOffer();
     finishContent(content);
 }
 
@@ -318,6 +322,9 @@ QWidget* ConverterView::buildLinkCard()
 
     connect(m_linkField, &QLineEdit::textChanged, this, [this](const QString& text) {
         m_clearButton->setVisible(!text.isEmpty());
+        // The playlist offered is the one in the field.
+        if (m_services.batch.previewLink() != text.trimmed())
+            m_services.batch.clearPreview();
         updateStartButton();
     });
     m_clearButton->setVisible(false);
@@ -433,6 +440,13 @@ QWidget* ConverterView::buildStatusGroup()
     m_showFileButton = smallButton(DesktopTexts::showInFolder(), QStringLiteral("folder"), success);
     connect(m_showFileButton, &QPushButton::clicked, this, &ConverterView::showFinishedFile);
     successRow->addWidget(m_showFileButton);
+    m_queuePlaylistButton =
+        smallButton(tr("Queue the whole playlist"), QStringLiteral("music.note.list"), success);
+    connect(m_queuePlaylistButton, &QPushButton::clicked, this, [this] {
+        m_services.batch.addPlaylist(BatchRunner::playlistOf(m_services.engine.currentUrl()));
+        emit navigationRequested(NavigationItem::batch);
+    });
+    successRow->addWidget(m_queuePlaylistButton);
     m_successCard = new GlassCard(success, 12, 12, group);
     layout->addWidget(m_successCard);
 
@@ -474,6 +488,26 @@ QWidget* ConverterView::buildStatusGroup()
     m_failureCard = new GlassCard(failure, 12, 12, group);
     layout->addWidget(m_failureCard);
 
+    // Playlist card: a playlist link is listed, then offered to the batch.
+    auto* playlist = new QWidget;
+    QHBoxLayout* playlistRow = row(playlist, 10);
+    playlistRow->addWidget(symbol(QStringLiteral("music.note.list"), accent(palette()), 20));
+    m_playlistSpinner = new ActivitySpinner(14, playlist);
+    playlistRow->addWidget(m_playlistSpinner);
+    m_playlistText = label(QString(), Theme::font(12, QFont::Medium), playlist);
+    m_playlistText->setWordWrap(true);
+    playlistRow->addWidget(m_playlistText, 1);
+    m_ripPlaylistButton =
+        smallButton(QString(), QStringLiteral("arrow.down.circle.fill"), playlist);
+    makeProminent(m_ripPlaylistButton, orange(palette()));
+    connect(m_ripPlaylistButton, &QPushButton::clicked, this, [this] {
+        m_services.batch.ripPreview();
+        emit navigationRequested(NavigationItem::batch);
+    });
+    playlistRow->addWidget(m_ripPlaylistButton);
+    m_playlistCard = new GlassCard(playlist, 12, 12, group);
+    layout->addWidget(m_playlistCard);
+
     // Action row.
     auto* actions = new QWidget(group);
     QHBoxLayout* actionRow = row(actions, 12);
@@ -497,6 +531,12 @@ void ConverterView::startRip()
     DownloadEngine& engine = m_services.engine;
     // This click is when the screen's choices are kept for the next launch.
     engine.savePreferences();
+    // A playlist is offered to the batch rather than ripped here.
+    const QString link = m_linkField->text().trimmed();
+    if (BatchRunner::isPlaylistLink(link)) {
+        m_services.batch.previewPlaylist(link);
+        return;
+    }
     // The engine trims and checks the link itself.
     engine.startExtraction(m_linkField->text());
 }
@@ -603,6 +643,9 @@ void ConverterView::updateStatus()
     m_adviceRow->setVisible(!advice.isEmpty());
 
     m_newRipButton->setVisible(kind == Kind::completed || kind == Kind::failed);
+    m_queuePlaylistButton->setVisible(
+        kind == Kind::completed &&
+        !BatchRunner::playlistOf(m_services.engine.currentUrl()).isEmpty());
     updatePlayButton();
     updateStartButton();
 }
@@ -615,6 +658,20 @@ void ConverterView::updateRipFacts()
     m_ripTitleLabel->setText(metadata->title);
     m_ripDetailLabel->setText(metadata->channel + u" \u2022 " + metadata->duration);
     m_ripFacts->show();
+}
+
+void ConverterView::updatePlaylistOffer()
+{
+    const BatchRunner& batch = m_services.batch;
+    const bool listing = batch.isPreviewListing();
+    const bool listed = !listing && batch.previewError().isEmpty();
+    m_playlistCard->setVisible(!batch.previewLink().isEmpty());
+    m_playlistSpinner->setVisible(listing);
+    m_playlistText->setText(listing  ? tr("Expanding playlist… %1").arg(batch.previewCount())
+                            : listed ? tr("This link is a playlist.")
+                                     : batch.previewError());
+    m_ripPlaylistButton->setVisible(listed);
+    m_ripPlaylistButton->setText(tr("Rip all %1 tracks in Batch").arg(batch.previewCount()));
 }
 
 std::optional<HistoryTrack> ConverterView::matchingRecord() const

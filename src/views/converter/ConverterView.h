@@ -70,6 +70,7 @@ private:
     void updateRipFacts();
     void updatePlayButton();
     void updateStartButton();
+    void updatePlaylistOffer();
     std::optional<HistoryTrack> matchingRecord() const;
 
     Services m_services;
@@ -104,6 +105,12 @@ private:
     ElidedLabel* m_fileNameLabel = nullptr;
     QPushButton* m_playButton = nullptr;
     QPushButton* m_showFileButton = nullptr;
+    QPushButton* m_queuePlaylistButton = nullptr;
+
+    GlassCard* m_playlistCard = nullptr;
+    ActivitySpinner* m_playlistSpinner = nullptr;
+    QLabel* m_playlistText = nullptr;
+    QPushButton* m_ripPlaylistButton = nullptr;
 
     GlassCard* m_failureCard = nullptr;
     QLabel* m_errorLabel = nullptr;

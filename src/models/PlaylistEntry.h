@@ -1,0 +1,18 @@
+#pragma once
+
+#include "models/VideoMetadata.h"
+
+#include <QString>
+
+// One entry of a playlist as yt-dlp lists it, ready to become a batch row.
+struct PlaylistEntry
+{
+    // The entry's own page; or, when it has none, the playlist's link.
+    QString link;
+    // 0 when link is the entry's own page; else its 1-based position in the playlist link.
+    int playlistItem = 0;
+    // What the listing says: the title always, channel and duration empty when not given.
+    VideoMetadata metadata;
+
+    friend bool operator==(const PlaylistEntry&, const PlaylistEntry&) = default;
+};

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "models/PlaylistEntry.h"
+#include "services/ToolInvocation.h"
+
+#include <QByteArray>
+#include <QFuture>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+class QProcess;
+
+// Lists a playlist's entries with one run of yt-dlp in its flat listing mode, as the tool
+// prints them. Lines are read off the GUI thread and the entries handed on in a few chunks,
+// so a listing of thousands never holds the window.
+class PlaylistListing : public QObject
+{
+    Q_OBJECT
+
+public:
+    PlaylistListing(const ToolInvocation& tool, const QString& link, QObject* parent = nullptr);
+    // Ends a tool still running.
+    ~PlaylistListing() override;
+
+    void start();
+    QString link() const { return m_link; }
+    // Entries handed on so far.
+    int count() const { return m_count; }
+
+signals:
+    // The next entries, in playlist order.
+    void entriesArrived(const QList<PlaylistEntry>& entries);
+    // Once, after the last entries: error is empty, or says why nothing could be listed.
+    void finished(const QString& error);
+
+private:
+    void parseReadyLines();
+    void flush();
+    void endIfDone();
+
+    QString m_link;
+    QProcess* m_process;
+    QByteArray m_output;
+    QString m_errorOutput;
+    QList<PlaylistEntry> m_pending;
+    QFuture<QList<PlaylistEntry>> m_parse;
+    QTimer m_flushTimer;
+    int m_linesRead = 0;
+    int m_count = 0;
+    bool m_parsing = false;
+    bool m_toolEnded = false;
+    bool m_ended = false;
+    QString m_toolError;
+};
