@@ -1,5 +1,6 @@
-// Feeds arbitrary bytes to the readers of yt-dlp's metadata dump and of a run's report lines:
-// no crash, and any result has a duration that is not negative and a text that matches it.
+// Feeds arbitrary bytes to the readers of yt-dlp's metadata dump, of a run's report lines and
+// of a playlist listing's line: no crash, and any result has a duration that is not negative
+// and a text that matches it; an entry is ripped by a web link or as a playlist item.
 #include "services/MetadataFetch.h"
 #include "services/RunReport.h"
 
@@ -25,5 +26,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     check(report.metadata);
     if (report.filePath && report.filePath->isEmpty())
         std::abort();
+    if (const auto entry = MetadataFetch::playlistEntry(json, link, 3)) {
+        if (entry->playlistItem > 0 ? entry->link != link : !entry->link.startsWith(u"http"))
+            std::abort();
+    }
     return 0;
 }

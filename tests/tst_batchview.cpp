@@ -19,11 +19,25 @@ using namespace Qt::StringLiterals;
 namespace {
 // A stand-in yt-dlp that behaves by the last part of the link: "ok…" rips, "fail…" fails like a
 // missing page, "once…" fails on its first try only, "slow…" reports 10 % and then hangs.
+// Listing playlist PLmix gives two entries with pages, a line that is not JSON and one entry
+// without a page; PLfail does not exist.
 const QByteArray kYtDlp = R"(#!/bin/sh
 case "$1" in --version) echo 2023.03.04; exit 0;; esac
-link=""
-for a in "$@"; do case "$a" in *youtu*) link="$a";; esac; done
-echo "$link" >> "$BATCH_LOG"
+link=""; previous=""; item=""
+for a in "$@"; do
+  case "$a" in *youtu*) link="$a";; esac
+  [ "$previous" = --playlist-items ] && item=" #$a"
+  previous="$a"
+done
+case "$*" in *--flat-playlist*)
+  case "$link" in *PLfail) echo "ERROR: [youtube:tab] PLfail: This playlist does not exist" >&2; exit 1;; esac
+  echo '{"_type": "url", "url": "https://www.youtube.com/watch?v=ok1", "title": "One", "channel": "Chan", "duration": 205.0}'
+  echo '{"_type": "url", "url": "https://www.youtube.com/watch?v=ok4", "title": "Four", "uploader": "Chan", "duration": null}'
+  echo 'WARNING: not an entry'
+  echo '{"_type": "video", "title": "Embedded", "playlist_index": 4, "duration": 61}'
+  exit 0;;
+esac
+echo "$link$item" >> "$BATCH_LOG"
 name=${link##*/}
 case "$name" in
   fail*) echo "ERROR: [generic] $name: Unable to download webpage: HTTP Error 404: Not Found" >&2; exit 1;;
@@ -200,6 +214,41 @@ private slots:
         QAccessibleInterface* list = QAccessible::queryAccessibleInterface(m_view->queueList());
         list->child(1)->actionInterface()->doAction(u"Remove"_s);
         QCOMPARE(runner().queue().size(), 2);
+    }
+
+    // A playlist becomes rows of its entries (one already queued is not added again), each
+    // ripped through its own page or, having none, as its item of the playlist; a listing
+    // that fails says why.
+    void playlists()
+    {
+        QAbstractItemModelTester tester(m_view->model());
+        queue({u"ok1"_s});
+        m_view->editor()->setPlainText(u"https://www.youtube.com/playlist?list=PLmix\n"
+                                       "https://www.youtube.com/playlist?list=PLfail"_s);
+        QTest::mouseClick(m_view->addButton(), Qt::LeftButton);
+        QVERIFY(runner().isExpanding());
+        QVERIFY(m_view->expansionLabel()->text().startsWith(u"Expanding playlist"_s));
+        QTRY_VERIFY_WITH_TIMEOUT(!runner().isExpanding(), 10000);
+        QCOMPARE(
+            m_view->expansionLabel()->text(),
+            u"Could not list the playlist: [youtube:tab] PLfail: This playlist does not exist"_s);
+        QCOMPARE(runner().queue().size(), 3);
+        const BatchQueueModel* model = m_view->model();
+        QCOMPARE(model->index(1).data().toString(), u"Four"_s);
+        QCOMPARE(model->index(1).data(BatchQueueModel::DetailRole).toString(), u"Chan"_s);
+        QCOMPARE(model->index(2).data().toString(), u"Embedded"_s);
+        QCOMPARE(model->index(2).data(BatchQueueModel::DetailRole).toString(), u"1:01"_s);
+
+        QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
+        QStringList log = ripped();
+        log.sort();
+        QCOMPARE(log, (QStringList{u"https://www.youtube.com/playlist?list=PLmix #4"_s,
+                                   u"https://www.youtube.com/watch?v=ok4"_s, link(u"ok1"_s)}));
+        QCOMPARE(m_view->countLabel()->text(), u"3 of 3 completed"_s);
+        // Clearing the queue takes the failure's line with it.
+        runner().clearQueue();
+        QVERIFY(!m_view->expansionLabel()->isVisible());
     }
 
     // What the library holds in the batch's format is skipped unless asked; the same video

@@ -74,6 +74,52 @@ private slots:
         QVERIFY(reachable(screen).contains(QFileInfo(file).fileName()));
     }
 
+    // A playlist link on the converter is listed and offered to the batch, which rips its two
+    // entries; a video link that names the playlist rips the video and offers the list.
+    void playlists()
+    {
+        MediaServer server;
+        QVERIFY2(server.start(), qPrintable(server.errorString()));
+        Environment env(Tools::none, true);
+        QVERIFY(env.checkTools());
+        QVERIFY2(env.dependencies().isReady(), "yt-dlp and ffmpeg are needed in /usr/bin");
+        env.engine().setTargetFolder(QUrl::fromLocalFile(env.path()));
+        ScreenFactory factory(env.services());
+        MainWindow window(env.services(), factory);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        auto* screen = window.findChild<ConverterView*>();
+        QTest::keyClicks(findNamed<QLineEdit>(screen, u"YouTube Video Link"_s),
+                         server.playlistUrl().toString());
+        QTest::mouseClick(screen->findChild<GradientButton*>(), Qt::LeftButton);
+        QVERIFY(!env.engine().currentStatus().isBusy());
+        const QString offer = u"Rip all 2 tracks in Batch"_s;
+        QTRY_VERIFY_WITH_TIMEOUT(reachable(screen).contains(offer), 60000);
+        QVERIFY(press(screen, offer));
+        QTRY_COMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
+        QCOMPARE(env.batch().queue().size(), 2);
+        QTRY_VERIFY_WITH_TIMEOUT(!env.batch().isProcessing(), 240000);
+        QCOMPARE(env.batch().countText(), u"2 of 2 completed"_s);
+        for (const QString& name : {u"Loopback Playlist (1).mp3"_s, u"Loopback Playlist (2).mp3"_s})
+            QVERIFY2(QFileInfo(env.path() + u'/' + name).size() > 0, qPrintable(name));
+        QCOMPARE(env.history().tracks().size(), 2);
+
+        window.contentView()->setSelectedTab(NavigationItem::convert);
+        screen = window.findChild<ConverterView*>();
+        findNamed<QLineEdit>(screen, u"YouTube Video Link"_s)
+            ->setText(server.pageInPlaylistUrl().toString());
+        QTest::mouseClick(screen->findChild<GradientButton*>(), Qt::LeftButton);
+        QTRY_VERIFY_WITH_TIMEOUT(!env.engine().currentStatus().isBusy(), 120000);
+        QVERIFY2(reachable(screen).contains(u"Extraction Complete!"_s),
+                 qPrintable(env.engine().currentStatus().error()));
+        QVERIFY(press(screen, u"Queue the whole playlist"_s));
+        QTRY_COMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
+        QVERIFY(env.batch().isExpanding());
+        // Its entries are queued already: listed again, they are not added twice.
+        QTRY_VERIFY_WITH_TIMEOUT(!env.batch().isExpanding(), 60000);
+        QCOMPARE(env.batch().queue().size(), 2);
+    }
+
     // Links dropped on the window: the converter takes the first, the batch (its screen or
     // its sidebar row) every one. Closing while a rip runs asks first; stopping ends the tool
     // and leaves no scratch folder.

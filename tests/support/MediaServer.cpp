@@ -76,6 +76,13 @@ bool MediaServer::start()
             return QHttpServerResponse(QHttpServerResponder::StatusCode::Forbidden);
         return QHttpServerResponse("text/html", page(kTitle, kMediaPath));
     });
+    m_server.route(u"/playlist"_s, [] {
+        return QHttpServerResponse("text/html",
+                                   "<!DOCTYPE html>\n<html><head><title>"_ba + kPlaylistTitle +
+                                       "</title></head><body>\n<video src=\"" +
+                                       kMediaPath.toUtf8() + "\"></video>\n<video src=\"" +
+                                       kMediaPath.toUtf8() + "\"></video>\n</body></html>\n");
+    });
     m_server.route(kMediaPath, [this] { return QHttpServerResponse("video/webm", m_media); });
     m_server.route(kThumbnailPath,
                    [this] { return QHttpServerResponse("image/jpeg", m_thumbnail); });
@@ -119,6 +126,16 @@ QUrl MediaServer::titledPageUrl(const QString& title) const
 QUrl MediaServer::privatePageUrl() const
 {
     return url(u"/private/tone.html"_s);
+}
+
+QUrl MediaServer::playlistUrl() const
+{
+    return url(u"/playlist?list=loopback"_s);
+}
+
+QUrl MediaServer::pageInPlaylistUrl() const
+{
+    return url(u"/watch/tone.html?v=tone&list=loopback"_s);
 }
 
 QUrl MediaServer::thumbnailUrl() const

@@ -38,6 +38,12 @@ public:
     QUrl titledPageUrl(const QString& title) const;
     // The clip's page that answers 403 unless the request carries kPrivateCookie.
     QUrl privatePageUrl() const;
+    // A page embedding the clip twice, which yt-dlp lists as a playlist of two
+    // ("kPlaylistTitle (1)" and "(2)").
+    QUrl playlistUrl() const;
+    // The clip's page by a link that also names that playlist (watch?v=…&list=…).
+    QUrl pageInPlaylistUrl() const;
+    static constexpr const char* kPlaylistTitle = "Loopback Playlist";
     QUrl thumbnailUrl() const;
     QUrl missingUrl() const;
 
