@@ -1,5 +1,6 @@
 // Screen figures: opening the library screen over 100,000 records, one search keystroke there,
-// and queueing 1,000 links on the batch screen. Each is measured until the list has repainted.
+// queueing 1,000 links on the batch screen, and expanding a playlist of 1,000 there. Each is
+// measured until the list has repainted.
 #include "Bench.h"
 #include "models/HistoryTrackJson.h"
 #include "services/ArtworkCache.h"
@@ -9,6 +10,8 @@
 #include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
+#include "support/EngineFixture.h"
+#include "support/TestSupport.h"
 #include "views/batch/BatchView.h"
 #include "views/library/HistoryView.h"
 #include "views/library/TrackListView.h"
@@ -23,6 +26,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 
@@ -165,6 +169,66 @@ std::vector<BenchFigure> screens()
     return figures;
 }
 
+// A playlist of 1,000 entries listed by a stand-in yt-dlp that prints lines the size of
+// YouTube's flat entries at once, expanded on the batch screen: the whole expansion until the
+// last rows are painted, and the longest the GUI thread went without serving its event loop.
+std::vector<BenchFigure> playlistExpansion()
+{
+    EngineFixture fixture({.standInScript = R"sh(exec cat "$(dirname "$0")/listing.jsonl")sh"});
+    if (!fixture.isReady())
+        return {};
+    QByteArray listing;
+    const QByteArray thumbnails =
+        R"("thumbnails": [{"url": "https://i.ytimg.com/vi/ID/hqdefault.jpg?sqp=-oaymwEbCKgBEF5IVfKriqkDDggBFQAAiEIYAXABwAEG&rs=AOn4CLB", "height": 94, "width": 168}, {"url": "https://i.ytimg.com/vi/ID/hqdefault.jpg?sqp=-oaymwEbCMQBEG5IVfKriqkDDggBFQAAiEIYAXABwAEG&rs=AOn4CLC", "height": 110, "width": 196}])";
+    for (int i = 1; i <= 1000; ++i) {
+        const QByteArray id = "vid" + QByteArray::number(i).rightJustified(8, '0');
+        listing +=
+            R"({"_type": "url", "ie_key": "Youtube", "id": ")" + id +
+            R"(", "url": "https://www.youtube.com/watch?v=)" + id + R"(", "title": "Track )" +
+            QByteArray::number(i) +
+            R"( of the long playlist", "description": null, "duration": 214.0, "channel_id": "UCabcdefghijklmnopqrstuv", "channel": "Bench Channel", "uploader": "Bench Channel", )" +
+            QByteArray(thumbnails).replace("ID", id) +
+            R"(, "view_count": 123456, "playlist_index": )" + QByteArray::number(i) + "}\n";
+    }
+    TestSupport::writeFile(fixture.toolsPath() + u"/listing.jsonl", listing);
+
+    std::vector<double> whole;
+    std::vector<double> stalls;
+    for (int run = 0; run < kRuns; ++run) {
+        BatchRunner runner(fixture.engine(), fixture.history());
+        BatchView view(runner);
+        view.resize(880, 600);
+        view.show();
+        waitForPaint(&view);
+        // Fires once per pass of the event loop; the widest gap is the longest stall.
+        QElapsedTimer sinceLast;
+        double longest = 0;
+        QTimer pulse;
+        QObject::connect(&pulse, &QTimer::timeout, [&] {
+            longest = std::max(longest, double(sinceLast.nsecsElapsed()) / 1e6);
+            sinceLast.restart();
+        });
+        QElapsedTimer timer;
+        timer.start();
+        sinceLast.start();
+        pulse.start(0);
+        runner.addUrlsToQueue(QStringLiteral("https://www.youtube.com/playlist?list=PLbench"));
+        while (runner.isExpanding() || runner.queue().size() < 1000) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            if (timer.elapsed() > 60000)
+                return {};
+        }
+        waitForPaint(view.queueList()->viewport());
+        pulse.stop();
+        whole.push_back(double(timer.nsecsElapsed()) / 1e6);
+        stalls.push_back(longest);
+    }
+    return {{QStringLiteral("playlist_expand_1000_ms"), benchMedian(whole), QStringLiteral("ms")},
+            {QStringLiteral("playlist_expand_1000_max_stall_ms"),
+             *std::max_element(stalls.cbegin(), stalls.cend()), QStringLiteral("ms")}};
+}
+
 const BenchRegistration registration("screens", screens);
+const BenchRegistration playlistRegistration("playlist", playlistExpansion);
 
 } // namespace

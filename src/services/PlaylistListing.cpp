@@ -86,9 +86,9 @@ void PlaylistListing::parseReadyLines()
         [lines = std::move(lines), link = m_link, firstPosition] {
             QList<PlaylistEntry> entries;
             int position = firstPosition;
-            for (qsizetype start = 0, end = 0; start < lines.size(); start = end + 1) {
-                end = lines.indexOf('\n', start);
-                const QByteArrayView line = QByteArrayView(lines).sliced(start, end - start);
+            for (qsizetype start = 0, stop = 0; start < lines.size(); start = stop + 1) {
+                stop = lines.indexOf('\n', start);
+                const QByteArrayView line = QByteArrayView(lines).sliced(start, stop - start);
                 if (auto entry = MetadataFetch::playlistEntry(line, link, position))
                     entries.append(std::move(*entry));
                 ++position;
