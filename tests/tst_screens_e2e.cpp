@@ -30,12 +30,14 @@ class FakeNotifications : public QObject
 
 public:
     QStringList summaries;
+    QList<QStringList> actions;
 
 public slots:
     uint Notify(const QString&, uint, const QString&, const QString& summary, const QString&,
-                const QStringList&, const QVariantMap&, int)
+                const QStringList& actionList, const QVariantMap&, int)
     {
         summaries << summary;
+        actions << actionList;
         return uint(summaries.size());
     }
 };
@@ -199,6 +201,10 @@ private slots:
         emit env.batch().batchFinished();
         QTRY_COMPARE(fake.summaries.size(), 2);
         QCOMPARE(fake.summaries.last(), u"Batch finished: 0 of 0 completed"_s);
+        // A rip's notification can show its file; a batch's shows the app.
+        QCOMPARE(fake.actions.first(),
+                 (QStringList{u"default"_s, u"Show"_s, u"show-file"_s, u"Show File"_s}));
+        QCOMPARE(fake.actions.last(), (QStringList{u"default"_s, u"Show"_s}));
         server.unregisterService(u"org.freedesktop.Notifications"_s);
         QDBusConnection::disconnectFromBus(u"fake-notifications"_s);
     }

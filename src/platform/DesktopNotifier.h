@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <QString>
 
@@ -12,16 +13,20 @@ class DesktopNotifier : public QObject
 public:
     explicit DesktopNotifier(QObject* parent = nullptr);
 
-    // One notification with a "Show" action; the call does not wait for the service.
-    void notify(const QString& summary, const QString& body);
+    // One notification with a "Show" action, and "Show File" when it names a file; the call
+    // does not wait for the service.
+    void notify(const QString& summary, const QString& body, const QString& file = {});
 
 signals:
-    // The user chose one of our notifications (or its action).
+    // The user chose one of our notifications (or its "Show").
     void activated();
+    // The user chose "Show File".
+    void fileRequested(const QString& file);
 
 private slots:
     void actionInvoked(uint id, const QString& key);
 
 private:
-    QList<uint> m_sent;
+    // Each notification sent, with the file it names (or none).
+    QHash<uint, QString> m_sent;
 };

@@ -1,6 +1,7 @@
 #include "views/shell/MainWindow.h"
 
 #include "platform/DesktopNotifier.h"
+#include "platform/DesktopServices.h"
 #include "services/AudioPlayerService.h"
 #include "services/BatchRunner.h"
 #include "services/DownloadEngine.h"
@@ -53,7 +54,8 @@ MainWindow::MainWindow(const Services& services, const ScreenFactory& factory, Q
             return;
         const std::optional<VideoMetadata> video = m_engine.currentMetadata();
         notifyIfAway(tr("Rip finished"),
-                     video ? video->title : QFileInfo(status.filePath()).completeBaseName());
+                     video ? video->title : QFileInfo(status.filePath()).completeBaseName(),
+                     status.filePath());
     });
     connect(&m_batch, &BatchRunner::batchFinished, this,
             [this] { notifyIfAway(tr("Batch finished: %1").arg(m_batch.countText()), {}); });
@@ -180,15 +182,17 @@ void MainWindow::openLinks(const QStringList& links)
     }
 }
 
-void MainWindow::notifyIfAway(const QString& summary, const QString& body)
+void MainWindow::notifyIfAway(const QString& summary, const QString& body, const QString& file)
 {
     if (isActiveWindow())
         return;
     if (!m_notifier) {
         m_notifier = new DesktopNotifier(this);
         connect(m_notifier, &DesktopNotifier::activated, this, [this] { bringToFront(); });
+        connect(m_notifier, &DesktopNotifier::fileRequested, this,
+                [](const QString& path) { DesktopServices::system().revealFile(path); });
     }
-    m_notifier->notify(summary, body);
+    m_notifier->notify(summary, body, file);
 }
 
 void MainWindow::bringToFront(const QByteArray& activationToken)

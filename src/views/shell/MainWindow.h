@@ -43,7 +43,7 @@ protected:
 
 private:
     // A word to the desktop when work ends while the window is elsewhere.
-    void notifyIfAway(const QString& summary, const QString& body);
+    void notifyIfAway(const QString& summary, const QString& body, const QString& file = {});
 
     DownloadEngine& m_engine;
     BatchRunner& m_batch;
