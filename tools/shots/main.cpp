@@ -14,7 +14,9 @@
 #include "views/batch/BatchItemDelegate.h"
 #include "views/batch/BatchQueueModel.h"
 #include "views/batch/BatchView.h"
+#include "views/components/GradientButton.h"
 #include "views/components/Theme.h"
+#include "views/converter/ConverterView.h"
 #include "views/library/HistoryView.h"
 #include "views/shell/ContentView.h"
 #include "views/shell/MainWindow.h"
@@ -40,10 +42,21 @@ using namespace ScreenFixture;
 
 namespace {
 
-// A yt-dlp for the batch runs: "missing…" fails like a missing page, "slow…" hangs at 42 %.
+// A yt-dlp for the batch runs: "missing…" fails like a missing page, "slow…" hangs at 42 %;
+// a playlist lists twelve tracks that rip slowly.
 const QByteArray kYtDlp = R"(#!/bin/sh
 case "$1" in --version) echo 2023.03.04; exit 0;; esac
 for a in "$@"; do case "$a" in *youtu*) link="$a";; esac; done
+case "$*" in *--flat-playlist*)
+  i=0
+  for title in "Harbour Lights" "Paper Boats" "Night Ferry" "Salt and Cedar" "Low Tide" \
+      "The Long Pier" "Lantern Song" "Fog Horn Waltz" "Gulls at Dawn" "Driftwood" \
+      "North Wind" "Homeward"; do
+    i=$((i + 1))
+    printf '{"_type": "url", "url": "https://youtu.be/slow-%s", "title": "%s", "channel": "The Coastal Quartet", "duration": %s}\n' $i "$title" $((150 + i * 17))
+  done
+  exit 0;;
+esac
 name=${link##*/}
 case "$name" in
   missing*) echo "ERROR: [generic] $name: Unable to download webpage: HTTP Error 404: Not Found" >&2; exit 1;;
@@ -333,6 +346,34 @@ void shootLibraryAndBatch(Shooter& shoot)
     batch->runner().clearQueue();
     batch->runner().addUrlsToQueue(u"https://youtu.be/one\nhttps://youtu.be/four"_s);
     shoot(window, u"batch-already-in-library"_s);
+    batch->runner().clearQueue();
+
+    // A playlist offered by the converter, then ripped two at a time.
+    const QString playlist = u"https://www.youtube.com/playlist?list=PLcoastal"_s;
+    content->setSelectedTab(NavigationItem::convert);
+    auto* converter = qobject_cast<ConverterView*>(content->currentScreen());
+    converter->setInputUrl(playlist);
+    converter->findChild<GradientButton*>()->click();
+    waited.restart();
+    while (env.batch().isPreviewListing() && waited.elapsed() < 10000)
+        settle(50);
+    shoot(window, u"converter-playlist-offer"_s);
+    env.batch().clearPreview();
+    content->setSelectedTab(NavigationItem::batch);
+    batch = qobject_cast<BatchView*>(content->currentScreen());
+    batch->runner().addUrlsToQueue(playlist);
+    waited.restart();
+    while (batch->runner().isExpanding() && waited.elapsed() < 10000)
+        settle(50);
+    settle();
+    shoot(window, u"batch-playlist-expanded"_s);
+    batch->ripAllButton()->click();
+    waited.restart();
+    while (batch->runner().queue().at(1).status.progress() < 0.4 && waited.elapsed() < 10000)
+        settle(50);
+    shoot(window, u"batch-playlist-parallel"_s);
+    batch->stopButton()->click();
+    settle(300);
     if (env.engine().currentStatus().isBusy())
         env.engine().cancel();
     env.history().waitForSaves();
