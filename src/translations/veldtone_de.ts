@@ -111,6 +111,22 @@
         <source>%1, %2 skipped</source>
         <translation>%1, %2 übersprungen</translation>
     </message>
+    <message>
+        <source>Expanding playlist… %1</source>
+        <translation>Playlist wird aufgelöst… %1</translation>
+    </message>
+    <message>
+        <source>yt-dlp is missing. Please check Settings.</source>
+        <translation>yt-dlp fehlt. Bitte prüfen Sie die Einstellungen.</translation>
+    </message>
+    <message>
+        <source>Could not list the playlist: %1</source>
+        <translation>Die Playlist konnte nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>The playlist has no tracks.</source>
+        <translation>Die Playlist enthält keine Titel.</translation>
+    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -343,6 +359,22 @@
         <source>yt-dlp %1 is out of date</source>
         <translation>yt-dlp %1 ist veraltet</translation>
     </message>
+    <message>
+        <source>Queue the whole playlist</source>
+        <translation>Ganze Playlist einreihen</translation>
+    </message>
+    <message>
+        <source>Expanding playlist… %1</source>
+        <translation>Playlist wird aufgelöst… %1</translation>
+    </message>
+    <message>
+        <source>This link is a playlist.</source>
+        <translation>Dieser Link ist eine Playlist.</translation>
+    </message>
+    <message>
+        <source>Rip all %1 tracks in Batch</source>
+        <translation>Alle %1 Titel im Stapel rippen</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -368,6 +400,10 @@
     <message>
         <source>Show</source>
         <translation>Anzeigen</translation>
+    </message>
+    <message>
+        <source>Show File</source>
+        <translation>Datei zeigen</translation>
     </message>
 </context>
 <context>
@@ -752,6 +788,13 @@
     <message>
         <source>Select Download Folder</source>
         <translation>Downloadordner auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>PlaylistListing</name>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>yt-dlp konnte nicht gestartet werden.</translation>
     </message>
 </context>
 <context>

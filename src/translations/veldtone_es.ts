@@ -111,6 +111,22 @@
         <source>%1, %2 skipped</source>
         <translation>%1, %2 omitidos</translation>
     </message>
+    <message>
+        <source>Expanding playlist… %1</source>
+        <translation>Expandiendo la lista… %1</translation>
+    </message>
+    <message>
+        <source>yt-dlp is missing. Please check Settings.</source>
+        <translation>Falta yt-dlp. Revisa los ajustes.</translation>
+    </message>
+    <message>
+        <source>Could not list the playlist: %1</source>
+        <translation>No se pudo listar la lista: %1</translation>
+    </message>
+    <message>
+        <source>The playlist has no tracks.</source>
+        <translation>La lista no tiene pistas.</translation>
+    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -343,6 +359,22 @@
         <source>yt-dlp %1 is out of date</source>
         <translation>yt-dlp %1 está desactualizado</translation>
     </message>
+    <message>
+        <source>Queue the whole playlist</source>
+        <translation>Poner en cola toda la lista</translation>
+    </message>
+    <message>
+        <source>Expanding playlist… %1</source>
+        <translation>Expandiendo la lista… %1</translation>
+    </message>
+    <message>
+        <source>This link is a playlist.</source>
+        <translation>Este enlace es una lista de reproducción.</translation>
+    </message>
+    <message>
+        <source>Rip all %1 tracks in Batch</source>
+        <translation>Extraer las %1 pistas en lote</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -368,6 +400,10 @@
     <message>
         <source>Show</source>
         <translation>Mostrar</translation>
+    </message>
+    <message>
+        <source>Show File</source>
+        <translation>Mostrar archivo</translation>
     </message>
 </context>
 <context>
@@ -752,6 +788,13 @@
     <message>
         <source>Select Download Folder</source>
         <translation>Seleccionar carpeta de descargas</translation>
+    </message>
+</context>
+<context>
+    <name>PlaylistListing</name>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>No se pudo iniciar yt-dlp.</translation>
     </message>
 </context>
 <context>

@@ -111,6 +111,22 @@
         <source>%1, %2 skipped</source>
         <translation>%1, %2 ignoré(s)</translation>
     </message>
+    <message>
+        <source>Expanding playlist… %1</source>
+        <translation>Développement de la playlist… %1</translation>
+    </message>
+    <message>
+        <source>yt-dlp is missing. Please check Settings.</source>
+        <translation>yt-dlp est introuvable. Vérifiez les paramètres.</translation>
+    </message>
+    <message>
+        <source>Could not list the playlist: %1</source>
+        <translation>Impossible de lister la playlist : %1</translation>
+    </message>
+    <message>
+        <source>The playlist has no tracks.</source>
+        <translation>La playlist ne contient aucun titre.</translation>
+    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -343,6 +359,22 @@
         <source>yt-dlp %1 is out of date</source>
         <translation>yt-dlp %1 est obsolète</translation>
     </message>
+    <message>
+        <source>Queue the whole playlist</source>
+        <translation>Mettre toute la playlist en file</translation>
+    </message>
+    <message>
+        <source>Expanding playlist… %1</source>
+        <translation>Développement de la playlist… %1</translation>
+    </message>
+    <message>
+        <source>This link is a playlist.</source>
+        <translation>Ce lien est une playlist.</translation>
+    </message>
+    <message>
+        <source>Rip all %1 tracks in Batch</source>
+        <translation>Extraire les %1 titres dans le lot</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -368,6 +400,10 @@
     <message>
         <source>Show</source>
         <translation>Afficher</translation>
+    </message>
+    <message>
+        <source>Show File</source>
+        <translation>Afficher le fichier</translation>
     </message>
 </context>
 <context>
@@ -752,6 +788,13 @@
     <message>
         <source>Select Download Folder</source>
         <translation>Choisir le dossier de téléchargement</translation>
+    </message>
+</context>
+<context>
+    <name>PlaylistListing</name>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>yt-dlp n’a pas pu être lancé.</translation>
     </message>
 </context>
 <context>

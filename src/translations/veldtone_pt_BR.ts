@@ -111,6 +111,22 @@
         <source>%1, %2 skipped</source>
         <translation>%1, %2 ignorados</translation>
     </message>
+    <message>
+        <source>Expanding playlist… %1</source>
+        <translation>Expandindo a playlist… %1</translation>
+    </message>
+    <message>
+        <source>yt-dlp is missing. Please check Settings.</source>
+        <translation>O yt-dlp não foi encontrado. Verifique as configurações.</translation>
+    </message>
+    <message>
+        <source>Could not list the playlist: %1</source>
+        <translation>Não foi possível listar a playlist: %1</translation>
+    </message>
+    <message>
+        <source>The playlist has no tracks.</source>
+        <translation>A playlist não tem faixas.</translation>
+    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -343,6 +359,22 @@
         <source>yt-dlp %1 is out of date</source>
         <translation>yt-dlp %1 está desatualizado</translation>
     </message>
+    <message>
+        <source>Queue the whole playlist</source>
+        <translation>Enfileirar a playlist inteira</translation>
+    </message>
+    <message>
+        <source>Expanding playlist… %1</source>
+        <translation>Expandindo a playlist… %1</translation>
+    </message>
+    <message>
+        <source>This link is a playlist.</source>
+        <translation>Este link é uma playlist.</translation>
+    </message>
+    <message>
+        <source>Rip all %1 tracks in Batch</source>
+        <translation>Extrair as %1 faixas em lote</translation>
+    </message>
 </context>
 <context>
     <name>DependencyManager</name>
@@ -368,6 +400,10 @@
     <message>
         <source>Show</source>
         <translation>Mostrar</translation>
+    </message>
+    <message>
+        <source>Show File</source>
+        <translation>Mostrar arquivo</translation>
     </message>
 </context>
 <context>
@@ -752,6 +788,13 @@
     <message>
         <source>Select Download Folder</source>
         <translation>Selecionar pasta de downloads</translation>
+    </message>
+</context>
+<context>
+    <name>PlaylistListing</name>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>Não foi possível iniciar o yt-dlp.</translation>
     </message>
 </context>
 <context>
