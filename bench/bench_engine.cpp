@@ -6,6 +6,7 @@
 #include "services/DownloadEngine.h"
 #include "services/ExtractionArguments.h"
 #include "support/EngineFixture.h"
+#include "support/LoopbackHttpServer.h"
 #include "support/MediaServer.h"
 #include "support/TestSupport.h"
 
@@ -137,27 +138,45 @@ std::vector<BenchFigure> ripOverhead()
             {QStringLiteral("ytdlp_60s_mp3_wall_s"), bareMedian, QStringLiteral("s")}};
 }
 
-// A batch of six network-bound items (a stand-in yt-dlp that waits a second, as a throttled
-// download does, then writes its file) at one rip at a time and at three.
+// A batch of six network-bound items, ripped by the real yt-dlp and ffmpeg from pages on a
+// loopback server that sends their media at a slow link's pace, at one rip at a time and at
+// three.
 std::vector<BenchFigure> batchParallel()
 {
-    EngineFixture fixture({.standInScript = R"sh(link=""
-for a in "$@"; do case "$a" in *youtu*) link="$a";; esac; done
-sleep 1
-out="$(dirname "$0")/../out/${link##*/}.mp3"
-mkdir -p "$(dirname "$out")"; printf 'ID3' > "$out"
-echo "[ExtractAudio] Destination: $out"
-)sh"});
+    QTemporaryDir scratch;
+    const QString media = scratch.filePath(QStringLiteral("noise.webm"));
+    QProcess ffmpeg;
+    ffmpeg.start(QStringLiteral("ffmpeg"),
+                 {QStringLiteral("-hide_banner"), QStringLiteral("-loglevel"),
+                  QStringLiteral("error"), QStringLiteral("-f"), QStringLiteral("lavfi"),
+                  QStringLiteral("-i"), QStringLiteral("anoisesrc=d=20:c=pink"),
+                  QStringLiteral("-c:a"), QStringLiteral("libvorbis"), QStringLiteral("-q:a"),
+                  QStringLiteral("2"), media});
+    if (!ffmpeg.waitForFinished(60000) || ffmpeg.exitCode() != 0)
+        return {};
+    LoopbackHttpServer server;
+    if (!server.start())
+        return {};
+    server.serve(QStringLiteral("/noise.webm"), TestSupport::readFile(media), 200,
+                 LoopbackHttpServer::Mode::Throttle);
+    EngineFixture fixture;
     if (!fixture.isReady())
         return {};
-    fixture.engine().setTargetFolder(QUrl::fromLocalFile(fixture.rootPath() + u"/out"));
+    fixture.engine().setTargetFolder(QUrl::fromLocalFile(fixture.downloadsPath()));
     const auto runBatch = [&](int simultaneous) {
         BatchRunner batch(fixture.engine(), fixture.history());
         fixture.engine().setSimultaneousRips(simultaneous);
         QStringList links;
-        for (int i = 0; i < 6; ++i)
-            links << u"https://youtu.be/item" + QString::number(simultaneous) + u'_' +
-                         QString::number(i);
+        for (int i = 0; i < 6; ++i) {
+            // The batch takes lines that name the video service.
+            const QString path = QStringLiteral("/youtube.com/%1/%2").arg(simultaneous).arg(i);
+            server.serve(path, "<!DOCTYPE html><html><head><title>Run " +
+                                   QByteArray::number(simultaneous) + " Item " +
+                                   QByteArray::number(i) +
+                                   "</title></head><body><video src=\"/noise.webm\"></video></body>"
+                                   "</html>\n");
+            links << server.url(path).toString();
+        }
         batch.addUrlsToQueue(links.join(u'\n'));
         QEventLoop loop;
         QObject::connect(&batch, &BatchRunner::batchFinished, &loop, &QEventLoop::quit);
@@ -165,10 +184,13 @@ echo "[ExtractAudio] Destination: $out"
         timer.start();
         batch.startBatchProcessing();
         loop.exec();
-        return double(timer.nsecsElapsed()) / 1e9;
+        const double seconds = double(timer.nsecsElapsed()) / 1e9;
+        return batch.completedCount() == 6 ? seconds : -1.0;
     };
     const double one = runBatch(1);
     const double three = runBatch(3);
+    if (one < 0 || three < 0)
+        return {};
     return {{QStringLiteral("batch_parallel_time_ratio"), three / one, QStringLiteral("x")},
             {QStringLiteral("batch_6_items_at_1_s"), one, QStringLiteral("s")}};
 }

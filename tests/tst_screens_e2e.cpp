@@ -46,22 +46,44 @@ class TestScreensEndToEnd : public QObject
 {
     Q_OBJECT
 
+    std::unique_ptr<MediaServer> m_server;
+    std::unique_ptr<Environment> m_env;
+    std::unique_ptr<ScreenFactory> m_factory;
+    std::unique_ptr<MainWindow> m_window;
+
+    // The loopback site, the system's yt-dlp and ffmpeg, and the window showing the converter.
+    void openWithRealTools()
+    {
+        m_server = std::make_unique<MediaServer>();
+        QVERIFY2(m_server->start(), qPrintable(m_server->errorString()));
+        m_env = std::make_unique<Environment>(Tools::none, true);
+        QVERIFY(m_env->checkTools());
+        QVERIFY2(m_env->dependencies().isReady(), "yt-dlp and ffmpeg are needed in /usr/bin");
+        m_env->engine().setTargetFolder(QUrl::fromLocalFile(m_env->path()));
+        m_factory = std::make_unique<ScreenFactory>(m_env->services());
+        m_window = std::make_unique<MainWindow>(m_env->services(), *m_factory);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    }
+
 private slots:
+    void cleanup()
+    {
+        m_window.reset();
+        m_factory.reset();
+        m_env.reset();
+        m_server.reset();
+    }
+
     // A whole rip as a user does it.
     void ripAndPlay()
     {
-        MediaServer server;
-        QVERIFY2(server.start(), qPrintable(server.errorString()));
-        Environment env(Tools::none, true);
-        QVERIFY(env.checkTools());
-        QVERIFY2(env.dependencies().isReady(), "yt-dlp and ffmpeg are needed in /usr/bin");
-        env.engine().setTargetFolder(QUrl::fromLocalFile(env.path()));
-
-        ScreenFactory factory(env.services());
-        MainWindow window(env.services(), factory);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        auto* screen = window.findChild<ConverterView*>();
+        openWithRealTools();
+        if (QTest::currentTestFailed())
+            return;
+        Environment& env = *m_env;
+        const MediaServer& server = *m_server;
+        auto* screen = m_window->findChild<ConverterView*>();
         QTest::keyClicks(findNamed<QLineEdit>(screen, u"YouTube Video Link"_s),
                          server.pageUrl().toString());
         auto* start = screen->findChild<GradientButton*>();
@@ -80,16 +102,12 @@ private slots:
     // entries; a video link that names the playlist rips the video and offers the list.
     void playlists()
     {
-        MediaServer server;
-        QVERIFY2(server.start(), qPrintable(server.errorString()));
-        Environment env(Tools::none, true);
-        QVERIFY(env.checkTools());
-        QVERIFY2(env.dependencies().isReady(), "yt-dlp and ffmpeg are needed in /usr/bin");
-        env.engine().setTargetFolder(QUrl::fromLocalFile(env.path()));
-        ScreenFactory factory(env.services());
-        MainWindow window(env.services(), factory);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        openWithRealTools();
+        if (QTest::currentTestFailed())
+            return;
+        Environment& env = *m_env;
+        const MediaServer& server = *m_server;
+        MainWindow& window = *m_window;
         auto* screen = window.findChild<ConverterView*>();
         QTest::keyClicks(findNamed<QLineEdit>(screen, u"YouTube Video Link"_s),
                          server.playlistUrl().toString());

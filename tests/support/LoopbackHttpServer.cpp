@@ -4,6 +4,8 @@
 #include <QHttpServerRequest>
 #include <QHttpServerResponder>
 #include <QTcpSocket>
+#include <QTimer>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -55,6 +57,22 @@ bool LoopbackHttpServer::handleRequest(const QHttpServerRequest& request, QTcpSo
                                 QByteArrayLiteral(" OK\r\nContent-Type: application/octet-stream"
                                                   "\r\nContent-Length: ") +
                                 QByteArray::number(answer.body.size()) + "\r\n\r\n";
+        if (answer.mode == Mode::Throttle) {
+            // A tenth of a second's worth at a time.
+            socket->write(head);
+            auto* pace = new QTimer(socket);
+            auto sent = std::make_shared<qsizetype>(0);
+            QObject::connect(
+                pace, &QTimer::timeout, socket, [socket, pace, sent, body = answer.body] {
+                    const QByteArray piece = body.mid(*sent, kThrottledBytesPerSecond / 10);
+                    *sent += piece.size();
+                    socket->write(piece);
+                    if (*sent >= body.size())
+                        pace->stop();
+                });
+            pace->start(100);
+            return true;
+        }
         socket->write(head + answer.body.left(answer.body.size() / 2));
         socket->flush();
         if (answer.mode == Mode::Truncate)

@@ -18,7 +18,10 @@ public:
         Truncate,
         // Announces the whole body, sends the first half, then goes silent.
         Stall,
+        // Sends the body at kThrottledBytesPerSecond, as a slow link would.
+        Throttle,
     };
+    static constexpr int kThrottledBytesPerSecond = 32 * 1024;
 
     explicit LoopbackHttpServer(QObject* parent = nullptr);
 
