@@ -42,7 +42,7 @@ name=${link##*/}
 case "$name" in
   fail*) echo "ERROR: [generic] $name: Unable to download webpage: HTTP Error 404: Not Found" >&2; exit 1;;
   once*) if [ ! -e "$BATCH_OUT/.$name" ]; then : > "$BATCH_OUT/.$name"; echo "ERROR: first try of $name" >&2; exit 1; fi;;
-  slow*) echo "PROGRESS::  10.0%::1.00MiB/s::00:09::2.00MiB"; exec sleep 30;;
+  slow*) echo "PROGRESS::  10.0%::1.00MiB/s::00:09::2.00MiB"; sleep 30 & wait; exit 0;;
 esac
 echo "PROGRESS::  50.0%::1.00MiB/s::00:01::2.00MiB"
 echo "[ExtractAudio] Destination: $BATCH_OUT/$name.mp3"
@@ -188,32 +188,34 @@ private slots:
         QVERIFY(!m_view->model()->index(4).data(BatchQueueModel::ShowsTrashRole).toBool());
     }
 
-    // Two run at once, each row its own; the converter's state is not theirs; a stop ends
-    // both and leaves nothing behind.
+    // Three run at once, each row its own; the converter's state is not theirs; a stop ends
+    // all three and leaves no process and no scratch folder behind.
     void parallelRunAndStop()
     {
-        m_env->engine().setSimultaneousRips(2);
-        queue({u"slow1"_s, u"slow2"_s, u"ok3"_s});
+        m_env->engine().setSimultaneousRips(3);
+        queue({u"slow1"_s, u"slow2"_s, u"slow3"_s, u"ok4"_s});
         QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
-        QTRY_COMPARE_WITH_TIMEOUT(runner().queue().at(0).status.progress(), 0.1, 10000);
-        QTRY_COMPARE_WITH_TIMEOUT(runner().queue().at(1).status.progress(), 0.1, 10000);
-        QCOMPARE(kindAt(2), DownloadStatus::Kind::idle);
-        QCOMPARE(runner().runningCount(), 2);
+        for (int row = 0; row < 3; ++row)
+            QTRY_COMPARE_WITH_TIMEOUT(runner().queue().at(row).status.progress(), 0.1, 10000);
+        QCOMPARE(kindAt(3), DownloadStatus::Kind::idle);
+        QCOMPARE(runner().runningCount(), 3);
         QVERIFY(!m_env->engine().currentStatus().isBusy());
-        QVERIFY(!m_view->model()->index(2).data(BatchQueueModel::ShowsTrashRole).toBool());
+        QVERIFY(!m_view->model()->index(3).data(BatchQueueModel::ShowsTrashRole).toBool());
+        QCOMPARE(EngineFixture::processesMentioning(u"youtu.be/slow"_s).size(), 3);
         QTest::mouseClick(m_view->stopButton(), Qt::LeftButton);
         QCOMPARE(m_view->state(), BatchView::State::queued);
         QTRY_COMPARE(runner().runningCount(), 0);
         QTRY_COMPARE(
             QDir(file(u"out"_s)).entryList(QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden),
             QStringList());
-        QCOMPARE(ripped().size(), 2);
-        for (int row = 0; row < 3; ++row)
+        QTRY_VERIFY(EngineFixture::processesMentioning(u"youtu.be/slow"_s).isEmpty());
+        QCOMPARE(ripped().size(), 3);
+        for (int row = 0; row < 4; ++row)
             QCOMPARE(kindAt(row), DownloadStatus::Kind::idle);
 
         QAccessibleInterface* list = QAccessible::queryAccessibleInterface(m_view->queueList());
         list->child(1)->actionInterface()->doAction(u"Remove"_s);
-        QCOMPARE(runner().queue().size(), 2);
+        QCOMPARE(runner().queue().size(), 3);
     }
 
     // A playlist becomes rows of its entries (one already queued is not added again), each
