@@ -134,9 +134,12 @@ QString BatchRunner::countText() const
 
 QString BatchRunner::expansionText() const
 {
-    if (m_listing)
-        return tr("Expanding playlist… %1").arg(m_listing->count());
-    return m_expansionError;
+    return m_listing ? expandingText(m_listing->count()) : m_expansionError;
+}
+
+QString BatchRunner::expandingText(int count)
+{
+    return tr("Expanding playlist… %1").arg(count);
 }
 
 int BatchRunner::addUrlsToQueue(const QString& text)
@@ -210,28 +213,22 @@ void BatchRunner::expandNext()
 {
     if (m_listing || m_playlistsToExpand.isEmpty())
         return;
-    const QString link = m_playlistsToExpand.takeFirst();
     m_expansionError.clear();
-    const std::optional<ToolInvocation> tool = m_engine.ytDlpInvocation();
-    if (!tool) {
-        m_playlistsToExpand.clear();
-        m_expansionError = tr("yt-dlp is missing. Please check Settings.");
+    m_listing =
+        m_engine.newPlaylistListing(m_playlistsToExpand.takeFirst(), &m_expansionError, this);
+    if (!m_listing) {
         emit expansionChanged();
+        expandNext();
         return;
     }
-    m_listing = new PlaylistListing(*tool, link, this);
     connect(m_listing, &PlaylistListing::entriesArrived, this,
             [this](const QList<PlaylistEntry>& entries) {
                 appendEntries(entries);
                 emit expansionChanged();
             });
     connect(m_listing, &PlaylistListing::finished, this, [this](const QString& error) {
-        PlaylistListing* listing = std::exchange(m_listing, nullptr);
-        listing->deleteLater();
-        if (!error.isEmpty())
-            m_expansionError = tr("Could not list the playlist: %1").arg(error);
-        else if (listing->count() == 0)
-            m_expansionError = tr("The playlist has no tracks.");
+        std::exchange(m_listing, nullptr)->deleteLater();
+        m_expansionError = error;
         emit expansionChanged();
         expandNext();
         // A batch that waited on the listing ends if it brought nothing to rip.
@@ -248,13 +245,11 @@ void BatchRunner::previewPlaylist(const QString& link)
         return;
     clearPreview();
     m_previewLink = link;
-    const std::optional<ToolInvocation> tool = m_engine.ytDlpInvocation();
-    if (!tool) {
-        m_previewError = tr("yt-dlp is missing. Please check Settings.");
+    m_preview = m_engine.newPlaylistListing(link, &m_previewError, this);
+    if (!m_preview) {
         emit previewChanged();
         return;
     }
-    m_preview = new PlaylistListing(*tool, link, this);
     connect(m_preview, &PlaylistListing::entriesArrived, this,
             [this](const QList<PlaylistEntry>& entries) {
                 m_previewEntries.append(entries);
@@ -262,10 +257,7 @@ void BatchRunner::previewPlaylist(const QString& link)
             });
     connect(m_preview, &PlaylistListing::finished, this, [this](const QString& error) {
         std::exchange(m_preview, nullptr)->deleteLater();
-        if (!error.isEmpty())
-            m_previewError = tr("Could not list the playlist: %1").arg(error);
-        else if (m_previewEntries.isEmpty())
-            m_previewError = tr("The playlist has no tracks.");
+        m_previewError = error;
         emit previewChanged();
     });
     emit previewChanged();

@@ -70,6 +70,8 @@ public:
     // "Expanding playlist… 240" (entries so far) while one is listed, why the last one
     // failed, or empty.
     QString expansionText() const;
+    // "Expanding playlist… 240": the entries listed so far.
+    static QString expandingText(int count);
 
     // The converter's offer for a playlist link: its entries listed, not yet queued.
     void previewPlaylist(const QString& link);

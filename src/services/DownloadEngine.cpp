@@ -5,6 +5,7 @@
 #include "services/HistoryStore.h"
 #include "services/MetadataFetch.h"
 #include "services/OutputFiles.h"
+#include "services/PlaylistListing.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -142,6 +143,21 @@ MetadataFetch* DownloadEngine::newMetadataFetch(const QString& url, QObject* par
     return new MetadataFetch(*tool, link, parent);
 }
 
+PlaylistListing* DownloadEngine::newPlaylistListing(const QString& link, QString* refusal,
+                                                    QObject* parent)
+{
+    const std::optional<ToolInvocation> tool = ytDlpInvocation();
+    if (!tool) {
+        *refusal = missingToolText();
+        return nullptr;
+    }
+    if (!isUsableLink(trimmedLink(link))) {
+        *refusal = invalidLinkText();
+        return nullptr;
+    }
+    return new PlaylistListing(*tool, trimmedLink(link), parent);
+}
+
 void DownloadEngine::savePreferences()
 {
     EnginePreferences::save(*m_settings, m_choices);
@@ -155,6 +171,16 @@ QString DownloadEngine::folderPath(const QUrl& folder)
     return path;
 }
 
+QString DownloadEngine::missingToolText()
+{
+    return tr("yt-dlp is missing. Please check Settings.");
+}
+
+QString DownloadEngine::invalidLinkText()
+{
+    return tr("Please enter a valid YouTube URL.");
+}
+
 ExtractionJob* DownloadEngine::newJob(const QString& url, int playlistItem,
                                       std::optional<AudioFormat> format,
                                       std::optional<AudioQuality> quality,
@@ -163,7 +189,7 @@ ExtractionJob* DownloadEngine::newJob(const QString& url, int playlistItem,
 {
     std::optional<ToolInvocation> tool = ytDlpInvocation();
     if (!tool) {
-        *refusal = tr("yt-dlp is missing. Please check Settings.");
+        *refusal = missingToolText();
         return nullptr;
     }
     ExtractionJob::Request request;
@@ -172,7 +198,7 @@ ExtractionJob* DownloadEngine::newJob(const QString& url, int playlistItem,
     request.destination = folderPath(destination.value_or(m_choices.targetFolder));
     request.link = trimmedLink(url);
     if (!isUsableLink(request.link)) {
-        *refusal = tr("Please enter a valid YouTube URL.");
+        *refusal = invalidLinkText();
         return nullptr;
     }
     request.playlistItem = std::max(playlistItem, 0);

@@ -19,6 +19,7 @@
 class DependencyManager;
 class HistoryStore;
 class MetadataFetch;
+class PlaylistListing;
 class QSettings;
 
 // Runs one yt-dlp extraction at a time with live status, fetches metadata, and holds the
@@ -82,6 +83,9 @@ public:
     // A fetch of the link's metadata with the tool and options a rip would use; nullptr when
     // yt-dlp is missing or the link is not one to hand to it.
     MetadataFetch* newMetadataFetch(const QString& link, QObject* parent);
+    // A listing of a playlist link's entries, run as a rip would be and not yet started; null,
+    // with the reason in refusal, when the tool is missing or the link is not usable.
+    PlaylistListing* newPlaylistListing(const QString& link, QString* refusal, QObject* parent);
 
     // Writes all the output choices.
     void savePreferences();
@@ -135,6 +139,8 @@ protected:
     void setCurrentStatus(const DownloadStatus& status);
 
 private:
+    static QString missingToolText();
+    static QString invalidLinkText();
     void jobFinished(ExtractionJob* job, const ExtractionJob::Result& result,
                      const CompletionHandler& onComplete);
 

@@ -122,5 +122,10 @@ void PlaylistListing::endIfDone()
     m_ended = true;
     flush();
     // A tool that failed after listing some entries has still listed them.
-    emit finished(m_count == 0 && !m_toolError.isEmpty() ? m_toolError : QString());
+    if (m_count > 0)
+        emit finished({});
+    else if (!m_toolError.isEmpty())
+        emit finished(tr("Could not list the playlist: %1").arg(m_toolError));
+    else
+        emit finished(tr("The playlist has no tracks."));
 }

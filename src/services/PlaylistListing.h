@@ -32,7 +32,8 @@ public:
 signals:
     // The next entries, in playlist order.
     void entriesArrived(const QList<PlaylistEntry>& entries);
-    // Once, after the last entries: error is empty, or says why nothing could be listed.
+    // Once, after the last entries: error is empty, or says for the user why nothing was
+    // listed (the tool's error, or an empty playlist).
     void finished(const QString& error);
 
 private:

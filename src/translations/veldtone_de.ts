@@ -115,18 +115,6 @@
         <source>Expanding playlist… %1</source>
         <translation>Playlist wird aufgelöst… %1</translation>
     </message>
-    <message>
-        <source>yt-dlp is missing. Please check Settings.</source>
-        <translation>yt-dlp fehlt. Bitte prüfen Sie die Einstellungen.</translation>
-    </message>
-    <message>
-        <source>Could not list the playlist: %1</source>
-        <translation>Die Playlist konnte nicht gelesen werden: %1</translation>
-    </message>
-    <message>
-        <source>The playlist has no tracks.</source>
-        <translation>Die Playlist enthält keine Titel.</translation>
-    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -362,10 +350,6 @@
     <message>
         <source>Queue the whole playlist</source>
         <translation>Ganze Playlist einreihen</translation>
-    </message>
-    <message>
-        <source>Expanding playlist… %1</source>
-        <translation>Playlist wird aufgelöst… %1</translation>
     </message>
     <message>
         <source>This link is a playlist.</source>
@@ -795,6 +779,14 @@
     <message>
         <source>yt-dlp could not be started.</source>
         <translation>yt-dlp konnte nicht gestartet werden.</translation>
+    </message>
+    <message>
+        <source>Could not list the playlist: %1</source>
+        <translation>Die Playlist konnte nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>The playlist has no tracks.</source>
+        <translation>Die Playlist enthält keine Titel.</translation>
     </message>
 </context>
 <context>

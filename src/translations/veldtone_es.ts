@@ -115,18 +115,6 @@
         <source>Expanding playlist… %1</source>
         <translation>Expandiendo la lista… %1</translation>
     </message>
-    <message>
-        <source>yt-dlp is missing. Please check Settings.</source>
-        <translation>Falta yt-dlp. Revisa los ajustes.</translation>
-    </message>
-    <message>
-        <source>Could not list the playlist: %1</source>
-        <translation>No se pudo listar la lista: %1</translation>
-    </message>
-    <message>
-        <source>The playlist has no tracks.</source>
-        <translation>La lista no tiene pistas.</translation>
-    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -362,10 +350,6 @@
     <message>
         <source>Queue the whole playlist</source>
         <translation>Poner en cola toda la lista</translation>
-    </message>
-    <message>
-        <source>Expanding playlist… %1</source>
-        <translation>Expandiendo la lista… %1</translation>
     </message>
     <message>
         <source>This link is a playlist.</source>
@@ -795,6 +779,14 @@
     <message>
         <source>yt-dlp could not be started.</source>
         <translation>No se pudo iniciar yt-dlp.</translation>
+    </message>
+    <message>
+        <source>Could not list the playlist: %1</source>
+        <translation>No se pudo listar la lista: %1</translation>
+    </message>
+    <message>
+        <source>The playlist has no tracks.</source>
+        <translation>La lista no tiene pistas.</translation>
     </message>
 </context>
 <context>

@@ -115,18 +115,6 @@
         <source>Expanding playlist… %1</source>
         <translation>Développement de la playlist… %1</translation>
     </message>
-    <message>
-        <source>yt-dlp is missing. Please check Settings.</source>
-        <translation>yt-dlp est introuvable. Vérifiez les paramètres.</translation>
-    </message>
-    <message>
-        <source>Could not list the playlist: %1</source>
-        <translation>Impossible de lister la playlist : %1</translation>
-    </message>
-    <message>
-        <source>The playlist has no tracks.</source>
-        <translation>La playlist ne contient aucun titre.</translation>
-    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -362,10 +350,6 @@
     <message>
         <source>Queue the whole playlist</source>
         <translation>Mettre toute la playlist en file</translation>
-    </message>
-    <message>
-        <source>Expanding playlist… %1</source>
-        <translation>Développement de la playlist… %1</translation>
     </message>
     <message>
         <source>This link is a playlist.</source>
@@ -795,6 +779,14 @@
     <message>
         <source>yt-dlp could not be started.</source>
         <translation>yt-dlp n’a pas pu être lancé.</translation>
+    </message>
+    <message>
+        <source>Could not list the playlist: %1</source>
+        <translation>Impossible de lister la playlist : %1</translation>
+    </message>
+    <message>
+        <source>The playlist has no tracks.</source>
+        <translation>La playlist ne contient aucun titre.</translation>
     </message>
 </context>
 <context>

@@ -115,18 +115,6 @@
         <source>Expanding playlist… %1</source>
         <translation>Expandindo a playlist… %1</translation>
     </message>
-    <message>
-        <source>yt-dlp is missing. Please check Settings.</source>
-        <translation>O yt-dlp não foi encontrado. Verifique as configurações.</translation>
-    </message>
-    <message>
-        <source>Could not list the playlist: %1</source>
-        <translation>Não foi possível listar a playlist: %1</translation>
-    </message>
-    <message>
-        <source>The playlist has no tracks.</source>
-        <translation>A playlist não tem faixas.</translation>
-    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -362,10 +350,6 @@
     <message>
         <source>Queue the whole playlist</source>
         <translation>Enfileirar a playlist inteira</translation>
-    </message>
-    <message>
-        <source>Expanding playlist… %1</source>
-        <translation>Expandindo a playlist… %1</translation>
     </message>
     <message>
         <source>This link is a playlist.</source>
@@ -795,6 +779,14 @@
     <message>
         <source>yt-dlp could not be started.</source>
         <translation>Não foi possível iniciar o yt-dlp.</translation>
+    </message>
+    <message>
+        <source>Could not list the playlist: %1</source>
+        <translation>Não foi possível listar a playlist: %1</translation>
+    </message>
+    <message>
+        <source>The playlist has no tracks.</source>
+        <translation>A playlist não tem faixas.</translation>
     </message>
 </context>
 <context>

@@ -667,7 +667,7 @@ void ConverterView::updatePlaylistOffer()
     const bool listed = !listing && batch.previewError().isEmpty();
     m_playlistCard->setVisible(!batch.previewLink().isEmpty());
     m_playlistSpinner->setVisible(listing);
-    m_playlistText->setText(listing  ? tr("Expanding playlist… %1").arg(batch.previewCount())
+    m_playlistText->setText(listing  ? BatchRunner::expandingText(batch.previewCount())
                             : listed ? tr("This link is a playlist.")
                                      : batch.previewError());
     m_ripPlaylistButton->setVisible(listed);
