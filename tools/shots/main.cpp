@@ -43,11 +43,12 @@ using namespace ScreenFixture;
 namespace {
 
 // A yt-dlp for the batch runs: "missing…" fails like a missing page, "slow…" hangs at 42 %;
-// a playlist lists twelve tracks that rip slowly.
+// a playlist lists twelve tracks that rip slowly, but PLprivate cannot be listed.
 const QByteArray kYtDlp = R"(#!/bin/sh
 case "$1" in --version) echo 2023.03.04; exit 0;; esac
 for a in "$@"; do case "$a" in *youtu*) link="$a";; esac; done
 case "$*" in *--flat-playlist*)
+  case "$link" in *PLprivate) echo "ERROR: [youtube:tab] PLprivate: This playlist is private" >&2; exit 1;; esac
   i=0
   for title in "Harbour Lights" "Paper Boats" "Night Ferry" "Salt and Cedar" "Low Tide" \
       "The Long Pier" "Lantern Song" "Fog Horn Waltz" "Gulls at Dawn" "Driftwood" \
@@ -374,6 +375,12 @@ void shootLibraryAndBatch(Shooter& shoot)
     shoot(window, u"batch-playlist-parallel"_s);
     batch->stopButton()->click();
     settle(300);
+    batch->runner().clearQueue();
+    batch->runner().addUrlsToQueue(u"https://www.youtube.com/playlist?list=PLprivate"_s);
+    waited.restart();
+    while (batch->runner().isExpanding() && waited.elapsed() < 10000)
+        settle(50);
+    shoot(window, u"batch-playlist-failed"_s);
     if (env.engine().currentStatus().isBusy())
         env.engine().cancel();
     env.history().waitForSaves();

@@ -291,6 +291,9 @@ void BatchView::updateState()
     m_expansionLine->setVisible(!expansion.isEmpty());
     m_expansionSpinner->setVisible(m_runner->isExpanding());
     m_expansionText->setText(expansion);
+    // A listing that failed reads as a warning, not as progress.
+    setTextColor(m_expansionText,
+                 m_runner->isExpanding() ? secondaryText(palette()) : orange(palette()));
 }
 
 void BatchView::pasteClipboard()
