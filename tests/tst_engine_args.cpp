@@ -2,6 +2,7 @@
 #include "services/DownloadEngine.h"
 #include "services/ExtractionArguments.h"
 #include "services/OutputFiles.h"
+#include "services/ToolRun.h"
 #include "support/EngineFixture.h"
 #include "support/TestSupport.h"
 
@@ -143,6 +144,9 @@ private slots:
         QCOMPARE(engine.currentUrl(), u"https://example.com/v?id=1"_s);
         QVERIFY(fixture.waitForEnd());
         QStringList given = lines(argsFile);
+        // No configuration file of the user's is read, whatever the run.
+        QCOMPARE(given.value(0), u"--ignore-config"_s);
+        given.removeFirst();
         const QString output = given.value(8);
         QVERIFY2(QRegularExpression(u"^"_s + QRegularExpression::escape(fixture.downloadsPath()) +
                                     u"/\\.veldtone-[0-9a-f]{32}/%\\(title\\)s\\.%\\(ext\\)s$"_s)
@@ -263,7 +267,8 @@ private slots:
         });
         QTRY_VERIFY(answered);
         QCOMPARE(fetching.count(), 0);
-        QTest::qWait(100);
+        // Nothing was started that could still run the tool.
+        QVERIFY(engine.findChildren<ToolRun*>().isEmpty());
         QVERIFY(!QFile::exists(fixture.toolsPath() + u"/ran"_s));
         QVERIFY(fixture.completions().isEmpty());
     }

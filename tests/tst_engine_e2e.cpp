@@ -2,8 +2,11 @@
 #include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
+#include "services/ToolRun.h"
 #include "support/EngineFixture.h"
+#include "support/LoopbackHttpServer.h"
 #include "support/MediaServer.h"
+#include "support/TestSupport.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -13,7 +16,10 @@
 #include <QProcess>
 #include <QScopeGuard>
 #include <QStandardPaths>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTest>
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -261,8 +267,105 @@ private slots:
         details.refresh(plain);
         details.cancel();
         QVERIFY(!details.isRefreshing());
-        QTest::qWait(3000);
+        // The fetch and its tool are gone: nothing is left that could still change the record.
+        QVERIFY(details.findChildren<ToolRun*>().isEmpty());
+        QVERIFY(EngineFixture::processesMentioning(m_server->pageUrl().toString()).isEmpty());
+        QCoreApplication::processEvents();
         QCOMPARE(history.tracks().value(0), plain);
+    }
+
+    // A configuration file of the user's that would hide the progress and rename the file
+    // changes neither.
+    void userConfigurationIgnored()
+    {
+        EngineFixture fixture;
+        QVERIFY(fixture.isReady());
+        const QString config = fixture.rootPath() + u"/config"_s;
+        QVERIFY(TestSupport::writeFile(config + u"/yt-dlp/config"_s,
+                                       "--no-progress\n--restrict-filenames\n"));
+        const QByteArray ownConfig = qgetenv("XDG_CONFIG_HOME");
+        qputenv("XDG_CONFIG_HOME", config.toUtf8());
+        const auto restore = qScopeGuard([&] { qputenv("XDG_CONFIG_HOME", ownConfig); });
+        DownloadEngine& engine = fixture.engine();
+        engine.setEmbedArtwork(false);
+        engine.startExtraction(m_server->pageUrl().toString(), AudioFormat::opus,
+                               AudioQuality::k128, std::nullopt, fixture.completionHandler());
+        QVERIFY(fixture.waitForEnd());
+        QCOMPARE(engine.currentStatus(),
+                 DownloadStatus::completed(fixture.downloadsPath() + u'/' + kTitle + u".opus"_s));
+        QVERIFY(std::any_of(fixture.statuses().begin(), fixture.statuses().end(), [](auto& s) {
+            return s.kind() == DownloadStatus::Kind::downloading && s.progress() > 0;
+        }));
+    }
+
+    // The proxy of the settings reaches yt-dlp: a loopback proxy sees the rip's request.
+    void proxyReachesTheTool()
+    {
+        QTcpServer proxy;
+        QVERIFY(proxy.listen(QHostAddress::LocalHost));
+        QByteArray asked;
+        connect(&proxy, &QTcpServer::newConnection, this, [&] {
+            QTcpSocket* socket = proxy.nextPendingConnection();
+            connect(socket, &QTcpSocket::readyRead, socket, [&, socket] {
+                asked += socket->readAll();
+                socket->write("HTTP/1.1 502 Bad Gateway\r\nContent-Length: 0\r\n\r\n");
+                socket->disconnectFromHost();
+            });
+        });
+        EngineFixture fixture;
+        QVERIFY(fixture.isReady());
+        DownloadEngine& engine = fixture.engine();
+        QVERIFY(engine.setProxy(u"http://127.0.0.1:%1"_s.arg(proxy.serverPort())));
+        engine.startExtraction(m_server->pageUrl().toString(), AudioFormat::opus,
+                               AudioQuality::k128, std::nullopt, fixture.completionHandler());
+        QVERIFY(fixture.waitForEnd());
+        QCOMPARE(engine.currentStatus().kind(), DownloadStatus::Kind::failed);
+        QVERIFY2(asked.contains(QByteArray("GET " + m_server->pageUrl().toEncoded())),
+                 asked.constData());
+    }
+
+    // Ended by the desktop mid-download, the headless driver takes its tool along and, when
+    // it is asked politely, its scratch folder too; killed outright, the kernel ends the tool.
+    void endedBySignal_data()
+    {
+        QTest::addColumn<int>("signalNumber");
+        QTest::newRow("SIGTERM") << int(SIGTERM);
+        QTest::newRow("SIGHUP") << int(SIGHUP);
+        QTest::newRow("SIGKILL") << int(SIGKILL);
+    }
+    void endedBySignal()
+    {
+        QFETCH(int, signalNumber);
+        // Half the media comes, then nothing: the rip is surely running when the signal does.
+        LoopbackHttpServer server;
+        QVERIFY(server.start());
+        server.serve(u"/stalled.webm"_s, QByteArray(1 << 20, 'v'), 200,
+                     LoopbackHttpServer::Mode::Stall);
+        server.serve(u"/youtube.com/stalled"_s,
+                     "<!DOCTYPE html><html><head><title>Stalled</title></head><body>"
+                     "<video src=\"/stalled.webm\"></video></body></html>\n");
+        const QString link = server.url(u"/youtube.com/stalled"_s).toString();
+        QTemporaryDir dest;
+        QProcess rip;
+        rip.start(qEnvironmentVariable("VELDTONE_RIP"),
+                  {u"--dest"_s, dest.path(), u"--library"_s, dest.filePath(u"lib"_s), link});
+        QByteArray output;
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                output += rip.readAllStandardOutput();
+                return output.contains("\"progress\":0.");
+            },
+            60000));
+        ::kill(static_cast<pid_t>(rip.processId()), signalNumber);
+        QVERIFY(finished(rip, 5000));
+        QVERIFY(QTest::qWaitFor([&] { return EngineFixture::processesMentioning(link).isEmpty(); },
+                                5000));
+        if (signalNumber != SIGKILL) {
+            QCOMPARE(rip.exitCode(), 2);
+            QCOMPARE(
+                QDir(dest.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                QStringList{u"lib"_s});
+        }
     }
 
     // Cookies, for real: a page that answers 403 without its cookie fails the rip; with Firefox

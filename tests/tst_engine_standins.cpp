@@ -2,6 +2,7 @@
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "services/MetadataFetch.h"
+#include "services/PlaylistListing.h"
 #include "support/EngineFixture.h"
 #include "support/TestSupport.h"
 
@@ -9,6 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
 
@@ -202,6 +204,33 @@ private slots:
         QCOMPARE(engine.currentStatus(), DownloadStatus::idle());
         QVERIFY(fixture.history().tracks().isEmpty());
         QVERIFY(fixture.completions().isEmpty());
+    }
+
+    // A tool that stops answering ends the metadata fetch and the playlist listing with a
+    // message, and nothing of its group is left running.
+    void hungToolEndsFetchAndListing()
+    {
+        EngineFixture fixture(standIn("sleep 86404 &\nexec sleep 86405\n"));
+        QVERIFY(fixture.isReady());
+        DownloadEngine& engine = fixture.engine();
+        engine.setSilenceLimitMs(500);
+        std::optional<VideoMetadata> result = VideoMetadata{};
+        const auto answered = fetch(engine, u"https://example.com/v"_s, result);
+        QVERIFY(QTest::qWaitFor([&] { return *answered; }, 30000));
+        QVERIFY(!result);
+        QCOMPARE(engine.metadataError(), u"yt-dlp stopped answering."_s);
+
+        QString refusal;
+        std::unique_ptr<PlaylistListing> listing(
+            engine.newPlaylistListing(u"https://example.com/playlist?list=x"_s, &refusal, nullptr));
+        QVERIFY(listing);
+        QSignalSpy ended(listing.get(), &PlaylistListing::finished);
+        listing->start();
+        QVERIFY(ended.wait(30000));
+        QCOMPARE(ended.first().first().toString(),
+                 u"Could not list the playlist: yt-dlp stopped answering."_s);
+        QVERIFY(QTest::qWaitFor(
+            [&] { return EngineFixture::processesMentioning(u"sleep 8640"_s).isEmpty(); }, 5000));
     }
 
     // A cancel that comes after the tool has exited, while the file is being placed, does not

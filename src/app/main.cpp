@@ -2,6 +2,7 @@
 #include "ColorSchemeWatcher.h"
 #include "StartupStyle.h"
 #include "platform/SingleInstance.h"
+#include "platform/TerminationSignals.h"
 #include "platform/Translations.h"
 #include "services/HistoryStore.h"
 #include "views/shell/ContentView.h"
@@ -88,6 +89,10 @@ int main(int argc, char** argv)
     window.raise();
     window.activateWindow();
     window.openLinks(links);
+    // A logout or a kill quits as File › Quit does, so no tool outlives the app.
+    TerminationSignals terminations;
+    QObject::connect(&terminations, &TerminationSignals::received, &window,
+                     &MainWindow::quitWithoutAsking);
     QObject::connect(&instance, &SingleInstance::activated, &window,
                      [&window](const QStringList& handed, const QByteArray& activationToken) {
                          window.openLinks(handed);

@@ -125,12 +125,39 @@ void DownloadEngine::setSimultaneousRips(int count)
     emit simultaneousRipsChanged();
 }
 
+bool DownloadEngine::setProxy(const QString& proxy)
+{
+    if (!EnginePreferences::isUsableProxy(proxy))
+        return false;
+    if (m_choices.proxy != proxy) {
+        m_choices.proxy = proxy;
+        emit proxyChanged();
+    }
+    return true;
+}
+
+void DownloadEngine::setSpeedLimitKBps(int limit)
+{
+    limit = std::clamp(limit, 0, EnginePreferences::kMaxSpeedLimitKBps);
+    if (m_choices.speedLimitKBps == limit)
+        return;
+    m_choices.speedLimitKBps = limit;
+    emit speedLimitKBpsChanged();
+}
+
 std::optional<ToolInvocation> DownloadEngine::ytDlpInvocation() const
 {
     std::optional<ToolInvocation> invocation = m_dependencies.ytDlpInvocation();
-    if (invocation && !m_choices.cookiesFromBrowser.isEmpty())
+    if (!invocation)
+        return invocation;
+    if (!m_choices.cookiesFromBrowser.isEmpty())
         invocation->options << QStringLiteral("--cookies-from-browser")
                             << m_choices.cookiesFromBrowser;
+    if (!m_choices.proxy.isEmpty())
+        invocation->options << QStringLiteral("--proxy") << m_choices.proxy;
+    if (m_choices.speedLimitKBps > 0)
+        invocation->options << QStringLiteral("--limit-rate")
+                            << QString::number(m_choices.speedLimitKBps) + u'K';
     return invocation;
 }
 
@@ -140,7 +167,7 @@ MetadataFetch* DownloadEngine::newMetadataFetch(const QString& url, QObject* par
     const QString link = trimmedLink(url);
     if (!tool || !isUsableLink(link) || !QUrl(link, QUrl::StrictMode).isValid())
         return nullptr;
-    return new MetadataFetch(*tool, link, parent);
+    return new MetadataFetch(*tool, link, m_silenceLimitMs, parent);
 }
 
 PlaylistListing* DownloadEngine::newPlaylistListing(const QString& link, QString* refusal,
@@ -155,7 +182,7 @@ PlaylistListing* DownloadEngine::newPlaylistListing(const QString& link, QString
         *refusal = invalidLinkText();
         return nullptr;
     }
-    return new PlaylistListing(*tool, trimmedLink(link), parent);
+    return new PlaylistListing(*tool, trimmedLink(link), m_silenceLimitMs, parent);
 }
 
 void DownloadEngine::savePreferences()
@@ -340,6 +367,7 @@ void DownloadEngine::fetchMetadata(const QString& url, MetadataHandler done)
     connect(fetch, &MetadataFetch::finished, this,
             [this, fetch, done = std::move(done)](const std::optional<VideoMetadata>& result) {
                 fetch->deleteLater();
+                m_metadataError = result ? QString() : fetch->error();
                 if (result) {
                     m_currentMetadata = result;
                     emit currentMetadataChanged();

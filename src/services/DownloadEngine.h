@@ -46,6 +46,9 @@ class DownloadEngine : public QObject
                    simultaneousRipsChanged)
     Q_PROPERTY(QString cookiesFromBrowser READ cookiesFromBrowser WRITE setCookiesFromBrowser NOTIFY
                    cookiesFromBrowserChanged)
+    Q_PROPERTY(QString proxy READ proxy NOTIFY proxyChanged)
+    Q_PROPERTY(
+        int speedLimitKBps READ speedLimitKBps WRITE setSpeedLimitKBps NOTIFY speedLimitKBpsChanged)
 
 public:
     using CompletionHandler = std::function<void(const HistoryTrack&)>;
@@ -68,6 +71,8 @@ public:
     bool embedMetadata() const { return m_choices.embedMetadata; }
     QString cookiesFromBrowser() const { return m_choices.cookiesFromBrowser; }
     int simultaneousRips() const { return m_choices.simultaneousRips; }
+    QString proxy() const { return m_choices.proxy; }
+    int speedLimitKBps() const { return m_choices.speedLimitKBps; }
 
     void setSelectedFormat(AudioFormat format);
     void setSelectedQuality(AudioQuality quality);
@@ -78,7 +83,17 @@ public:
     void setCookiesFromBrowser(const QString& browser);
     // Kept within 1 to 4.
     void setSimultaneousRips(int count);
-    // How every yt-dlp run starts: the tools' way, plus the cookies when chosen.
+    // Takes a proxy link (empty for none); false, and nothing changes, for one yt-dlp
+    // cannot use (EnginePreferences::isUsableProxy).
+    bool setProxy(const QString& proxy);
+    // KB/s, 0 for none; kept within what the settings offer.
+    void setSpeedLimitKBps(int limit);
+    // How long a metadata fetch or playlist listing may print nothing before it is ended.
+    void setSilenceLimitMs(int limitMs) { m_silenceLimitMs = limitMs; }
+    // Why the last metadata fetch gave nothing; empty after one that worked.
+    QString metadataError() const { return m_metadataError; }
+    // How every yt-dlp run starts: the tools' way, plus the cookies, the proxy and the speed
+    // limit when chosen.
     std::optional<ToolInvocation> ytDlpInvocation() const;
     // A fetch of the link's metadata with the tool and options a rip would use; nullptr when
     // yt-dlp is missing or the link is not one to hand to it.
@@ -129,6 +144,8 @@ signals:
     void embedMetadataChanged();
     void cookiesFromBrowserChanged();
     void simultaneousRipsChanged();
+    void proxyChanged();
+    void speedLimitKBpsChanged();
 
 public:
     // The folder's file-system path without a trailing slash ("/" stays "/").
@@ -154,6 +171,9 @@ private:
     QString m_currentUrl;
     std::optional<QString> m_lastDownloadedFile;
     OutputChoices m_choices;
+    // A hung yt-dlp would otherwise leave a fetch or listing waiting for ever.
+    int m_silenceLimitMs = 60000;
+    QString m_metadataError;
     // The job whose status is published; a cancelled one ends on its own, unseen.
     QPointer<ExtractionJob> m_job;
 };

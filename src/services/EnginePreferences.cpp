@@ -13,6 +13,8 @@ const QString kEmbedArtworkKey = QStringLiteral("embedArtwork");
 const QString kEmbedMetadataKey = QStringLiteral("embedMetadata");
 const QString kCookiesKey = QStringLiteral("cookiesFromBrowser");
 const QString kSimultaneousKey = QStringLiteral("simultaneousRips");
+const QString kProxyKey = QStringLiteral("proxy");
+const QString kSpeedLimitKey = QStringLiteral("speedLimitKBps");
 
 std::optional<bool> readBoolean(const QVariant& value)
 {
@@ -66,6 +68,19 @@ QUrl defaultTargetFolder()
                                                                  : folder + QLatin1Char('/'));
 }
 
+bool isUsableProxy(const QString& text)
+{
+    if (text.isEmpty())
+        return true;
+    static const QStringList schemes = {QStringLiteral("http"),   QStringLiteral("https"),
+                                        QStringLiteral("socks4"), QStringLiteral("socks4a"),
+                                        QStringLiteral("socks5"), QStringLiteral("socks5h")};
+    const QUrl url(text, QUrl::StrictMode);
+    // A text with spaces or a leading "-" could be read as something else than a link.
+    return url.isValid() && schemes.contains(url.scheme()) && !url.host().isEmpty() &&
+           !text.contains(u' ') && (url.path().isEmpty() || url.path() == u"/");
+}
+
 QStringList cookieBrowsers()
 {
     return {QStringLiteral("firefox"), QStringLiteral("chromium"), QStringLiteral("chrome"),
@@ -102,6 +117,11 @@ OutputChoices load(const QSettings& settings)
     const int rips = settings.value(kSimultaneousKey).toInt(&isNumber);
     if (isNumber && rips >= 1 && rips <= 4)
         choices.simultaneousRips = rips;
+    if (const auto text = readString(settings.value(kProxyKey)); text && isUsableProxy(*text))
+        choices.proxy = *text;
+    const int limit = settings.value(kSpeedLimitKey).toInt(&isNumber);
+    if (isNumber && limit >= 0 && limit <= kMaxSpeedLimitKBps)
+        choices.speedLimitKBps = limit;
     return choices;
 }
 
@@ -114,6 +134,8 @@ void save(QSettings& settings, const OutputChoices& choices)
     settings.setValue(kEmbedMetadataKey, choices.embedMetadata);
     settings.setValue(kCookiesKey, choices.cookiesFromBrowser);
     settings.setValue(kSimultaneousKey, choices.simultaneousRips);
+    settings.setValue(kProxyKey, choices.proxy);
+    settings.setValue(kSpeedLimitKey, choices.speedLimitKBps);
     settings.sync();
 }
 

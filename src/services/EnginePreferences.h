@@ -20,6 +20,10 @@ struct OutputChoices
     QString cookiesFromBrowser;
     // How many batch items rip at once, 1 to 4.
     int simultaneousRips = 2;
+    // The proxy every yt-dlp run goes through, as a link; empty for none.
+    QString proxy;
+    // yt-dlp's download speed limit in KB/s; 0 for none.
+    int speedLimitKBps = 0;
 };
 
 // Reads and writes the output choices under their settings keys.
@@ -27,6 +31,12 @@ namespace EnginePreferences {
 
 // The browsers yt-dlp can read cookies from that the settings offer, in yt-dlp's spelling.
 QStringList cookieBrowsers();
+
+// Whether yt-dlp can take text as its proxy: empty, or an http, https, socks4, socks4a,
+// socks5 or socks5h link with a host.
+bool isUsableProxy(const QString& text);
+// The largest speed limit offered, in KB/s.
+inline constexpr int kMaxSpeedLimitKBps = 1000000;
 
 // The user's Downloads folder, else the home folder.
 QUrl defaultTargetFolder();

@@ -9,18 +9,10 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QProcess>
-#include <QTimer>
 #include <QUuid>
 #include <QtConcurrent/QtConcurrentRun>
-#include <csignal>
-#include <unistd.h>
 
 namespace {
-// How long a cancelled tool gets to leave after the polite signal before it is killed.
-constexpr int kCancelGraceMs = 3000;
-// The error stream is kept up to this size; its first lines are what a failure shows.
-constexpr qsizetype kMaxErrorBytes = 16 * 1024 * 1024;
 const QString kUnknown = QStringLiteral("--");
 } // namespace
 
@@ -36,15 +28,12 @@ ExtractionJob::ExtractionJob(Request request, QObject* parent)
 
 ExtractionJob::~ExtractionJob()
 {
-    const bool running = m_process && m_process->state() != QProcess::NotRunning;
-    if (running)
-        signalGroup(SIGKILL);
     // Work still running reports to this object; it has to end first.
-    m_errorText.waitForFinished();
     m_placing.waitForFinished();
-    // A job ended by quitting leaves nothing of its download behind.
-    if (running) {
-        m_process->waitForFinished(1000);
+    // A job ended by quitting, or cancelled just before, leaves nothing of its download
+    // behind; the run ends its tools first.
+    if (m_run && (m_run->isRunning() || m_cancelled)) {
+        delete m_run;
         QDir(m_scratchFolder).removeRecursively();
     }
 }
@@ -56,31 +45,14 @@ void ExtractionJob::start()
             DownloadStatus::failed(tr("Cannot write to the folder %1").arg(m_request.destination)));
         return;
     }
-    m_process = new QProcess(this);
-    m_request.tool.applyTo(*m_process,
-                           extractionArguments(m_request.link, m_request.format, m_request.quality,
-                                               m_scratchFolder, m_request.ffmpegPath,
-                                               m_request.embedArtwork, m_request.embedMetadata,
-                                               m_request.tool.options, m_request.playlistItem));
-    m_process->setStandardInputFile(QProcess::nullDevice());
-    // Its own process group, so a cancel reaches the ffmpeg it starts as well.
-    m_process->setChildProcessModifier([] { ::setpgid(0, 0); });
-    connect(m_process, &QProcess::readyReadStandardOutput, this, &ExtractionJob::readOutput);
-    connect(m_process, &QProcess::readyReadStandardError, this, [this] {
-        const QByteArray bytes = m_process->readAllStandardError();
-        m_errorBytes.append(
-            bytes.left(std::max<qsizetype>(0, kMaxErrorBytes - m_errorBytes.size())));
-    });
-    connect(m_process, &QProcess::finished, this,
-            [this](int exitCode, QProcess::ExitStatus status) {
-                exited(exitCode, status == QProcess::CrashExit);
-            });
-    connect(m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart)
-            failedToStart();
-    });
-    m_process->start();
-    m_pid = m_process->processId();
+    m_run = new ToolRun(m_request.tool.command(extractionArguments(
+                            m_request.link, m_request.format, m_request.quality, m_scratchFolder,
+                            m_request.ffmpegPath, m_request.embedArtwork, m_request.embedMetadata,
+                            m_request.tool.options, m_request.playlistItem)),
+                        this);
+    connect(m_run, &ToolRun::lineRead, this, &ExtractionJob::readLine);
+    connect(m_run, &ToolRun::finished, this, &ExtractionJob::exited);
+    m_run->start();
 }
 
 bool ExtractionJob::cancel()
@@ -89,20 +61,14 @@ bool ExtractionJob::cancel()
         return false;
     m_cancelled = true;
     setStatus(DownloadStatus::idle());
-    if (m_process && m_process->state() != QProcess::NotRunning) {
-        signalGroup(SIGTERM);
-        // A tool that ignores the polite request is killed with its group.
-        QTimer::singleShot(kCancelGraceMs, this, [this] {
-            if (m_process->state() != QProcess::NotRunning)
-                signalGroup(SIGKILL);
-        });
-    }
+    if (m_run)
+        m_run->cancel();
     return true;
 }
 
-void ExtractionJob::readOutput()
+void ExtractionJob::readLine(QByteArrayView line)
 {
-    const QList<DownloadStatus> changes = m_reader->feed(m_process->readAllStandardOutput());
+    const QList<DownloadStatus> changes = m_reader->readLine(line);
     if (m_cancelled)
         return;
     for (const DownloadStatus& status : changes)
@@ -124,41 +90,26 @@ void ExtractionJob::readReport()
         emit metadataChanged();
 }
 
-void ExtractionJob::exited(int exitCode, bool crashed)
+void ExtractionJob::exited(const ToolRun::Result& result)
 {
     if (m_finished)
         return;
-    // Lines still in the pipe at the exit are read too: the last one may name the file.
-    readOutput();
-    for (const DownloadStatus& status : m_reader->finish()) {
-        if (!m_cancelled)
-            setStatus(status);
-    }
     // From here on a cancel no longer changes the outcome.
     m_exited = true;
-    if (m_cancelled) {
-        // The tool is gone; what it started goes too, before its folder does.
-        signalGroup(SIGKILL);
+    if (m_cancelled || result.outcome == ToolRun::Outcome::cancelled) {
         removeScratchFolder();
         finish(DownloadStatus::idle());
         return;
     }
-    if (crashed || exitCode != 0) {
-        const QByteArray bytes =
-            std::exchange(m_errorBytes, {}) + m_process->readAllStandardError();
-        // The error stream can be megabytes; it is read off the GUI thread.
-        m_errorText = runInBackground(
-            QThreadPool::globalInstance(), this,
-            [bytes, exitCode] {
-                const QString text = QUtf8StringView(bytes).isValidUtf8()
-                                         ? QString::fromUtf8(bytes)
-                                         : tr("Download failed with exit code %1").arg(exitCode);
-                return extractMeaningfulError(text);
-            },
-            [this](const QString& error) {
-                removeScratchFolder();
-                finish(DownloadStatus::failed(error));
-            });
+    if (result.outcome == ToolRun::Outcome::failedToStart) {
+        removeScratchFolder();
+        finish(DownloadStatus::failed(tr("yt-dlp could not be started.")));
+        return;
+    }
+    if (!result.succeeded()) {
+        removeScratchFolder();
+        finish(DownloadStatus::failed(result.errorText().value_or(
+            tr("Download failed with exit code %1").arg(result.exitCode))));
         return;
     }
     // Finding the file, moving it and reading its size touch the disk: off the GUI thread.
@@ -167,9 +118,9 @@ void ExtractionJob::exited(int exitCode, bool crashed)
         [tracker = m_tracker, scratch = m_scratchFolder, request = m_request] {
             return place(tracker, scratch, request);
         },
-        [this](const Result& result) {
-            finish(DownloadStatus::completed(result.outputPath.value_or(m_request.destination)),
-                   result);
+        [this](const Result& placed) {
+            finish(DownloadStatus::completed(placed.outputPath.value_or(m_request.destination)),
+                   placed);
         });
 }
 
@@ -200,15 +151,6 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
     return result;
 }
 
-void ExtractionJob::failedToStart()
-{
-    if (m_finished)
-        return;
-    m_exited = true;
-    removeScratchFolder();
-    finish(m_cancelled ? DownloadStatus::idle() : DownloadStatus::failed(m_process->errorString()));
-}
-
 void ExtractionJob::finish(const DownloadStatus& status, const Result& result)
 {
     if (m_finished)
@@ -224,17 +166,6 @@ void ExtractionJob::setStatus(const DownloadStatus& status)
         return;
     m_status = status;
     emit statusChanged();
-}
-
-void ExtractionJob::signalGroup(int signalNumber)
-{
-    if (m_pid <= 0)
-        return;
-    // The tool leads its own group, so the ffmpeg it started gets the signal as well; the
-    // direct signal covers a tool that has not reached setpgid yet.
-    ::kill(static_cast<pid_t>(-m_pid), signalNumber);
-    if (m_process->state() != QProcess::NotRunning)
-        ::kill(static_cast<pid_t>(m_pid), signalNumber);
 }
 
 void ExtractionJob::removeScratchFolder()

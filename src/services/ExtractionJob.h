@@ -16,7 +16,6 @@
 #include <optional>
 
 class FilePathTracker;
-class QProcess;
 class ToolOutputReader;
 
 // One run of yt-dlp for one link. The job owns the tool's process group, reads its output
@@ -78,32 +77,27 @@ signals:
     void finished(const ExtractionJob::Result& result);
 
 private:
-    void readOutput();
+    void readLine(QByteArrayView line);
     void readReport();
-    void exited(int exitCode, bool crashed);
-    void failedToStart();
+    void exited(const ToolRun::Result& result);
     // Finds the finished file and moves it from the scratch folder into the destination.
     static Result place(const std::shared_ptr<FilePathTracker>& tracker, const QString& scratch,
                         const Request& request);
     void finish(const DownloadStatus& status, const Result& result = {});
     void setStatus(const DownloadStatus& status);
-    void signalGroup(int signalNumber);
     void removeScratchFolder();
 
     Request m_request;
     QString m_scratchFolder;
-    QProcess* m_process = nullptr;
-    qint64 m_pid = 0;
+    ToolRun* m_run = nullptr;
     std::shared_ptr<FilePathTracker> m_tracker;
     std::unique_ptr<ToolOutputReader> m_reader;
-    QByteArray m_errorBytes;
     DownloadStatus m_status;
     std::optional<VideoMetadata> m_metadata;
     qint64 m_reportSize = 0;
     bool m_exited = false;
     bool m_cancelled = false;
     bool m_finished = false;
-    // The end of a run worked out off the GUI thread: the error text, or placing the file.
-    QFuture<QString> m_errorText;
+    // Placing the file, worked out off the GUI thread.
     QFuture<Result> m_placing;
 };

@@ -2,7 +2,6 @@
 
 #include "services/Background.h"
 
-#include <QProcess>
 #include <QUuid>
 #include <limits>
 #include <simdjson.h>
@@ -56,56 +55,53 @@ VideoMetadata metadataOf(simdjson::dom::object& object, const QString& link)
 
 } // namespace
 
-MetadataFetch::MetadataFetch(const ToolInvocation& tool, const QString& link, QObject* parent)
+MetadataFetch::MetadataFetch(const ToolInvocation& tool, const QString& link, int silenceLimitMs,
+                             QObject* parent)
     : QObject(parent)
     , m_link(link)
-    , m_process(new QProcess(this))
 {
-    tool.applyTo(*m_process,
-                 QStringList{QStringLiteral("--dump-single-json"), QStringLiteral("--no-playlist"),
-                             QStringLiteral("--no-warnings")} +
+    ToolRun::Command command =
+        tool.command(QStringList{QStringLiteral("--dump-single-json"),
+                                 QStringLiteral("--no-playlist"), QStringLiteral("--no-warnings")} +
                      tool.options + QStringList{link});
-    m_process->setStandardInputFile(QProcess::nullDevice());
-    // Both streams are read as they come so a large dump never fills a pipe.
-    connect(m_process, &QProcess::readyReadStandardOutput, this,
-            [this] { m_output.append(m_process->readAllStandardOutput()); });
-    connect(m_process, &QProcess::readyReadStandardError, this,
-            [this] { (void)m_process->readAllStandardError(); });
-    connect(m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart)
+    command.silenceLimitMs = silenceLimitMs;
+    command.wholeOutputLimit = kMaxDumpBytes;
+    m_run = new ToolRun(std::move(command), this);
+    connect(m_run, &ToolRun::finished, this, [this](const ToolRun::Result& result) {
+        if (result.outcome == ToolRun::Outcome::timedOut)
+            m_error = stoppedAnsweringText();
+        else if (result.outcome == ToolRun::Outcome::failedToStart)
+            m_error = tr("yt-dlp could not be started.");
+        else if (!result.succeeded())
+            m_error = result.errorText().value_or(QString());
+        if (m_ended || !result.succeeded() || result.outputCut) {
             end(std::nullopt);
+            return;
+        }
+        // A dump can be megabytes; it is read off the GUI thread.
+        m_parse = runInBackground(
+            QThreadPool::globalInstance(), this,
+            [json = result.output, link = m_link] { return fromJson(json, link); },
+            [this](const std::optional<VideoMetadata>& metadata) { end(metadata); });
     });
-    connect(m_process, &QProcess::finished, this,
-            [this](int exitCode, QProcess::ExitStatus status) {
-                m_output.append(m_process->readAllStandardOutput());
-                if (m_ended || status != QProcess::NormalExit || exitCode != 0) {
-                    end(std::nullopt);
-                    return;
-                }
-                // A dump can be megabytes; it is read off the GUI thread.
-                m_parse = runInBackground(
-                    QThreadPool::globalInstance(), this,
-                    [json = std::exchange(m_output, {}), link = m_link] {
-                        return fromJson(json, link);
-                    },
-                    [this](const std::optional<VideoMetadata>& metadata) { end(metadata); });
-            });
 }
 
+// The run is a child and ends its tool as it goes; parsing still running reports here.
 MetadataFetch::~MetadataFetch()
 {
-    // A fetch dropped midway ends its tool; a killed process is gone at once.
-    if (m_process->state() != QProcess::NotRunning) {
-        m_process->disconnect(this);
-        m_process->kill();
-        m_process->waitForFinished(1000);
-    }
+    m_run->disconnect(this);
+    delete m_run;
     m_parse.waitForFinished();
 }
 
 void MetadataFetch::start()
 {
-    m_process->start();
+    m_run->start();
+}
+
+QString MetadataFetch::stoppedAnsweringText()
+{
+    return tr("yt-dlp stopped answering.");
 }
 
 void MetadataFetch::end(const std::optional<VideoMetadata>& metadata)

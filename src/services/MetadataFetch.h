@@ -11,18 +11,25 @@
 #include <QStringList>
 #include <optional>
 
-class QProcess;
-
 // Runs yt-dlp once in its JSON dump mode and reads what the link points to.
 class MetadataFetch : public QObject
 {
     Q_OBJECT
 
 public:
-    MetadataFetch(const ToolInvocation& tool, const QString& link, QObject* parent = nullptr);
+    // A dump is a few megabytes at most; past this the fetch fails rather than grow.
+    static constexpr qsizetype kMaxDumpBytes = 64 * 1024 * 1024;
+    // silenceLimitMs: a tool that prints nothing for this long is taken for hung.
+    MetadataFetch(const ToolInvocation& tool, const QString& link, int silenceLimitMs,
+                  QObject* parent = nullptr);
+    // Ends a tool still running.
     ~MetadataFetch() override;
 
     void start();
+    // Why the fetch gave nothing, once it has finished without metadata.
+    QString error() const { return m_error; }
+    // "yt-dlp stopped answering."
+    static QString stoppedAnsweringText();
 
     // Reads yt-dlp's JSON dump of a link; nullopt unless the top level is an object.
     static std::optional<VideoMetadata> fromJson(const QByteArray& json, const QString& link);
@@ -40,8 +47,8 @@ private:
     void end(const std::optional<VideoMetadata>& metadata);
 
     QString m_link;
-    QProcess* m_process;
-    QByteArray m_output;
+    ToolRun* m_run;
+    QString m_error;
     QFuture<std::optional<VideoMetadata>> m_parse;
     bool m_ended = false;
 };

@@ -2,73 +2,64 @@
 
 #include "services/Background.h"
 #include "services/MetadataFetch.h"
-#include "services/ToolOutputReader.h"
-
-#include <QProcess>
 
 namespace {
 // Rows arrive at most this often while the listing runs: a few model changes, not one per
 // entry (playlist_expand_1000_max_stall_ms).
 constexpr int kFlushIntervalMs = 150;
-// Only the end of the error stream says why a listing failed.
-constexpr qsizetype kErrorTail = 16 * 1024;
 } // namespace
 
-PlaylistListing::PlaylistListing(const ToolInvocation& tool, const QString& link, QObject* parent)
+PlaylistListing::PlaylistListing(const ToolInvocation& tool, const QString& link,
+                                 int silenceLimitMs, QObject* parent)
     : QObject(parent)
     , m_link(link)
-    , m_process(new QProcess(this))
 {
-    tool.applyTo(*m_process, QStringList{QStringLiteral("--flat-playlist"), QStringLiteral("-j")} +
-                                 tool.options + QStringList{link});
-    m_process->setStandardInputFile(QProcess::nullDevice());
+    ToolRun::Command command =
+        tool.command(QStringList{QStringLiteral("--flat-playlist"), QStringLiteral("-j")} +
+                     tool.options + QStringList{link});
+    command.silenceLimitMs = silenceLimitMs;
+    m_run = new ToolRun(std::move(command), this);
     m_flushTimer.setSingleShot(true);
     m_flushTimer.setInterval(kFlushIntervalMs);
     connect(&m_flushTimer, &QTimer::timeout, this, &PlaylistListing::flush);
-    connect(m_process, &QProcess::readyReadStandardOutput, this, [this] {
-        m_output.append(m_process->readAllStandardOutput());
+    // Lines are gathered as they come and parsed in batches off the GUI thread.
+    connect(m_run, &ToolRun::lineRead, this, [this](QByteArrayView line) {
+        m_output.append(line);
+        m_output.append('\n');
         parseReadyLines();
     });
-    connect(m_process, &QProcess::readyReadStandardError, this, [this] {
-        m_errorOutput.append(QString::fromUtf8(m_process->readAllStandardError()));
-        if (m_errorOutput.size() > kErrorTail)
-            m_errorOutput.remove(0, m_errorOutput.size() - kErrorTail);
-    });
-    connect(m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
-        if (error != QProcess::FailedToStart)
-            return;
-        m_toolEnded = true;
-        m_toolError = tr("yt-dlp could not be started.");
-        endIfDone();
-    });
-    connect(m_process, &QProcess::finished, this,
-            [this](int exitCode, QProcess::ExitStatus status) {
-                m_output.append(m_process->readAllStandardOutput());
-                m_errorOutput.append(QString::fromUtf8(m_process->readAllStandardError()));
-                // A last line without its newline is whole now.
-                if (!m_output.isEmpty() && !m_output.endsWith('\n'))
-                    m_output.append('\n');
-                m_toolEnded = true;
-                if (status != QProcess::NormalExit || exitCode != 0)
-                    m_toolError = extractMeaningfulError(m_errorOutput);
-                parseReadyLines();
-                endIfDone();
-            });
+    connect(m_run, &ToolRun::finished, this, &PlaylistListing::toolEnded);
 }
 
+// The run is a child and ends its tool as it goes; parsing still running reports here.
 PlaylistListing::~PlaylistListing()
 {
-    if (m_process->state() != QProcess::NotRunning) {
-        m_process->disconnect(this);
-        m_process->kill();
-        m_process->waitForFinished(1000);
-    }
+    m_run->disconnect(this);
+    delete m_run;
     m_parse.waitForFinished();
 }
 
 void PlaylistListing::start()
 {
-    m_process->start();
+    m_run->start();
+}
+
+void PlaylistListing::toolEnded(const ToolRun::Result& result)
+{
+    m_toolEnded = true;
+    switch (result.outcome) {
+    case ToolRun::Outcome::failedToStart:
+        m_toolError = tr("yt-dlp could not be started.");
+        break;
+    case ToolRun::Outcome::timedOut:
+        m_toolError = MetadataFetch::stoppedAnsweringText();
+        break;
+    default:
+        if (!result.succeeded())
+            m_toolError = result.errorText().value_or(QString());
+    }
+    parseReadyLines();
+    endIfDone();
 }
 
 void PlaylistListing::parseReadyLines()

@@ -10,8 +10,6 @@
 #include <QString>
 #include <QTimer>
 
-class QProcess;
-
 // Lists a playlist's entries with one run of yt-dlp in its flat listing mode, as the tool
 // prints them. Lines are read off the GUI thread and the entries handed on in a few chunks,
 // so a listing of thousands never holds the window.
@@ -20,7 +18,9 @@ class PlaylistListing : public QObject
     Q_OBJECT
 
 public:
-    PlaylistListing(const ToolInvocation& tool, const QString& link, QObject* parent = nullptr);
+    // silenceLimitMs: a tool that prints nothing for this long is taken for hung.
+    PlaylistListing(const ToolInvocation& tool, const QString& link, int silenceLimitMs,
+                    QObject* parent = nullptr);
     // Ends a tool still running.
     ~PlaylistListing() override;
 
@@ -37,14 +37,15 @@ signals:
     void finished(const QString& error);
 
 private:
+    void toolEnded(const ToolRun::Result& result);
     void parseReadyLines();
     void flush();
     void endIfDone();
 
     QString m_link;
-    QProcess* m_process;
+    ToolRun* m_run;
+    // Complete lines not yet parsed.
     QByteArray m_output;
-    QString m_errorOutput;
     QList<PlaylistEntry> m_pending;
     QFuture<QList<PlaylistEntry>> m_parse;
     QTimer m_flushTimer;

@@ -2,21 +2,18 @@
 
 #include "models/ToolVersion.h"
 #include "services/Background.h"
+#include "services/ToolRun.h"
 
 #include <QDirIterator>
 #include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QStringDecoder>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <csignal>
-#include <sys/types.h>
-#include <unistd.h>
 
 namespace ToolFiles {
 
@@ -48,41 +45,19 @@ QString join(const QString& folder, const QString& name)
     return folder.endsWith(u'/') ? QString(folder + name) : QString(folder + u'/' + name);
 }
 
-std::optional<QByteArray> runBounded(const QString& program, const QStringList& args, int timeoutMs,
-                                     int* exitCode)
-{
-    QProcess process;
-    process.setProgram(program);
-    process.setArguments(args);
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.setChildProcessModifier([] { ::setpgid(0, 0); });
-    process.start();
-    if (!process.waitForStarted())
-        return std::nullopt;
-    if (!process.waitForFinished(timeoutMs)) {
-        const qint64 pid = process.processId();
-        if (pid > 0)
-            ::kill(-static_cast<pid_t>(pid), SIGKILL);
-        process.kill();
-        process.waitForFinished(2000);
-        return std::nullopt;
-    }
-    if (exitCode)
-        *exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    return process.readAllStandardOutput();
-}
-
 std::optional<QString> versionText(const QString& program, const QStringList& args, int timeoutMs,
                                    bool mustSucceed)
 {
-    int exitCode = -1;
-    const std::optional<QByteArray> output = runBounded(program, args, timeoutMs, &exitCode);
-    if (!output)
+    ToolRun::Command command;
+    command.program = program;
+    command.arguments = args;
+    command.wholeOutputLimit = kMaxTextBytes;
+    const ToolRun::Result result = ToolRun::runToEnd(std::move(command), timeoutMs);
+    if (result.outcome != ToolRun::Outcome::exited || result.outputCut)
         return std::nullopt;
     QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = QString(decoder.decode(*output)).trimmed();
-    if (decoder.hasError() || (mustSucceed && (exitCode != 0 || text.isEmpty())))
+    const QString text = QString(decoder.decode(result.output)).trimmed();
+    if (decoder.hasError() || (mustSucceed && (result.exitCode != 0 || text.isEmpty())))
         return std::nullopt;
     return text;
 }
@@ -101,19 +76,21 @@ bool unpackTool(const QString& archivePath, const QString& folder, const QString
     if (!scratch.isValid())
         return false;
     const bool isZip = magic.startsWith("PK");
-    int exitCode = -1;
-    const std::optional<QByteArray> unpacked =
-        isZip
-            ? runBounded(systemTool(QStringLiteral("unzip")),
-                         {QStringLiteral("-o"), QStringLiteral("-qq"), archivePath,
-                          QStringLiteral("-d"), scratch.path()},
-                         timeoutMs, &exitCode)
-            : runBounded(systemTool(QStringLiteral("tar")),
-                         {QStringLiteral("-xf"), archivePath, QStringLiteral("-C"), scratch.path()},
-                         timeoutMs, &exitCode);
+    ToolRun::Command command;
+    if (isZip) {
+        command.program = systemTool(QStringLiteral("unzip"));
+        command.arguments = {QStringLiteral("-o"), QStringLiteral("-qq"), archivePath,
+                             QStringLiteral("-d"), scratch.path()};
+    } else {
+        command.program = systemTool(QStringLiteral("tar"));
+        command.arguments = {QStringLiteral("-xf"), archivePath, QStringLiteral("-C"),
+                             scratch.path()};
+    }
+    const ToolRun::Result result = ToolRun::runToEnd(std::move(command), timeoutMs);
     // A damaged archive can leave a cut-off tool behind; only a clean unpack counts (unzip
     // reports mere warnings with 1).
-    if (!unpacked || !(exitCode == 0 || (isZip && exitCode == 1)))
+    if (result.outcome != ToolRun::Outcome::exited ||
+        !(result.exitCode == 0 || (isZip && result.exitCode == 1)))
         return false;
 
     // Links are not followed out of the scratch folder.

@@ -14,7 +14,7 @@
 class QNetworkAccessManager;
 class QObject;
 
-// What installing and updating the tools share: running a short-lived child, unpacking an
+// What installing and updating the tools share: asking a tool its version, unpacking an
 // archive, checking a file against a published hash, and fetching a release's files.
 namespace ToolFiles {
 
@@ -23,11 +23,6 @@ inline constexpr QFileDevice::Permissions kExecutable =
     QFileDevice::ReadGroup | QFileDevice::ExeGroup | QFileDevice::ReadOther | QFileDevice::ExeOther;
 
 QString join(const QString& folder, const QString& name);
-
-// Runs a child in its own process group, so a timeout ends it and anything it started. Its
-// standard output, or nullopt when it could not start or did not end in time.
-std::optional<QByteArray> runBounded(const QString& program, const QStringList& args, int timeoutMs,
-                                     int* exitCode = nullptr);
 
 // What a tool prints for "--version", trimmed; nullopt when it does not run, end in time or
 // print UTF-8, and with mustSucceed also when it fails or prints nothing.

@@ -14,12 +14,6 @@ namespace {
 
 const QString kEmptyText = QStringLiteral("--");
 
-// The single-byte line ends; \r matters for tools that redraw a progress line in place.
-bool isLineEndByte(char c)
-{
-    return c == '\n' || c == '\r' || c == '\v' || c == '\f';
-}
-
 // Line ends beyond ASCII, found only after decoding.
 bool isWideLineEnd(QChar c)
 {
@@ -114,47 +108,22 @@ QList<DownloadStatus> ToolOutputReader::feed(QByteArrayView chunk)
 {
     QList<DownloadStatus> changes;
     // At most one status per line; growing the list as it fills costs more than the count.
-    changes.reserve(std::count_if(chunk.begin(), chunk.end(), isLineEndByte));
-    const char* cursor = chunk.data();
-    const char* const end = cursor + chunk.size();
-    while (cursor != end) {
-        const char* lineEnd = std::find_if(cursor, end, isLineEndByte);
-        const auto length = static_cast<qsizetype>(lineEnd - cursor);
-        if (lineEnd == end) {
-            // Unfinished line: keep it for the next read, unless it has grown past any
-            // real line, in which case the whole line is dropped.
-            if (!m_skippingLongLine) {
-                if (m_pending.size() + length > kMaxLineBytes) {
-                    m_pending.clear();
-                    m_pending.squeeze();
-                    m_skippingLongLine = true;
-                } else {
-                    m_pending.append(cursor, length);
-                }
-            }
-            break;
-        }
-        if (m_skippingLongLine) {
-            m_skippingLongLine = false;
-        } else if (m_pending.isEmpty()) {
-            interpretBytes(QByteArrayView(cursor, length), changes);
-        } else if (m_pending.size() + length <= kMaxLineBytes) {
-            m_pending.append(cursor, length);
-            interpretBytes(m_pending, changes);
-        }
-        m_pending.clear();
-        cursor = lineEnd + 1;
-    }
+    changes.reserve(std::count_if(chunk.begin(), chunk.end(), LineSplitter::isLineEnd));
+    m_lines.feed(chunk, [&](QByteArrayView line) { interpretBytes(line, changes); });
     return changes;
 }
 
 QList<DownloadStatus> ToolOutputReader::finish()
 {
     QList<DownloadStatus> changes;
-    if (!m_skippingLongLine && !m_pending.isEmpty())
-        interpretBytes(m_pending, changes);
-    m_pending.clear();
-    m_skippingLongLine = false;
+    m_lines.finish([&](QByteArrayView line) { interpretBytes(line, changes); });
+    return changes;
+}
+
+QList<DownloadStatus> ToolOutputReader::readLine(QByteArrayView line)
+{
+    QList<DownloadStatus> changes;
+    interpretBytes(line, changes);
     return changes;
 }
 

@@ -4,6 +4,7 @@
 #include "models/AudioQuality.h"
 #include "models/DownloadStatus.h"
 #include "services/FilePathTracker.h"
+#include "services/LineSplitter.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
@@ -20,9 +21,7 @@
 class ToolOutputReader
 {
 public:
-    // No line the tool prints comes near this; a longer one is noise and is dropped whole,
-    // so a stream without newlines cannot make the reader grow without bound.
-    static constexpr qsizetype kMaxLineBytes = 64 * 1024;
+    static constexpr qsizetype kMaxLineBytes = LineSplitter::kMaxLineBytes;
 
     ToolOutputReader(AudioFormat format, AudioQuality quality,
                      std::shared_ptr<FilePathTracker> tracker);
@@ -31,6 +30,8 @@ public:
     QList<DownloadStatus> feed(QByteArrayView chunk);
     // End of stream: interprets a last line that had no newline.
     QList<DownloadStatus> finish();
+    // Interprets one whole line, as a ToolRun hands it out.
+    QList<DownloadStatus> readLine(QByteArrayView line);
 
     // Interprets one line (untrimmed); nullopt when the line changes nothing.
     std::optional<DownloadStatus> interpretLine(QStringView line);
@@ -45,10 +46,9 @@ private:
     AudioFormat m_format;
     std::shared_ptr<FilePathTracker> m_tracker;
     QString m_conversionText;
-    QByteArray m_pending;
+    LineSplitter m_lines;
     QString m_lineBuffer;
     std::array<QString, 3> m_previousTexts; // speed, ETA, size
-    bool m_skippingLongLine = false;
 };
 
 // The one line shown when a job fails, cut from the tool's whole error stream.

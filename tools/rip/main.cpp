@@ -6,9 +6,11 @@
 //                [--cookies-from-browser BROWSER] URL
 //
 // Prints every published status as one JSON line, then the library record of a completed job.
-// Exits 0 on completed, 1 on failed, 2 when refused or cancelled (SIGINT and SIGTERM cancel).
+// Exits 0 on completed, 1 on failed, 2 when refused or cancelled (SIGINT, SIGTERM and SIGHUP
+// cancel).
 
 #include "models/HistoryTrackJson.h"
+#include "platform/TerminationSignals.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
@@ -21,30 +23,17 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QSettings>
-#include <QSocketNotifier>
 #include <QTemporaryDir>
 #include <QThreadPool>
 #include <QTimer>
 #include <cmath>
-#include <csignal>
 #include <cstdio>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
 constexpr int kExitCompleted = 0;
 constexpr int kExitFailed = 1;
 constexpr int kExitRefused = 2;
-
-int g_signalPipe[2] = {-1, -1};
-
-void onSignal(int)
-{
-    const char byte = 1;
-    // Only async-signal-safe work here; the event loop does the rest.
-    [[maybe_unused]] const ssize_t written = ::write(g_signalPipe[1], &byte, 1);
-}
 
 void printLine(const QByteArray& line)
 {
@@ -199,15 +188,7 @@ int main(int argc, char** argv)
         }
     }
 
-    if (::pipe2(g_signalPipe, O_CLOEXEC) == 0) {
-        struct sigaction action = {};
-        action.sa_handler = onSignal;
-        sigemptyset(&action.sa_mask);
-        action.sa_flags = SA_RESTART;
-        sigaction(SIGINT, &action, nullptr);
-        sigaction(SIGTERM, &action, nullptr);
-    }
-    QSocketNotifier signalNotifier(g_signalPipe[0], QSocketNotifier::Read);
+    TerminationSignals terminations;
 
     int exitCode = kExitRefused;
     bool accepted = false;
@@ -241,9 +222,7 @@ int main(int argc, char** argv)
         else if (status.kind() == DownloadStatus::Kind::idle && cancelled)
             finish(kExitRefused);
     });
-    QObject::connect(&signalNotifier, &QSocketNotifier::activated, &app, [&] {
-        char byte = 0;
-        [[maybe_unused]] const ssize_t got = ::read(g_signalPipe[0], &byte, 1);
+    QObject::connect(&terminations, &TerminationSignals::received, &app, [&] {
         if (cancelled)
             return;
         cancelled = true;
@@ -273,8 +252,11 @@ int main(int argc, char** argv)
         &dependencies, &DependencyManager::checkFinished, &app,
         [&] {
             if (parser.isSet(metadataOption) && dependencies.ytDlpPath()) {
-                engine.fetchMetadata(link,
-                                     [&](const std::optional<VideoMetadata>&) { startRip(); });
+                engine.fetchMetadata(link, [&](const std::optional<VideoMetadata>& metadata) {
+                    if (!metadata && !engine.metadataError().isEmpty())
+                        fail(engine.metadataError());
+                    startRip();
+                });
             } else {
                 startRip();
             }

@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -129,15 +130,25 @@ void MainWindow::closeEvent(QCloseEvent* event)
     connect(m_quitConfirmation, &QMessageBox::finished, this, [this, stop] {
         const bool confirmed = m_quitConfirmation->clickedButton() == stop;
         m_quitConfirmation = nullptr;
-        if (!confirmed)
-            return;
-        // Cancelling ends each job's tools and removes its scratch folder.
-        m_batch.stopBatch();
-        m_engine.cancel();
-        m_quitConfirmed = true;
-        close();
+        if (confirmed)
+            quitWithoutAsking();
     });
     m_quitConfirmation->open();
+}
+
+void MainWindow::quitWithoutAsking()
+{
+    if (m_quitConfirmation) {
+        m_quitConfirmation->disconnect(this);
+        m_quitConfirmation->close();
+        m_quitConfirmation = nullptr;
+    }
+    // Cancelling ends each job's tools and removes its scratch folder.
+    m_batch.stopBatch();
+    m_engine.cancel();
+    m_quitConfirmed = true;
+    close();
+    QCoreApplication::quit();
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)

@@ -29,6 +29,8 @@ public:
     void bringToFront(const QByteArray& activationToken = {});
     QAction* playPauseAction() const { return m_playPause; }
     QAction* stopAction() const { return m_stop; }
+    // Quits as File › Quit does, without asking about running rips: for a logout or a kill.
+    void quitWithoutAsking();
     // The question asked when the window closes while a rip runs; null otherwise.
     QMessageBox* quitConfirmation() const { return m_quitConfirmation; }
 
