@@ -2,6 +2,7 @@
 #include "services/AudioPlayerService.h"
 #include "support/TestSupport.h"
 
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -221,7 +222,9 @@ private slots:
         const QStringList expected =
             finished ? QStringList({at, u"not playing"_qs, u"0"_qs, at}) : QStringList({at});
         QTRY_COMPARE(seen, expected);
-        QTest::qWait(450); // two more ticks bring nothing new
+        // Two more ticks bring nothing new; the spy hears each tick after the service has.
+        QSignalSpy ticks(service->findChild<QTimer*>(), &QTimer::timeout);
+        QTRY_VERIFY(ticks.count() >= 2);
         QCOMPARE(seen, expected);
         // The finished track stays loaded, and the tick keeps running.
         QCOMPARE(service->currentTrack(), std::optional(a));

@@ -1,3 +1,4 @@
+#include "platform/DesktopNotifier.h"
 // The real window end to end: the real yt-dlp and ffmpeg ripping a page served on loopback.
 #include "support/MediaServer.h"
 #include "support/ScreenFixture.h"
@@ -10,6 +11,7 @@
 
 #include <QApplication>
 #include <QDBusConnection>
+#include <QDBusPendingCallWatcher>
 #include <QDir>
 #include <QDropEvent>
 #include <QFileInfo>
@@ -208,7 +210,9 @@ private slots:
         ScreenFactory factory(env.services());
         MainWindow window(env.services(), factory);
         env.engine().setCurrentStatus(DownloadStatus::completed(u"/m/Song One.mp3"_s));
-        QTest::qWait(200);
+        // The bus has answered the first call, unanswered, before the service comes.
+        QTRY_VERIFY(window.findChild<DesktopNotifier*>() &&
+                    window.findChildren<QDBusPendingCallWatcher*>().isEmpty());
 
         FakeNotifications fake;
         QVERIFY(server.registerObject(u"/org/freedesktop/Notifications"_s, &fake,

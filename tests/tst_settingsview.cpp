@@ -9,7 +9,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QTest>
 #include <QTimer>
 
@@ -71,6 +73,21 @@ private slots:
             QVERIFY(press(&screen.view, kArtwork));
             QTRY_COMPARE(env.savedSettings()->value(u"embedArtwork"_s).toBool(), false);
 
+            // A proxy yt-dlp cannot use is refused with a line and not saved.
+            auto* proxy = findNamed<QLineEdit>(&screen.view, u"Proxy"_s);
+            for (const QString& text : {u"ftp://127.0.0.1:21"_s, u"socks5://127.0.0.1:1080"_s}) {
+                proxy->setText(text);
+                emit proxy->editingFinished();
+                const bool usable = text.startsWith(u"socks5"_s);
+                QCOMPARE(screen.shows(u"Not saved: a proxy is an http, https, socks4, socks4a, "
+                                      "socks5 or socks5h link, such as socks5://127.0.0.1:1080."_s),
+                         !usable);
+                QCOMPARE(env.savedSettings()->value(u"proxy"_s).toString(),
+                         usable ? text : QString());
+            }
+            findNamed<QSpinBox>(&screen.view, u"Download speed limit"_s)->setValue(500);
+            QCOMPARE(env.savedSettings()->value(u"speedLimitKBps"_s).toInt(), 500);
+
             QTimer::singleShot(0, this, [folder] {
                 auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
                 QVERIFY(dialog);
@@ -88,6 +105,9 @@ private slots:
         QVERIFY(!screen.box(kArtwork)->isChecked());
         QVERIFY(screen.box(kTags)->isChecked());
         QCOMPARE(screen.view.findChild<ElidedLabel*>()->text(), folder);
+        QCOMPARE(findNamed<QLineEdit>(&screen.view, u"Proxy"_s)->text(),
+                 u"socks5://127.0.0.1:1080"_s);
+        QCOMPARE(findNamed<QSpinBox>(&screen.view, u"Download speed limit"_s)->value(), 500);
     }
 
     void bitrateFollowsFormat()

@@ -441,6 +441,10 @@
         <source>Download failed with exit code %1</source>
         <translation>Download mit Exit-Code %1 fehlgeschlagen</translation>
     </message>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>yt-dlp konnte nicht gestartet werden.</translation>
+    </message>
 </context>
 <context>
     <name>HistoryStore</name>
@@ -664,6 +668,14 @@
         <source>Unknown Artist</source>
         <translation>Unbekannter Interpret</translation>
     </message>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>yt-dlp konnte nicht gestartet werden.</translation>
+    </message>
+    <message>
+        <source>yt-dlp stopped answering.</source>
+        <translation>yt-dlp antwortet nicht mehr.</translation>
+    </message>
 </context>
 <context>
     <name>MiniPlayerView</name>
@@ -862,6 +874,26 @@
     <message>
         <source>Simultaneous rips</source>
         <translation>Gleichzeitige Rips</translation>
+    </message>
+    <message>
+        <source>Proxy</source>
+        <translation>Proxy</translation>
+    </message>
+    <message>
+        <source> KB/s</source>
+        <translation> KB/s</translation>
+    </message>
+    <message>
+        <source>No limit</source>
+        <translation>Keine Grenze</translation>
+    </message>
+    <message>
+        <source>Download speed limit</source>
+        <translation>Download-Geschwindigkeit begrenzen</translation>
+    </message>
+    <message>
+        <source>Not saved: a proxy is an http, https, socks4, socks4a, socks5 or socks5h link, such as socks5://127.0.0.1:1080.</source>
+        <translation>Nicht gespeichert: Ein Proxy ist ein http-, https-, socks4-, socks4a-, socks5- oder socks5h-Link, etwa socks5://127.0.0.1:1080.</translation>
     </message>
 </context>
 <context>

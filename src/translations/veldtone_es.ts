@@ -441,6 +441,10 @@
         <source>Download failed with exit code %1</source>
         <translation>La descarga falló con el código de salida %1</translation>
     </message>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>No se pudo iniciar yt-dlp.</translation>
+    </message>
 </context>
 <context>
     <name>HistoryStore</name>
@@ -664,6 +668,14 @@
         <source>Unknown Artist</source>
         <translation>Artista desconocido</translation>
     </message>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>No se pudo iniciar yt-dlp.</translation>
+    </message>
+    <message>
+        <source>yt-dlp stopped answering.</source>
+        <translation>yt-dlp dejó de responder.</translation>
+    </message>
 </context>
 <context>
     <name>MiniPlayerView</name>
@@ -862,6 +874,26 @@
     <message>
         <source>Simultaneous rips</source>
         <translation>Extracciones simultáneas</translation>
+    </message>
+    <message>
+        <source>Proxy</source>
+        <translation>Proxy</translation>
+    </message>
+    <message>
+        <source> KB/s</source>
+        <translation> KB/s</translation>
+    </message>
+    <message>
+        <source>No limit</source>
+        <translation>Sin límite</translation>
+    </message>
+    <message>
+        <source>Download speed limit</source>
+        <translation>Límite de velocidad de descarga</translation>
+    </message>
+    <message>
+        <source>Not saved: a proxy is an http, https, socks4, socks4a, socks5 or socks5h link, such as socks5://127.0.0.1:1080.</source>
+        <translation>No guardado: un proxy es un enlace http, https, socks4, socks4a, socks5 o socks5h, como socks5://127.0.0.1:1080.</translation>
     </message>
 </context>
 <context>

@@ -441,6 +441,10 @@
         <source>Download failed with exit code %1</source>
         <translation>Le téléchargement a échoué avec le code de sortie&#xa0;%1</translation>
     </message>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>yt-dlp n’a pas pu être lancé.</translation>
+    </message>
 </context>
 <context>
     <name>HistoryStore</name>
@@ -664,6 +668,14 @@
         <source>Unknown Artist</source>
         <translation>Artiste inconnu</translation>
     </message>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>yt-dlp n’a pas pu être lancé.</translation>
+    </message>
+    <message>
+        <source>yt-dlp stopped answering.</source>
+        <translation>yt-dlp ne répond plus.</translation>
+    </message>
 </context>
 <context>
     <name>MiniPlayerView</name>
@@ -862,6 +874,26 @@
     <message>
         <source>Simultaneous rips</source>
         <translation>Extractions simultanées</translation>
+    </message>
+    <message>
+        <source>Proxy</source>
+        <translation>Proxy</translation>
+    </message>
+    <message>
+        <source> KB/s</source>
+        <translation> Ko/s</translation>
+    </message>
+    <message>
+        <source>No limit</source>
+        <translation>Aucune limite</translation>
+    </message>
+    <message>
+        <source>Download speed limit</source>
+        <translation>Limite de vitesse de téléchargement</translation>
+    </message>
+    <message>
+        <source>Not saved: a proxy is an http, https, socks4, socks4a, socks5 or socks5h link, such as socks5://127.0.0.1:1080.</source>
+        <translation>Non enregistré : un proxy est un lien http, https, socks4, socks4a, socks5 ou socks5h, comme socks5://127.0.0.1:1080.</translation>
     </message>
 </context>
 <context>

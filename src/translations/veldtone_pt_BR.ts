@@ -441,6 +441,10 @@
         <source>Download failed with exit code %1</source>
         <translation>O download falhou com o código de saída %1</translation>
     </message>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>Não foi possível iniciar o yt-dlp.</translation>
+    </message>
 </context>
 <context>
     <name>HistoryStore</name>
@@ -664,6 +668,14 @@
         <source>Unknown Artist</source>
         <translation>Artista desconhecido</translation>
     </message>
+    <message>
+        <source>yt-dlp could not be started.</source>
+        <translation>Não foi possível iniciar o yt-dlp.</translation>
+    </message>
+    <message>
+        <source>yt-dlp stopped answering.</source>
+        <translation>O yt-dlp parou de responder.</translation>
+    </message>
 </context>
 <context>
     <name>MiniPlayerView</name>
@@ -862,6 +874,26 @@
     <message>
         <source>Simultaneous rips</source>
         <translation>Extrações simultâneas</translation>
+    </message>
+    <message>
+        <source>Proxy</source>
+        <translation>Proxy</translation>
+    </message>
+    <message>
+        <source> KB/s</source>
+        <translation> KB/s</translation>
+    </message>
+    <message>
+        <source>No limit</source>
+        <translation>Sem limite</translation>
+    </message>
+    <message>
+        <source>Download speed limit</source>
+        <translation>Limite de velocidade de download</translation>
+    </message>
+    <message>
+        <source>Not saved: a proxy is an http, https, socks4, socks4a, socks5 or socks5h link, such as socks5://127.0.0.1:1080.</source>
+        <translation>Não salvo: um proxy é um link http, https, socks4, socks4a, socks5 ou socks5h, como socks5://127.0.0.1:1080.</translation>
     </message>
 </context>
 <context>

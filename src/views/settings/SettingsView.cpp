@@ -19,6 +19,7 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QVBoxLayout>
@@ -223,6 +224,7 @@ QWidget* SettingsView::buildToolsCard()
         engine.savePreferences();
     });
     layout->addWidget(labelledRow(tr("Use cookies from"), m_cookiesBox, 4));
+    addNetworkRows(layout);
 
     auto* automatic = new QCheckBox(tr("Check for tool updates automatically"), content);
     automatic->setFont(Theme::font(12));
@@ -231,6 +233,52 @@ QWidget* SettingsView::buildToolsCard()
     layout->addWidget(automatic);
 
     return card(content, this);
+}
+
+void SettingsView::addNetworkRows(QVBoxLayout* layout)
+{
+    DownloadEngine& engine = m_services.engine;
+    m_proxyField = new QLineEdit(engine.proxy());
+    m_proxyField->setPlaceholderText(tr("None"));
+    m_proxyField->setMinimumWidth(260);
+    m_proxyField->setClearButtonEnabled(true);
+    connect(m_proxyField, &QLineEdit::editingFinished, this, &SettingsView::applyProxy);
+    layout->addWidget(labelledRow(tr("Proxy"), m_proxyField, 0));
+    m_proxyError = label(QString(), Theme::font(11));
+    m_proxyError->setWordWrap(true);
+    setTextColor(m_proxyError, orange(palette()));
+    m_proxyError->hide();
+    layout->addWidget(m_proxyError);
+
+    auto* limit = new QSpinBox;
+    limit->setRange(0, EnginePreferences::kMaxSpeedLimitKBps);
+    limit->setSingleStep(100);
+    limit->setSuffix(tr(" KB/s"));
+    // 0 reads as what it means.
+    limit->setSpecialValueText(tr("No limit"));
+    limit->setValue(engine.speedLimitKBps());
+    connect(limit, &QSpinBox::valueChanged, this, [&engine](int value) {
+        engine.setSpeedLimitKBps(value);
+        engine.savePreferences();
+    });
+    layout->addWidget(labelledRow(tr("Download speed limit"), limit, 0));
+}
+
+void SettingsView::applyProxy()
+{
+    DownloadEngine& engine = m_services.engine;
+    const QString text = m_proxyField->text().trimmed();
+    // A link yt-dlp cannot use is not saved; the line says what would be.
+    if (!engine.setProxy(text)) {
+        m_proxyError->setText(tr("Not saved: a proxy is an http, https, socks4, socks4a, socks5 "
+                                 "or socks5h link, such as socks5://127.0.0.1:1080."));
+        m_proxyError->show();
+        return;
+    }
+    m_proxyError->hide();
+    if (m_proxyField->text() != text)
+        m_proxyField->setText(text);
+    engine.savePreferences();
 }
 
 QWidget* SettingsView::buildAboutCard()

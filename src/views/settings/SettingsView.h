@@ -7,6 +7,8 @@ class ActivitySpinner;
 class ElidedLabel;
 class QComboBox;
 class QLabel;
+class QLineEdit;
+class QVBoxLayout;
 class QPushButton;
 class ToolStatusRow;
 
@@ -25,6 +27,9 @@ private:
     QWidget* buildDefaultsCard();
     QWidget* buildToolsCard();
     QWidget* buildAboutCard();
+    // The proxy and the speed limit every yt-dlp run takes.
+    void addNetworkRows(QVBoxLayout* layout);
+    void applyProxy();
 
     void updateTools();
 
@@ -42,6 +47,8 @@ private:
     QWidget* m_installRow = nullptr;
     QPushButton* m_installButton = nullptr;
     QComboBox* m_cookiesBox = nullptr;
+    QLineEdit* m_proxyField = nullptr;
+    QLabel* m_proxyError = nullptr;
     ActivitySpinner* m_installSpinner = nullptr;
     QLabel* m_installProgress = nullptr;
 };
