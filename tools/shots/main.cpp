@@ -32,6 +32,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QStandardPaths>
 #include <QStyleFactory>
 #include <QTextStream>
@@ -221,6 +222,19 @@ void shootWindow(Shooter& shoot)
     engine.setCurrentStatus(DownloadStatus::idle());
     content->setSelectedTab(NavigationItem::settings);
     shoot(window, u"settings-tools-found"_s);
+    // A proxy yt-dlp cannot use, refused with its line, scrolled into view.
+    QLineEdit* proxy = nullptr;
+    for (QLineEdit* field : content->currentScreen()->findChildren<QLineEdit*>())
+        proxy = field->accessibleName() == u"Proxy" ? field : proxy;
+    if (proxy) {
+        proxy->setText(u"ftp://proxy.lan:21"_s);
+        emit proxy->editingFinished();
+        if (auto* scroll = content->currentScreen()->findChild<QScrollArea*>())
+            scroll->ensureWidgetVisible(proxy, 0, 200);
+        shoot(window, u"settings-proxy-refused"_s);
+        proxy->clear();
+        emit proxy->editingFinished();
+    }
 
     content->setSelectedTab(NavigationItem::history);
     env.player().play(env.history().tracks().first());
