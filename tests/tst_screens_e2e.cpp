@@ -1,7 +1,10 @@
 #include "platform/DesktopNotifier.h"
+#include "platform/TerminationSignals.h"
+#include "services/ToolRun.h"
 // The real window end to end: the real yt-dlp and ffmpeg ripping a page served on loopback.
 #include "support/MediaServer.h"
 #include "support/ScreenFixture.h"
+#include "support/TestSupport.h"
 #include "views/components/GradientButton.h"
 #include "views/converter/ConverterView.h"
 #include "views/shell/ContentView.h"
@@ -14,12 +17,14 @@
 #include <QDBusPendingCallWatcher>
 #include <QDir>
 #include <QDropEvent>
+#include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
 #include <QTest>
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 using namespace ScreenFixture;
@@ -196,6 +201,41 @@ private slots:
         QTRY_VERIFY(!window.isVisible());
         QCOMPARE(env.engine().currentStatus(), DownloadStatus::idle());
         QTRY_COMPARE(scratchFolders(), 0);
+    }
+
+    // A logout or a kill quits at once, even with the question already open: the tool is
+    // ended and no scratch folder is left.
+    void terminationQuitsWithoutAsking()
+    {
+        Environment env(Tools::both);
+        QVERIFY(env.checkTools());
+        const QString out = env.path() + u"/out"_s;
+        QDir().mkpath(out);
+        env.engine().setTargetFolder(QUrl::fromLocalFile(out));
+        ScreenFactory factory(env.services());
+        MainWindow window(env.services(), factory);
+        TerminationSignals terminations;
+        connect(&terminations, &TerminationSignals::received, &window,
+                &MainWindow::quitWithoutAsking);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        env.engine().startExtraction(u"https://youtu.be/x"_s);
+        const QList<ToolRun*> runs = env.engine().findChildren<ToolRun*>();
+        QCOMPARE(runs.size(), 1);
+        QTRY_VERIFY(runs.first()->isRunning());
+        const QString proc = u"/proc/%1/stat"_s.arg(runs.first()->processId());
+        QVERIFY(!window.close());
+        QVERIFY(window.quitConfirmation());
+
+        ::raise(SIGTERM);
+        QTRY_VERIFY(!window.isVisible());
+        QVERIFY(!window.quitConfirmation());
+        QCOMPARE(env.engine().currentStatus(), DownloadStatus::idle());
+        // Gone, or a zombie of this process's until it is reaped.
+        QTRY_VERIFY_WITH_TIMEOUT(
+            !QFile::exists(proc) || TestSupport::readFile(proc).contains(") Z"), 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            QDir(out).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), 5000);
     }
 
     // A rip or a batch that ends while the window is elsewhere says so once; with no
