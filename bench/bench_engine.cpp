@@ -25,9 +25,11 @@ constexpr int kRipPairs = 7;
 
 // Runs a program to its end while the event loop (and so the loopback server) keeps going.
 // Returns the wall time in seconds, or a negative value when it failed.
-double timedRun(const QString& program, const QStringList& arguments)
+double timedRun(const QString& program, const QStringList& arguments,
+                const QString& workingDirectory = {})
 {
     QProcess process;
+    process.setWorkingDirectory(workingDirectory);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.setStandardOutputFile(QProcess::nullDevice());
     QEventLoop loop;
@@ -117,9 +119,10 @@ std::vector<BenchFigure> ripOverhead()
                           scratch.filePath(QStringLiteral("library")), link}));
         };
         auto bare = [&] {
-            bareTimes.push_back(
-                timedRun(*ytDlp, extractionArguments(link, AudioFormat::mp3, AudioQuality::k320,
-                                                     bareDest, ffmpeg, true, true)));
+            bareTimes.push_back(timedRun(
+                *ytDlp,
+                extractionArguments(link, AudioFormat::mp3, AudioQuality::k320, ffmpeg, true, true),
+                bareDest));
         };
         if (pair % 2 == 0) {
             rip();

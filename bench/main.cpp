@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QStandardPaths>
 #include <QTextStream>
-
 #include <algorithm>
 #include <cstdio>
 
@@ -30,8 +29,8 @@ double benchMedian(std::vector<double> samples)
 // veldtone-bench [group ...]: runs every group, or only the named ones.
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen"
-                                                                   : qgetenv("QT_QPA_PLATFORM"));
+    qputenv("QT_QPA_PLATFORM",
+            qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
     QStandardPaths::setTestModeEnabled(true);
     QApplication app(argc, argv);
     const QStringList wanted = app.arguments().mid(1);
@@ -40,8 +39,9 @@ int main(int argc, char** argv)
         if (!wanted.isEmpty() && !wanted.contains(group))
             continue;
         for (const BenchFigure& figure : run()) {
-            out << figure.name << ' ' << QString::number(figure.value, 'f', figure.value < 10 ? 3 : 1)
-                << ' ' << figure.unit << '\n';
+            out << figure.name << ' '
+                << QString::number(figure.value, 'f', figure.value < 10 ? 3 : 1) << ' '
+                << figure.unit << '\n';
             out.flush();
         }
     }

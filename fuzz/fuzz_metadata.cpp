@@ -24,8 +24,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     check(MetadataFetch::fromJson(json, link));
     const RunReport report = RunReport::parse(json, link);
     check(report.metadata);
-    if (report.filePath && report.filePath->isEmpty())
-        std::abort();
+    for (const RunReport::File& file : report.files) {
+        if (file.path.isEmpty() || !report.metadata)
+            std::abort();
+    }
     if (const auto entry = MetadataFetch::playlistEntry(json, link, 3)) {
         if (entry->playlistItem > 0 ? entry->link != link : !entry->link.startsWith(u"http"))
             std::abort();

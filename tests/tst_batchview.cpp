@@ -45,8 +45,8 @@ case "$name" in
   slow*) echo "PROGRESS::  10.0%::1.00MiB/s::00:09::2.00MiB"; sleep 30 & wait; exit 0;;
 esac
 echo "PROGRESS::  50.0%::1.00MiB/s::00:01::2.00MiB"
-echo "[ExtractAudio] Destination: $BATCH_OUT/$name.mp3"
-printf 'ID3' > "$BATCH_OUT/$name.mp3"
+echo "[ExtractAudio] Destination: $name.mp3"
+printf 'ID3' > "$name.mp3"
 exit 0
 )";
 

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
@@ -210,7 +211,10 @@ private slots:
     // message, and nothing of its group is left running.
     void hungToolEndsFetchAndListing()
     {
-        EngineFixture fixture(standIn("sleep 86404 &\nexec sleep 86405\n"));
+        // Its children are told apart from any other test's by their length.
+        const QByteArray seconds =
+            QByteArray::number(86400 + QRandomGenerator::global()->bounded(100000));
+        EngineFixture fixture(standIn("sleep " + seconds + " &\nsleep " + seconds + "\n"));
         QVERIFY(fixture.isReady());
         DownloadEngine& engine = fixture.engine();
         engine.setSilenceLimitMs(500);
@@ -230,7 +234,13 @@ private slots:
         QCOMPARE(ended.first().first().toString(),
                  u"Could not list the playlist: yt-dlp stopped answering."_s);
         QVERIFY(QTest::qWaitFor(
-            [&] { return EngineFixture::processesMentioning(u"sleep 8640"_s).isEmpty(); }, 5000));
+            [&] {
+                return EngineFixture::processesMentioning(u"sleep "_s +
+                                                          QString::fromLatin1(seconds))
+                           .isEmpty() &&
+                       EngineFixture::processesMentioning(fixture.toolsPath()).isEmpty();
+            },
+            5000));
     }
 
     // A cancel that comes after the tool has exited, while the file is being placed, does not

@@ -2,6 +2,7 @@
 #include "support/EngineFixture.h"
 #include "support/TestSupport.h"
 
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -113,14 +114,17 @@ private slots:
         QFETCH(QString, how);
         QTemporaryDir dir;
         const QString marker = dir.path();
-        ToolRun::Command command =
-            script(dir, "(trap '' TERM; exec sleep 86401) &\ntrap '' TERM\necho started\n"
-                        "while :; do sleep 0.1; done\n");
+        // A child of its own, told apart from any other test's by its length.
+        const QString child =
+            u"sleep %1"_s.arg(86400 + QRandomGenerator::global()->bounded(100000));
+        ToolRun::Command command = script(dir, "(trap '' TERM; exec " + child.toUtf8() +
+                                                   ") &\ntrap '' TERM\necho started\n"
+                                                   "while :; do sleep 0.1; done\n");
         if (how == u"blocking") {
             const ToolRun::Result result = ToolRun::runToEnd(command, 500);
             QCOMPARE(result.outcome, ToolRun::Outcome::timedOut);
             QVERIFY(noneLeft(marker));
-            QVERIFY(EngineFixture::processesMentioning(u"sleep 86401"_s).isEmpty());
+            QVERIFY(EngineFixture::processesMentioning(child).isEmpty());
             return;
         }
         command.silenceLimitMs = how == u"silence" ? 500 : 0;
@@ -137,7 +141,7 @@ private slots:
                      how == u"cancel" ? ToolRun::Outcome::cancelled : ToolRun::Outcome::timedOut);
         }
         QVERIFY(noneLeft(marker));
-        QVERIFY(EngineFixture::processesMentioning(u"sleep 86401"_s).isEmpty());
+        QVERIFY(EngineFixture::processesMentioning(child).isEmpty());
     }
 
     void blockingRuns()

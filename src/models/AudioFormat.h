@@ -14,10 +14,19 @@ class AudioFormat
     Q_DECLARE_TR_FUNCTIONS(AudioFormat)
 
 public:
-    enum Value { mp3, m4a, flac, wav, opus };
+    enum Value
+    {
+        mp3,
+        m4a,
+        flac,
+        wav,
+        opus
+    };
 
     constexpr AudioFormat() = default;
-    constexpr AudioFormat(Value value) : m_value(value) {}
+    constexpr AudioFormat(Value value)
+        : m_value(value)
+    {}
 
     static std::optional<AudioFormat> fromRawValue(QStringView raw);
     static const std::array<AudioFormat, 5>& allCases();
@@ -30,7 +39,10 @@ public:
     QString iconName() const;
     bool supportsBitrate() const;
 
-    friend constexpr bool operator==(AudioFormat a, AudioFormat b) { return a.m_value == b.m_value; }
+    friend constexpr bool operator==(AudioFormat a, AudioFormat b)
+    {
+        return a.m_value == b.m_value;
+    }
 
 private:
     Value m_value = mp3;

@@ -13,10 +13,19 @@ class AudioQuality
     Q_DECLARE_TR_FUNCTIONS(AudioQuality)
 
 public:
-    enum Value { k320, k256, k192, k128, best };
+    enum Value
+    {
+        k320,
+        k256,
+        k192,
+        k128,
+        best
+    };
 
     constexpr AudioQuality() = default;
-    constexpr AudioQuality(Value value) : m_value(value) {}
+    constexpr AudioQuality(Value value)
+        : m_value(value)
+    {}
 
     static std::optional<AudioQuality> fromRawValue(QStringView raw);
     static const std::array<AudioQuality, 5>& allCases();

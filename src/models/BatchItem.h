@@ -22,6 +22,9 @@ struct BatchItem
     DownloadStatus status;
     std::optional<VideoMetadata> metadata;
     std::optional<QString> targetPath;
+    // How many more files than its status names the item's rip made (several videos on one
+    // page).
+    int moreFiles = 0;
     // The library holds this video in the batch's format already: not ripped unless asked.
     bool alreadyInLibrary = false;
 

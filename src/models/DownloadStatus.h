@@ -7,7 +7,14 @@
 class DownloadStatus
 {
 public:
-    enum class Kind { idle, downloading, converting, completed, failed };
+    enum class Kind
+    {
+        idle,
+        downloading,
+        converting,
+        completed,
+        failed
+    };
 
     DownloadStatus() = default;
 

@@ -414,22 +414,23 @@ void BatchRunner::startItem(int row)
         if (job->metadata())
             setMetadata(id, *job->metadata());
     });
-    connect(
-        job, &ExtractionJob::finished, this, [this, id, job](const ExtractionJob::Result& result) {
-            job->deleteLater();
-            m_running.remove(id);
-            const DownloadStatus status = job->status();
-            if (status.kind() == DownloadStatus::Kind::completed) {
-                const int at = rowOf(id);
-                const HistoryTrack track =
+    connect(job, &ExtractionJob::finished, this,
+            [this, id, job](const ExtractionJob::Result& result) {
+                job->deleteLater();
+                m_running.remove(id);
+                const DownloadStatus status = job->status();
+                const bool completed = status.kind() == DownloadStatus::Kind::completed;
+                // Files moved out before a failure are in the library all the same.
+                if (completed || !result.files.isEmpty()) {
+                    const int at = rowOf(id);
                     m_engine.record(*job, result, at >= 0 ? m_queue.at(at).metadata : std::nullopt);
-                setStatus(id, DownloadStatus::completed(track.filePath));
-            } else {
+                    setMoreFiles(id, std::max<int>(int(result.files.size()) - 1, 0));
+                }
+                // A completed job that named no file shows its destination, as the converter does.
                 setStatus(id, status);
-            }
-            // Not from inside the job's own signal.
-            QTimer::singleShot(0, this, &BatchRunner::fill);
-        });
+                // Not from inside the job's own signal.
+                QTimer::singleShot(0, this, &BatchRunner::fill);
+            });
     setStatus(id, job->status());
     job->start();
 }
@@ -445,6 +446,15 @@ void BatchRunner::setStatus(const QUuid& id, const DownloadStatus& status)
     emit itemChanged(row);
     if (countChanges)
         emit countsChanged();
+}
+
+void BatchRunner::setMoreFiles(const QUuid& id, int count)
+{
+    const int row = rowOf(id);
+    if (row < 0 || m_queue[row].moreFiles == count)
+        return;
+    m_queue[row].moreFiles = count;
+    emit itemChanged(row);
 }
 
 void BatchRunner::setMetadata(const QUuid& id, const VideoMetadata& metadata)

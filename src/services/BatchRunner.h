@@ -85,6 +85,7 @@ public:
     void removeItem(const QUuid& id);
     // What is known of an item's video; its row shows it at once.
     void setMetadata(const QUuid& id, const VideoMetadata& metadata);
+    void setMoreFiles(const QUuid& id, int count);
     void clearQueue();
     void startBatchProcessing();
     void stopBatch();

@@ -6,6 +6,7 @@
 #include "services/MetadataFetch.h"
 #include "services/OutputFiles.h"
 #include "services/PlaylistListing.h"
+#include "services/ScratchFolders.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -49,15 +50,32 @@ DownloadEngine::DownloadEngine(DependencyManager& dependencies, HistoryStore& hi
     , m_settings(settings ? std::move(settings)
                           : std::make_unique<QSettings>(QStringLiteral("Veldtone"),
                                                         QStringLiteral("Veldtone")))
+    , m_usedFoldersFile(m_history.folderPath() + QStringLiteral("/scratch-folders"))
     , m_choices(EnginePreferences::load(*m_settings))
+{}
+
+// The jobs are children: each ends its tool as it goes; the list's writes and the sweep end
+// first.
+DownloadEngine::~DownloadEngine()
 {
-    // A run that ended without clearing its scratch folders left them for this one.
-    (void)QtConcurrent::run(&OutputFiles::removeScratchFoldersOlderThan,
-                            folderPath(m_choices.targetFolder), QDateTime::currentDateTime());
+    m_folderWork.waitForFinished();
+    m_sweep.waitForFinished();
 }
 
-// The jobs are children: each ends its tool as it goes.
-DownloadEngine::~DownloadEngine() = default;
+void DownloadEngine::sweepScratchFolders()
+{
+    if (m_sweep.isRunning())
+        return;
+    // Scratch folders a dead or long-gone job left behind, wherever a job has worked.
+    m_sweep =
+        QtConcurrent::run([file = m_usedFoldersFile, current = folderPath(m_choices.targetFolder)] {
+            QStringList folders = ScratchFolders::usedFolders(file);
+            if (!folders.contains(current))
+                folders.append(current);
+            for (const QString& folder : folders)
+                ScratchFolders::sweep(folder);
+        });
+}
 
 void DownloadEngine::setCurrentStatus(const DownloadStatus& status)
 {
@@ -229,6 +247,14 @@ ExtractionJob* DownloadEngine::newJob(const QString& url, int playlistItem,
         return nullptr;
     }
     request.playlistItem = std::max(playlistItem, 0);
+    // The destination goes on the list the sweep at start walks, once per folder.
+    if (!m_rememberedFolders.contains(request.destination)) {
+        m_rememberedFolders.insert(request.destination);
+        m_folderWork = m_folderWork.then(QtFuture::Launch::Async,
+                                         [file = m_usedFoldersFile, folder = request.destination] {
+                                             (void)ScratchFolders::rememberFolder(file, folder);
+                                         });
+    }
     request.tool = std::move(*tool);
     request.ffmpegPath = m_dependencies.ffmpegPath();
     request.embedArtwork = m_choices.embedArtwork;
@@ -256,6 +282,11 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
         return;
     }
     m_job = job;
+    // Facts fetched for another link, or a previous rip's, never label this one's record.
+    if (m_currentMetadata && m_metadataLink != job->request().link) {
+        m_currentMetadata.reset();
+        emit currentMetadataChanged();
+    }
     if (m_currentUrl != job->request().link) {
         m_currentUrl = job->request().link;
         emit currentUrlChanged();
@@ -269,6 +300,7 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
     connect(job, &ExtractionJob::metadataChanged, this, [this, job] {
         if (m_job == job) {
             m_currentMetadata = job->metadata();
+            m_metadataLink = job->request().link;
             emit currentMetadataChanged();
         }
     });
@@ -282,32 +314,44 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
     job->start();
 }
 
-HistoryTrack DownloadEngine::record(const ExtractionJob& job, const ExtractionJob::Result& result,
-                                    const std::optional<VideoMetadata>& fetched)
+QList<HistoryTrack> DownloadEngine::record(const ExtractionJob& job,
+                                           const ExtractionJob::Result& result,
+                                           const std::optional<VideoMetadata>& fetched)
 {
-    const std::optional<QString>& outputPath = result.outputPath;
-    HistoryTrack track;
-    track.id = QUuid::createUuid();
-    track.completedAt = HistoryTrack::now();
-    track.format = job.request().format;
-    track.quality = job.request().quality;
-    track.youtubeUrl = job.request().link;
-    // The run's own report first: a fetch may have been for another link.
-    if (const std::optional<VideoMetadata> metadata = result.metadata ? result.metadata : fetched) {
-        track.title = metadata->title;
-        track.channel = metadata->channel;
-        track.duration = metadata->duration;
-        track.thumbnailUrl = metadata->thumbnailUrl;
-    } else {
-        track.title =
-            outputPath ? QFileInfo(*outputPath).completeBaseName() : tr("Extracted Audio");
-        track.channel = QStringLiteral("YouTube");
-        track.duration = QStringLiteral("--:--");
+    // A run that named no file still gets its record, with the link's facts.
+    QList<ExtractionJob::File> files = result.files;
+    if (files.isEmpty())
+        files.append({QString(), std::nullopt, std::nullopt});
+    QList<HistoryTrack> tracks;
+    for (const ExtractionJob::File& file : files) {
+        HistoryTrack track;
+        track.id = QUuid::createUuid();
+        track.completedAt = HistoryTrack::now();
+        track.format = job.request().format;
+        track.quality = job.request().quality;
+        track.youtubeUrl = job.request().link;
+        // Each file's own item first, then the run's report: a fetch may have been for
+        // another link, and one item's facts do not label several files.
+        std::optional<VideoMetadata> metadata = file.metadata;
+        if (!metadata && files.size() == 1)
+            metadata = result.metadata ? result.metadata : fetched;
+        if (metadata) {
+            track.title = metadata->title;
+            track.channel = metadata->channel;
+            track.duration = metadata->duration;
+            track.thumbnailUrl = metadata->thumbnailUrl;
+        } else {
+            track.title = file.path.isEmpty() ? tr("Extracted Audio")
+                                              : QFileInfo(file.path).completeBaseName();
+            track.channel = QStringLiteral("YouTube");
+            track.duration = QStringLiteral("--:--");
+        }
+        track.filePath = file.path;
+        track.fileSize = file.fileSize.value_or(kUnknownSize);
+        m_history.addTrack(track);
+        tracks.append(track);
     }
-    track.filePath = outputPath.value_or(QString());
-    track.fileSize = result.fileSize.value_or(kUnknownSize);
-    m_history.addTrack(track);
-    return track;
+    return tracks;
 }
 
 void DownloadEngine::jobFinished(ExtractionJob* job, const ExtractionJob::Result& result,
@@ -315,20 +359,26 @@ void DownloadEngine::jobFinished(ExtractionJob* job, const ExtractionJob::Result
 {
     m_job.clear();
     const DownloadStatus status = job->status();
+    // Files moved out before a failure are in the library all the same.
     if (status.kind() != DownloadStatus::Kind::completed) {
+        if (!result.files.isEmpty())
+            record(*job, result, m_currentMetadata);
         setCurrentStatus(status);
         return;
     }
-    const std::optional<QString>& outputPath = result.outputPath;
-    if (m_lastDownloadedFile != outputPath) {
+    const std::optional<QString> outputPath =
+        result.files.isEmpty() ? std::nullopt : std::optional(result.files.first().path);
+    const int more = std::max<int>(int(result.files.size()) - 1, 0);
+    if (m_lastDownloadedFile != outputPath || m_lastRipMoreCount != more) {
         m_lastDownloadedFile = outputPath;
+        m_lastRipMoreCount = more;
         emit lastDownloadedFileChanged();
     }
     // Published before the record goes in, as the converter has always seen it.
     setCurrentStatus(status);
-    const HistoryTrack track = record(*job, result, m_currentMetadata);
+    const QList<HistoryTrack> tracks = record(*job, result, m_currentMetadata);
     if (onComplete)
-        onComplete(track);
+        onComplete(tracks.first());
 }
 
 void DownloadEngine::cancel()
@@ -365,11 +415,13 @@ void DownloadEngine::fetchMetadata(const QString& url, MetadataHandler done)
         emit currentMetadataChanged();
     }
     connect(fetch, &MetadataFetch::finished, this,
-            [this, fetch, done = std::move(done)](const std::optional<VideoMetadata>& result) {
+            [this, fetch, link = trimmedLink(url),
+             done = std::move(done)](const std::optional<VideoMetadata>& result) {
                 fetch->deleteLater();
                 m_metadataError = result ? QString() : fetch->error();
                 if (result) {
                     m_currentMetadata = result;
+                    m_metadataLink = link;
                     emit currentMetadataChanged();
                 }
                 if (m_isFetchingMetadata) {

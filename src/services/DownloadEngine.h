@@ -8,8 +8,10 @@
 #include "services/EnginePreferences.h"
 #include "services/ExtractionJob.h"
 
+#include <QFuture>
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 #include <QString>
 #include <QUrl>
 #include <functional>
@@ -64,6 +66,8 @@ public:
     std::optional<VideoMetadata> currentMetadata() const { return m_currentMetadata; }
     QString currentUrl() const { return m_currentUrl; }
     std::optional<QString> lastDownloadedFile() const { return m_lastDownloadedFile; }
+    // How many more files than lastDownloadedFile the last completed rip made.
+    int lastRipMoreCount() const { return m_lastRipMoreCount; }
     AudioFormat selectedFormat() const { return m_choices.format; }
     AudioQuality selectedQuality() const { return m_choices.quality; }
     QUrl targetFolder() const { return m_choices.targetFolder; }
@@ -118,10 +122,13 @@ public:
     ExtractionJob* newJob(const QString& url, int playlistItem, std::optional<AudioFormat> format,
                           std::optional<AudioQuality> quality, std::optional<QUrl> destination,
                           QString* refusal, QObject* parent);
-    // Puts a completed job's record into the library and returns it; fetched fills in what
-    // the run did not report.
-    HistoryTrack record(const ExtractionJob& job, const ExtractionJob::Result& result,
-                        const std::optional<VideoMetadata>& fetched = std::nullopt);
+    // Puts a job's records into the library, one per file in the order made (one without a
+    // file when it named none), and returns them; fetched fills in what the run did not report.
+    QList<HistoryTrack> record(const ExtractionJob& job, const ExtractionJob::Result& result,
+                               const std::optional<VideoMetadata>& fetched = std::nullopt);
+    // Removes, off the GUI thread, the scratch folders a dead or long-gone job left in every
+    // folder jobs have used; once after start.
+    void sweepScratchFolders();
     // Stops the running job, its ffmpeg included, and removes its scratch folder. A job whose
     // tool has already exited completes as it would have.
     void cancel();
@@ -170,6 +177,14 @@ private:
     std::optional<VideoMetadata> m_currentMetadata;
     QString m_currentUrl;
     std::optional<QString> m_lastDownloadedFile;
+    int m_lastRipMoreCount = 0;
+    // The link m_currentMetadata describes.
+    QString m_metadataLink;
+    // The list of folders jobs have used, and its writes; the sweep of their leftovers.
+    QString m_usedFoldersFile;
+    QSet<QString> m_rememberedFolders;
+    QFuture<void> m_folderWork = QtFuture::makeReadyFuture();
+    QFuture<void> m_sweep;
     OutputChoices m_choices;
     // A hung yt-dlp would otherwise leave a fetch or listing waiting for ever.
     int m_silenceLimitMs = 60000;

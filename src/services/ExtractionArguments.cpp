@@ -2,36 +2,27 @@
 
 #include <QFileInfo>
 
-namespace {
-// yt-dlp reads its output paths as templates, where a "%" of the folder's name would start a
-// field.
-QString literalPath(const QString& path)
+QString runReportFile(const QString& scratchFolder)
 {
-    return QString(path).replace(u'%', QStringLiteral("%%"));
-}
-} // namespace
-
-QString runReportFile(const QString& outputFolder)
-{
-    return outputFolder + QStringLiteral("/.veldtone-report.jsonl");
+    return scratchFolder + u'/' + QString::fromUtf16(kRunReportName);
 }
 
 QStringList extractionArguments(const QString& link, AudioFormat format, AudioQuality quality,
-                                const QString& outputFolder,
                                 const std::optional<QString>& ffmpegPath, bool embedArtwork,
                                 bool embedMetadata, const QStringList& toolOptions,
                                 int playlistItem)
 {
     QStringList arguments = {
-        QStringLiteral("--extract-audio"), QStringLiteral("--audio-format"), format.rawValue(),
-        QStringLiteral("--newline"), QStringLiteral("--no-playlist"),
+        QStringLiteral("--extract-audio"),
+        QStringLiteral("--audio-format"),
+        format.rawValue(),
+        QStringLiteral("--newline"),
+        QStringLiteral("--no-playlist"),
         QStringLiteral("--progress-template"),
         QStringLiteral("PROGRESS::%(progress._percent_str)s::%(progress._speed_str)s::%(progress."
                        "_eta_str)s::%(progress._total_bytes_estimate_str)s"),
         QStringLiteral("-o"),
-        // The root folder already ends in its slash.
-        literalPath(outputFolder.endsWith(u'/') ? outputFolder : outputFolder + u'/') +
-            QStringLiteral("%(title)s.%(ext)s")};
+        QStringLiteral("%(title)s.%(ext)s")};
     if (playlistItem > 0) {
         // A playlist entry with no page of its own is ripped as that item of its playlist.
         const qsizetype at = arguments.indexOf(QStringLiteral("--no-playlist"));
@@ -50,7 +41,7 @@ QStringList extractionArguments(const QString& link, AudioFormat format, AudioQu
         arguments << QStringLiteral("--embed-metadata");
     // The item's facts as the download begins, and the final path once the file is in place;
     // the console output stays as it is.
-    const QString report = literalPath(runReportFile(outputFolder));
+    const QString report = QString::fromUtf16(kRunReportName);
     arguments << QStringLiteral("--print-to-file")
               << QStringLiteral("before_dl:%(.{id,title,uploader,channel,duration,thumbnail,"
                                 "webpage_url})j")

@@ -5,9 +5,11 @@
 #include "services/FilePathTracker.h"
 #include "services/OutputFiles.h"
 #include "services/RunReport.h"
+#include "services/ScratchFolders.h"
 #include "services/ToolOutputReader.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QUuid>
 #include <QtConcurrent/QtConcurrentRun>
@@ -34,22 +36,26 @@ ExtractionJob::~ExtractionJob()
     // behind; the run ends its tools first.
     if (m_run && (m_run->isRunning() || m_cancelled)) {
         delete m_run;
+        m_lock.reset();
         QDir(m_scratchFolder).removeRecursively();
     }
 }
 
 void ExtractionJob::start()
 {
-    if (!QDir().mkpath(m_scratchFolder)) {
+    m_lock = ScratchFolders::claim(m_scratchFolder);
+    if (!m_lock) {
         finish(
             DownloadStatus::failed(tr("Cannot write to the folder %1").arg(m_request.destination)));
         return;
     }
-    m_run = new ToolRun(m_request.tool.command(extractionArguments(
-                            m_request.link, m_request.format, m_request.quality, m_scratchFolder,
+    ToolRun::Command command = m_request.tool.command(
+        extractionArguments(m_request.link, m_request.format, m_request.quality,
                             m_request.ffmpegPath, m_request.embedArtwork, m_request.embedMetadata,
-                            m_request.tool.options, m_request.playlistItem)),
-                        this);
+                            m_request.tool.options, m_request.playlistItem));
+    // Its paths are relative to the scratch folder.
+    command.workingDirectory = m_scratchFolder;
+    m_run = new ToolRun(std::move(command), this);
     connect(m_run, &ToolRun::lineRead, this, &ExtractionJob::readLine);
     connect(m_run, &ToolRun::finished, this, &ExtractionJob::exited);
     m_run->start();
@@ -115,14 +121,41 @@ void ExtractionJob::exited(const ToolRun::Result& result)
     // Finding the file, moving it and reading its size touch the disk: off the GUI thread.
     m_placing = runInBackground(
         QThreadPool::globalInstance(), this,
-        [tracker = m_tracker, scratch = m_scratchFolder, request = m_request] {
-            return place(tracker, scratch, request);
+        [tracker = m_tracker, scratch = m_scratchFolder, request = m_request, lock = m_lock.get()] {
+            Result placed = place(tracker, scratch, request);
+            // The folder goes before the job reports, unless a file that could not be moved
+            // out was marked to stay in it. The job waits for this work before it goes.
+            if (!QFileInfo::exists(ScratchFolders::keepFile(scratch))) {
+                lock->unlock();
+                QDir(scratch).removeRecursively();
+            }
+            return placed;
         },
         [this](const Result& placed) {
-            finish(DownloadStatus::completed(placed.outputPath.value_or(m_request.destination)),
+            m_lock.reset();
+            if (!placed.notMoved.isEmpty()) {
+                finish(DownloadStatus::failed(placed.notMoved), placed);
+                return;
+            }
+            finish(DownloadStatus::completed(placed.files.isEmpty() ? m_request.destination
+                                                                    : placed.files.first().path),
                    placed);
         });
 }
+
+namespace {
+
+// A path the run named (relative to its scratch folder, or absolute) as a clean absolute one,
+// or empty unless it lies inside the scratch folder.
+QString insideScratch(const QString& path, const QString& scratch)
+{
+    if (path.isEmpty())
+        return {};
+    const QString clean = QDir::cleanPath(QDir(scratch).absoluteFilePath(path));
+    return clean.startsWith(scratch + u'/') ? clean : QString();
+}
+
+} // namespace
 
 ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker>& tracker,
                                            const QString& scratch, const Request& request)
@@ -130,25 +163,65 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
     Result result;
     const RunReport report = RunReport::read(runReportFile(scratch), request.link);
     result.metadata = report.metadata;
-    // The path the tool reports is exact; its output lines and the newest file are for a tool
-    // that reports none.
-    std::optional<QString> found = report.filePath;
-    if (!found || !QFileInfo::exists(*found))
-        found = tracker->path();
-    if (!found || !QFileInfo::exists(*found))
-        found = OutputFiles::findLatestAudioFile(scratch, request.format.rawValue());
-    if (found && found->startsWith(scratch + u'/')) {
-        result.outputPath =
-            OutputFiles::moveIntoFolder(*found, request.destination, request.replaceable);
+    // The paths the tool reports are exact; its output lines and the newest file are for a
+    // tool that reports none.
+    QList<std::pair<QString, std::optional<VideoMetadata>>> found;
+    for (const RunReport::File& file : report.files) {
+        const QString path = insideScratch(file.path, scratch);
+        if (!path.isEmpty() && QFileInfo::exists(path))
+            found.append({path, file.metadata});
     }
-    // A file the tool put elsewhere, or one that cannot be moved, stays where it is.
-    if (found && !result.outputPath)
-        result.outputPath = found;
-    if (result.outputPath)
-        result.fileSize = OutputFiles::getFileSize(*result.outputPath);
-    if (!result.outputPath || !result.outputPath->startsWith(scratch + u'/'))
-        QDir(scratch).removeRecursively();
+    if (found.isEmpty()) {
+        QString path = insideScratch(tracker->path().value_or(QString()), scratch);
+        if (path.isEmpty() || !QFileInfo::exists(path))
+            path = OutputFiles::findLatestAudioFile(scratch, request.format.rawValue())
+                       .value_or(QString());
+        if (!path.isEmpty())
+            found.append({path, report.metadata});
+    }
+    for (qsizetype i = 0; i < found.size(); ++i) {
+        const OutputFiles::Moved moved = OutputFiles::moveIntoFolder(
+            found.at(i).first, request.destination, request.replaceable);
+        if (moved.path.isEmpty()) {
+            QStringList rest;
+            for (qsizetype j = i; j < found.size(); ++j)
+                rest.append(found.at(j).first);
+            result.notMoved = keepNotMoved(rest, scratch, request, moved.error);
+            break;
+        }
+        result.files.append({moved.path, OutputFiles::getFileSize(moved.path), found.at(i).second});
+    }
     return result;
+}
+
+QString ExtractionJob::keepNotMoved(const QStringList& files, const QString& scratch,
+                                    const Request& request, const QString& error)
+{
+    const QString name = QFileInfo(files.first()).fileName();
+    const QString line =
+        tr("Could not move \"%1\" into %2: %3").arg(name, request.destination, error);
+    // A visible folder in the destination, where the user finds it.
+    const QString visible = OutputFiles::notMovedFolder(request.destination);
+    if (QDir().mkpath(visible)) {
+        bool allMoved = true;
+        for (const QString& file : files)
+            allMoved = !OutputFiles::moveIntoFolder(file, visible).path.isEmpty() && allMoved;
+        if (allMoved)
+            return line;
+    }
+    // The scratch folder itself, renamed to that visible name.
+    for (int n = 1; n < 100; ++n) {
+        const QString target = n == 1 ? visible : QStringLiteral("%1 (%2)").arg(visible).arg(n);
+        if (!QFileInfo::exists(target) && QDir().rename(scratch, target)) {
+            QFile::remove(ScratchFolders::lockFile(target));
+            QFile::remove(runReportFile(target));
+            return line;
+        }
+    }
+    // Where nothing can be written, the files stay in the scratch folder, kept from sweeps.
+    QFile keep(ScratchFolders::keepFile(scratch));
+    (void)keep.open(QIODevice::WriteOnly);
+    return line + u' ' + tr("The file is kept in %1.").arg(scratch);
 }
 
 void ExtractionJob::finish(const DownloadStatus& status, const Result& result)
@@ -170,5 +243,6 @@ void ExtractionJob::setStatus(const DownloadStatus& status)
 
 void ExtractionJob::removeScratchFolder()
 {
+    m_lock.reset();
     (void)QtConcurrent::run([folder = m_scratchFolder] { QDir(folder).removeRecursively(); });
 }

@@ -8,6 +8,8 @@
 
 #include <QByteArray>
 #include <QFuture>
+#include <QList>
+#include <QLockFile>
 #include <QObject>
 #include <QSet>
 #include <QString>
@@ -46,13 +48,22 @@ public:
         QSet<QString> replaceable;
     };
 
-    // What a completed job produced; path and size empty when no file was found, metadata
-    // empty when the tool reported none.
-    struct Result
+    // One finished file, moved into the destination; metadata as the run reported its item.
+    struct File
     {
-        std::optional<QString> outputPath;
+        QString path;
         std::optional<QString> fileSize;
         std::optional<VideoMetadata> metadata;
+    };
+
+    // What a run produced: every finished file in the order made (none when none was found),
+    // and what the tool reported of the link when it named no file. notMoved says why a file
+    // could not be moved into the destination and where it was kept; the job then fails.
+    struct Result
+    {
+        QList<File> files;
+        std::optional<VideoMetadata> metadata;
+        QString notMoved;
     };
 
     explicit ExtractionJob(Request request, QObject* parent = nullptr);
@@ -80,15 +91,21 @@ private:
     void readLine(QByteArrayView line);
     void readReport();
     void exited(const ToolRun::Result& result);
-    // Finds the finished file and moves it from the scratch folder into the destination.
+    // Finds the finished files and moves them from the scratch folder into the destination.
     static Result place(const std::shared_ptr<FilePathTracker>& tracker, const QString& scratch,
                         const Request& request);
+    // Keeps files that could not be moved out where no sweep removes them; gives the line the
+    // failed job shows.
+    static QString keepNotMoved(const QStringList& files, const QString& scratch,
+                                const Request& request, const QString& error);
     void finish(const DownloadStatus& status, const Result& result = {});
     void setStatus(const DownloadStatus& status);
     void removeScratchFolder();
 
     Request m_request;
     QString m_scratchFolder;
+    // Held for the job's whole life: a sweep leaves a locked scratch folder alone.
+    std::unique_ptr<QLockFile> m_lock;
     ToolRun* m_run = nullptr;
     std::shared_ptr<FilePathTracker> m_tracker;
     std::unique_ptr<ToolOutputReader> m_reader;

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 
 namespace {
@@ -48,8 +49,7 @@ std::optional<QString> getFileSize(const QString& path)
     return formatByteCount(info.size());
 }
 
-std::optional<QString> moveIntoFolder(const QString& file, const QString& folder,
-                                      const QSet<QString>& replaceable)
+Moved moveIntoFolder(const QString& file, const QString& folder, const QSet<QString>& replaceable)
 {
     const QFileInfo source(file);
     const QString base = source.completeBaseName();
@@ -61,30 +61,27 @@ std::optional<QString> moveIntoFolder(const QString& file, const QString& folder
         // Creating the name exclusively claims it; the rename then puts the file in its place.
         QFile claim(target);
         const bool claimed = claim.open(QIODevice::WriteOnly | QIODevice::NewOnly);
+        const QString claimError = claim.errorString();
         claim.close();
         if (!claimed && !replaceable.contains(target)) {
             if (QFileInfo::exists(target) || QFileInfo(target).isSymLink())
                 continue;
-            return std::nullopt; // the folder cannot be written
+            return {QString(), claimError}; // the folder cannot be written
         }
         if (std::rename(QFile::encodeName(file).constData(),
                         QFile::encodeName(target).constData()) == 0)
-            return target;
+            return {target, QString()};
+        const QString renameError = qt_error_string(errno);
         if (claimed)
             claim.remove();
-        return std::nullopt;
+        return {QString(), renameError};
     }
-    return std::nullopt;
+    return {QString(), QStringLiteral("No free name")};
 }
 
-void removeScratchFoldersOlderThan(const QString& folder, const QDateTime& moment)
+QString notMovedFolder(const QString& destination)
 {
-    const QFileInfoList entries = QDir(folder).entryInfoList(
-        {kScratchPrefix + u'*'}, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
-    for (const QFileInfo& entry : entries) {
-        if (!entry.isSymLink() && entry.lastModified() < moment)
-            QDir(entry.absoluteFilePath()).removeRecursively();
-    }
+    return QDir(destination).filePath(QStringLiteral("Veldtone \u2013 not moved"));
 }
 
 } // namespace OutputFiles

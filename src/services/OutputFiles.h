@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDateTime>
 #include <QSet>
 #include <QString>
 #include <optional>
@@ -19,14 +18,21 @@ std::optional<QString> findLatestAudioFile(const QString& folder, const QString&
 // The file's size as display text, or nullopt when it cannot be read.
 std::optional<QString> getFileSize(const QString& path);
 
+// Where a move put the file, or why it could not ("Permission denied").
+struct Moved
+{
+    QString path;
+    QString error;
+};
+
 // Moves file into folder under its own name, or "Name (2).ext", "Name (3).ext", ... when that
 // name is taken; each name is claimed atomically, so two jobs never get the same one. A taken
-// name is written over only when replaceable holds its path. Gives the new path.
-std::optional<QString> moveIntoFolder(const QString& file, const QString& folder,
-                                      const QSet<QString>& replaceable);
+// name is written over only when replaceable holds its path.
+Moved moveIntoFolder(const QString& file, const QString& folder,
+                     const QSet<QString>& replaceable = {});
 
-// Removes the scratch folders in folder that were last changed before the given moment, that
-// is, left by a run that ended without clearing them.
-void removeScratchFoldersOlderThan(const QString& folder, const QDateTime& moment);
+// The visible folder inside the destination where finished files that could not be moved
+// into it are kept: "Veldtone – not moved". No sweep goes there.
+QString notMovedFolder(const QString& destination);
 
 } // namespace OutputFiles

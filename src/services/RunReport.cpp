@@ -3,6 +3,7 @@
 #include "services/MetadataFetch.h"
 
 #include <QFile>
+#include <algorithm>
 #include <simdjson.h>
 
 RunReport RunReport::parse(QByteArrayView bytes, const QString& link)
@@ -23,14 +24,19 @@ RunReport RunReport::parse(QByteArrayView bytes, const QString& link)
         std::optional<VideoMetadata> metadata = MetadataFetch::fromJson(json, link);
         if (!metadata)
             continue;
-        report.metadata = std::move(metadata);
+        report.metadata = metadata;
         simdjson::dom::object object;
         std::string_view path;
-        if (!parser.parse(json.constData(), static_cast<size_t>(json.size()))
-                 .get_object()
-                 .get(object) &&
-            !object["filepath"].get_string().get(path) && !path.empty())
-            report.filePath = QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
+        if (parser.parse(json.constData(), static_cast<size_t>(json.size()))
+                .get_object()
+                .get(object) ||
+            object["filepath"].get_string().get(path) || path.empty())
+            continue;
+        const QString filePath =
+            QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
+        if (std::none_of(report.files.cbegin(), report.files.cend(),
+                         [&](const File& file) { return file.path == filePath; }))
+            report.files.append({filePath, *metadata});
     }
     return report;
 }

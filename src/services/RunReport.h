@@ -3,6 +3,7 @@
 #include "models/VideoMetadata.h"
 
 #include <QByteArrayView>
+#include <QList>
 #include <QString>
 #include <optional>
 
@@ -15,10 +16,20 @@ struct RunReport
     // Only the head of a larger file is read.
     static constexpr qsizetype kMaxFileBytes = 1024 * 1024;
 
-    std::optional<VideoMetadata> metadata;
-    std::optional<QString> filePath;
+    // A finished file, as the line written once it was in place names it (a path relative
+    // to the folder the run works in, or absolute), with the facts of its own item.
+    struct File
+    {
+        QString path;
+        VideoMetadata metadata;
+    };
 
-    // Later lines win; lines that are not JSON objects, or cut off, are skipped.
+    // The facts of the latest line.
+    std::optional<VideoMetadata> metadata;
+    // Every finished file, in the order made; a path named twice counts once.
+    QList<File> files;
+
+    // Lines that are not JSON objects, or cut off, are skipped.
     static RunReport parse(QByteArrayView bytes, const QString& link);
     // Reads the report file's head; empty when it is missing or unreadable.
     static RunReport read(const QString& file, const QString& link);

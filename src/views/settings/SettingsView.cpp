@@ -107,6 +107,9 @@ SettingsView::~SettingsView() = default;
 
 void SettingsView::buildContent()
 {
+    // What the user typed as the proxy, and whether it was refused, outlive a rebuild.
+    const QString proxyText = m_proxyField ? m_proxyField->text() : m_services.engine.proxy();
+    const bool proxyRefused = m_proxyError && !m_proxyError->isHidden();
     QWidget* content = beginContent();
     // Cards keep room around their panels for the shadow; margins and gaps are trimmed by it
     // so that the panels sit 24 from the sides and 20 apart.
@@ -121,6 +124,8 @@ void SettingsView::buildContent()
     layout->addWidget(buildToolsCard());
     layout->addWidget(buildAboutCard());
     layout->addStretch(1);
+    m_proxyField->setText(proxyText);
+    m_proxyError->setVisible(proxyRefused);
     // Show the parts for the current state before the scroll area measures them: hiding a
     // part of a layout that has never been laid out does not reach the measures it caches.
     updateTools();
@@ -238,16 +243,15 @@ QWidget* SettingsView::buildToolsCard()
 void SettingsView::addNetworkRows(QVBoxLayout* layout)
 {
     DownloadEngine& engine = m_services.engine;
-    m_proxyField = new QLineEdit(engine.proxy());
+    m_proxyField = new QLineEdit;
     m_proxyField->setPlaceholderText(tr("None"));
     m_proxyField->setMinimumWidth(260);
     m_proxyField->setClearButtonEnabled(true);
     connect(m_proxyField, &QLineEdit::editingFinished, this, &SettingsView::applyProxy);
     layout->addWidget(labelledRow(tr("Proxy"), m_proxyField, 0));
-    m_proxyError = label(QString(), Theme::font(11));
+    m_proxyError = label(proxyRefusedText(), Theme::font(11));
     m_proxyError->setWordWrap(true);
     setTextColor(m_proxyError, orange(palette()));
-    m_proxyError->hide();
     layout->addWidget(m_proxyError);
 
     auto* limit = new QSpinBox;
@@ -264,14 +268,18 @@ void SettingsView::addNetworkRows(QVBoxLayout* layout)
     layout->addWidget(labelledRow(tr("Download speed limit"), limit, 0));
 }
 
+QString SettingsView::proxyRefusedText()
+{
+    return tr("Not saved: a proxy is an http, https, socks4, socks4a, socks5 or socks5h link, "
+              "such as socks5://127.0.0.1:1080.");
+}
+
 void SettingsView::applyProxy()
 {
     DownloadEngine& engine = m_services.engine;
     const QString text = m_proxyField->text().trimmed();
     // A link yt-dlp cannot use is not saved; the line says what would be.
     if (!engine.setProxy(text)) {
-        m_proxyError->setText(tr("Not saved: a proxy is an http, https, socks4, socks4a, socks5 "
-                                 "or socks5h link, such as socks5://127.0.0.1:1080."));
         m_proxyError->show();
         return;
     }

@@ -30,6 +30,7 @@ private:
     // The proxy and the speed limit every yt-dlp run takes.
     void addNetworkRows(QVBoxLayout* layout);
     void applyProxy();
+    static QString proxyRefusedText();
 
     void updateTools();
 
