@@ -1,7 +1,9 @@
 #include "platform/ByteCountFormatter.h"
+#include "services/BatchRunner.h"
 #include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
+#include "services/ScratchFolders.h"
 #include "services/ToolRun.h"
 #include "support/EngineFixture.h"
 #include "support/LoopbackHttpServer.h"
@@ -9,6 +11,7 @@
 #include "support/TestSupport.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -20,6 +23,7 @@
 #include <QTcpSocket>
 #include <QTest>
 #include <csignal>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -366,6 +370,179 @@ private slots:
                 QDir(dest.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                 QStringList{u"lib"_s});
         }
+    }
+
+    // A page with two videos gives two files, each recorded with its own facts; the converter
+    // names the first and counts the rest.
+    void everyFileOfARunIsKept()
+    {
+        EngineFixture fixture;
+        QVERIFY(fixture.isReady());
+        DownloadEngine& engine = fixture.engine();
+        engine.setEmbedArtwork(false);
+        engine.startExtraction(m_server->twoVideosUrl().toString(), AudioFormat::opus,
+                               AudioQuality::k128, std::nullopt, fixture.completionHandler());
+        QVERIFY(fixture.waitForEnd());
+        QCOMPARE(engine.currentStatus().kind(), DownloadStatus::Kind::completed);
+        const QList<HistoryTrack> records = fixture.history().tracks();
+        QCOMPARE(records.size(), 2);
+        QCOMPARE(engine.lastRipMoreCount(), 1);
+        // Newest first: the second file ripped leads the library.
+        QCOMPARE(engine.currentStatus().filePath(), records.at(1).filePath);
+        QVERIFY(records.at(0).title != records.at(1).title);
+        for (const HistoryTrack& record : records) {
+            QVERIFY2(record.title.startsWith(QString::fromUtf8(MediaServer::kPlaylistTitle)),
+                     qPrintable(record.title));
+            QCOMPARE(QFileInfo(record.filePath).path(), fixture.downloadsPath());
+            QVERIFY(QFileInfo::exists(record.filePath));
+            QVERIFY(record.duration != u"--:--"_s);
+        }
+        QCOMPARE(QDir(fixture.downloadsPath())
+                     .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)
+                     .size(),
+                 2);
+    }
+
+    // A channel's page is listed through its uploads tab and offered, not ripped.
+    void channelIsListed()
+    {
+        EngineFixture fixture;
+        QVERIFY(fixture.isReady());
+        BatchRunner batch(fixture.engine(), fixture.history());
+        const QString channel = m_server->channelUrl().toString();
+        QVERIFY(BatchRunner::isPlaylistLink(channel));
+        batch.previewPlaylist(channel);
+        QTRY_VERIFY_WITH_TIMEOUT(!batch.isPreviewListing(), 60000);
+        QVERIFY2(batch.previewError().isEmpty(), qPrintable(batch.previewError()));
+        QCOMPARE(batch.previewCount(), 2);
+        QVERIFY(!fixture.engine().currentStatus().isBusy());
+        QVERIFY(fixture.history().tracks().isEmpty());
+    }
+
+    // A destination whose name yt-dlp would read as a variable and a field gets the file
+    // inside it.
+    void destinationNamedLikeATemplate()
+    {
+        EngineFixture fixture;
+        QVERIFY(fixture.isReady());
+        const QString dest = fixture.downloadsPath() + u"/$HOME %(title)s ~"_s;
+        QVERIFY(QDir().mkpath(dest));
+        DownloadEngine& engine = fixture.engine();
+        engine.setEmbedArtwork(false);
+        engine.startExtraction(m_server->pageUrl().toString(), AudioFormat::opus,
+                               AudioQuality::k128, QUrl::fromLocalFile(dest),
+                               fixture.completionHandler());
+        QVERIFY(fixture.waitForEnd());
+        const QString file = dest + u'/' + kTitle + u".opus"_s;
+        QCOMPARE(engine.currentStatus(), DownloadStatus::completed(file));
+        QVERIFY(QFileInfo::exists(file));
+        QCOMPARE(fixture.history().tracks().value(0).filePath, file);
+    }
+
+    // Two Veldtone processes ripping into one folder both finish: the second one's sweep
+    // leaves the first one's locked scratch folder alone.
+    void twoProcessesShareAFolder()
+    {
+        LoopbackHttpServer slow;
+        QVERIFY(slow.start());
+        slow.serve(u"/slow.webm"_s, m_server->media(), 200, LoopbackHttpServer::Mode::Throttle);
+        slow.serve(u"/youtube.com/slow"_s,
+                   "<!DOCTYPE html><html><head><title>Slow One</title></head><body>"
+                   "<video src=\"/slow.webm\"></video></body></html>\n");
+        QTemporaryDir dest;
+        const QString rip = qEnvironmentVariable("VELDTONE_RIP");
+        QProcess first;
+        first.start(rip, {u"--format"_s, u"opus"_s, u"--no-artwork"_s, u"--dest"_s, dest.path(),
+                          slow.url(u"/youtube.com/slow"_s).toString()});
+        QByteArray output;
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                output += first.readAllStandardOutput();
+                return output.contains("\"progress\":0.");
+            },
+            60000));
+        QProcess second;
+        second.start(rip, {u"--format"_s, u"opus"_s, u"--no-artwork"_s, u"--dest"_s, dest.path(),
+                           m_server->pageUrl().toString()});
+        QVERIFY(finished(second, 120000));
+        QVERIFY2(second.exitCode() == 0, second.readAllStandardError().constData());
+        QVERIFY(finished(first, 120000));
+        QVERIFY2(first.exitCode() == 0,
+                 QByteArray(output + first.readAll() + first.readAllStandardError()).constData());
+        const QStringList files =
+            QDir(dest.path())
+                .entryList(QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+        QCOMPARE(files.size(), 2);
+        QVERIFY2(files.first().startsWith(u"Slow One"_s), qPrintable(files.first()));
+        QCOMPARE(files.last(), kTitle + u".opus"_s);
+    }
+
+    // A destination that turns read-only mid-rip: the finished file is kept where no sweep
+    // goes, the rip fails naming it and the folder, and no record points into a scratch
+    // folder. (Root writes anywhere, so as root the rip runs as "nobody".)
+    void moveThatFailsLosesNothing()
+    {
+        LoopbackHttpServer slow;
+        QVERIFY(slow.start());
+        slow.serve(u"/slow.webm"_s, m_server->media(), 200, LoopbackHttpServer::Mode::Throttle);
+        slow.serve(u"/youtube.com/slow"_s,
+                   "<!DOCTYPE html><html><head><title>Kept</title></head><body>"
+                   "<video src=\"/slow.webm\"></video></body></html>\n");
+        QTemporaryDir root;
+        const QString dest = root.filePath(u"music"_s);
+        const QString library = root.filePath(u"library"_s);
+        QVERIFY(QDir().mkpath(dest) && QDir().mkpath(library));
+        QStringList command = {qEnvironmentVariable("VELDTONE_RIP"),
+                               u"--format"_s,
+                               u"opus"_s,
+                               u"--no-artwork"_s,
+                               u"--dest"_s,
+                               dest,
+                               u"--library"_s,
+                               library,
+                               slow.url(u"/youtube.com/slow"_s).toString()};
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        if (::geteuid() == 0) {
+            for (const QString& folder : {root.path(), dest, library})
+                QVERIFY(::chown(QFile::encodeName(folder).constData(), 65534, 65534) == 0);
+            QFile::setPermissions(root.path(), QFile::ReadOwner | QFile::WriteOwner |
+                                                   QFile::ExeOwner | QFile::ExeOther);
+            command = QStringList{u"setpriv"_s, u"--reuid=65534"_s, u"--regid=65534"_s,
+                                  u"--clear-groups"_s} +
+                      command;
+            environment.insert(u"HOME"_s, root.path());
+            environment.insert(u"XDG_RUNTIME_DIR"_s, root.path());
+        }
+        QProcess rip;
+        rip.setProcessEnvironment(environment);
+        rip.start(command.takeFirst(), command);
+        QByteArray output;
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                output += rip.readAllStandardOutput();
+                return output.contains("\"progress\":0.");
+            },
+            60000));
+        QVERIFY(QFile::setPermissions(dest, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
+                                                QFile::ExeOther));
+        const auto restore = qScopeGuard([&] {
+            QFile::setPermissions(dest, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        });
+        QVERIFY(finished(rip, 120000));
+        output += rip.readAllStandardOutput();
+        QCOMPARE(rip.exitCode(), 1);
+        const QString error = jsonLines(output).constLast().value(u"error").toString();
+        QVERIFY2(error.startsWith(u"Could not move \"Kept"_s) &&
+                     error.contains(u".opus\" into "_s + dest + u": Permission denied"_s),
+                 qPrintable(error));
+        // The file is still there, and a sweep leaves it.
+        ScratchFolders::sweep(dest, QDateTime::currentDateTime().addDays(1));
+        QDirIterator found(dest, {u"Kept*.opus"_s}, QDir::Files | QDir::Hidden,
+                           QDirIterator::Subdirectories);
+        QVERIFY(found.hasNext());
+        QVERIFY2(error.contains(QFileInfo(found.next()).path()), qPrintable(error));
+        const QByteArray records = TestSupport::readFile(library + u"/history.json"_s);
+        QVERIFY2(!records.contains(".veldtone-"), records.constData());
     }
 
     // Cookies, for real: a page that answers 403 without its cookie fails the rip; with Firefox

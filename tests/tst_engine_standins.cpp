@@ -2,7 +2,9 @@
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "services/MetadataFetch.h"
+#include "services/OutputFiles.h"
 #include "services/PlaylistListing.h"
+#include "services/ScratchFolders.h"
 #include "support/EngineFixture.h"
 #include "support/TestSupport.h"
 
@@ -13,6 +15,7 @@
 #include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -241,6 +244,49 @@ private slots:
                        EngineFixture::processesMentioning(fixture.toolsPath()).isEmpty();
             },
             5000));
+    }
+
+    // Facts fetched for one link never label another link's record.
+    void fetchedFactsStayWithTheirLink()
+    {
+        EngineFixture fixture(standIn(
+            "case \"$*\" in *--dump-single-json*) echo '{\"title\": \"Other\", \"uploader\": "
+            "\"Someone\", \"duration\": 61}'; exit 0;; esac\nprintf 'x' > \"$dest/Mine.mp3\"\n"));
+        QVERIFY(fixture.isReady());
+        DownloadEngine& engine = fixture.engine();
+        std::optional<VideoMetadata> fetched;
+        const auto answered = fetch(engine, u"https://example.com/other"_s, fetched);
+        QVERIFY(QTest::qWaitFor([&] { return *answered; }, 30000));
+        QVERIFY(fetched);
+        engine.startExtraction(u"https://example.com/mine"_s, AudioFormat::mp3);
+        QVERIFY(fixture.waitForEnd());
+        const HistoryTrack record = fixture.history().tracks().value(0);
+        QCOMPARE(record.title, u"Mine"_s);
+        QCOMPARE(record.channel, u"YouTube"_s);
+    }
+
+    // A sweep takes only what no live job holds: a folder locked by a live process stays, one
+    // without a lock stays while it may still be about to be locked, and one a job marked
+    // to keep (a file it could not move out) stays for good.
+    void sweepLeavesLiveFolders()
+    {
+        QTemporaryDir dest;
+        const QString locked = OutputFiles::scratchFolder(dest.path(), u"locked"_s);
+        const std::unique_ptr<QLockFile> lock = ScratchFolders::claim(locked);
+        QVERIFY(lock);
+        const QString unlocked = OutputFiles::scratchFolder(dest.path(), u"unlocked"_s);
+        const QString kept = OutputFiles::scratchFolder(dest.path(), u"kept"_s);
+        QVERIFY(QDir().mkpath(unlocked) && QDir().mkpath(kept));
+        QVERIFY(TestSupport::writeFile(ScratchFolders::keepFile(kept), ""));
+        const auto left = [&] {
+            return QDir(dest.path()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+        };
+        const QStringList all = left();
+        QCOMPARE(ScratchFolders::sweep(dest.path()), 0);
+        QCOMPARE(left(), all);
+        // Eleven minutes on, the unlocked one is a leftover; the live lock still holds.
+        QCOMPARE(ScratchFolders::sweep(dest.path(), QDateTime::currentDateTime().addSecs(660)), 1);
+        QCOMPARE(left(), (QStringList{u".veldtone-kept"_s, u".veldtone-locked"_s}));
     }
 
     // A cancel that comes after the tool has exited, while the file is being placed, does not

@@ -43,6 +43,8 @@ AppServices::~AppServices() = default;
 void AppServices::afterFirstFrame()
 {
     m_history->load();
+    // Scratch folders a dead or long-gone job left, wherever jobs have worked.
+    m_engine->sweepScratchFolders();
     // A little later still: the network stack it loads is no part of starting up.
     QTimer::singleShot(3000, m_updater.get(), &ToolUpdater::checkIfDue);
 }

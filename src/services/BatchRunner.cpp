@@ -88,9 +88,32 @@ QString BatchRunner::videoId(const QString& link)
 
 bool BatchRunner::isPlaylistLink(const QString& link)
 {
-    const QUrl url(link);
-    return url.path() == u"/playlist" &&
-           !QUrlQuery(url).queryItemValue(QStringLiteral("list")).isEmpty();
+    return !listingLink(link).isEmpty();
+}
+
+QString BatchRunner::listingLink(const QString& link)
+{
+    QUrl url(link);
+    if (url.path() == u"/playlist")
+        return QUrlQuery(url).queryItemValue(QStringLiteral("list")).isEmpty() ? QString() : link;
+    const QStringList segments = url.path().split(u'/', Qt::SkipEmptyParts);
+    // How many segments name the channel: "@name", or "channel|c|user" and its name.
+    qsizetype named = 0;
+    if (!segments.isEmpty() && segments.first().startsWith(u'@') && segments.first().size() > 1)
+        named = 1;
+    else if (segments.size() >= 2 && (segments.first() == u"channel" || segments.first() == u"c" ||
+                                      segments.first() == u"user"))
+        named = 2;
+    if (named == 0)
+        return {};
+    static const QStringList listedAsTheyAre = {QStringLiteral("videos"), QStringLiteral("streams"),
+                                                QStringLiteral("shorts")};
+    if (segments.size() == named + 1 && listedAsTheyAre.contains(segments.last()))
+        return link;
+    url.setPath(u'/' + segments.first(named).join(u'/') + QStringLiteral("/videos"));
+    url.setQuery(QString());
+    url.setFragment(QString());
+    return url.toString();
 }
 
 QString BatchRunner::playlistOf(const QString& link)
@@ -158,7 +181,7 @@ int BatchRunner::addUrlsToQueue(const QString& text)
 bool BatchRunner::addPlaylist(const QString& link)
 {
     if (link.isEmpty() || m_playlistsToExpand.contains(link) ||
-        (m_listing && m_listing->link() == link))
+        (m_listing && m_listing->link() == listingLink(link)))
         return false;
     m_playlistsToExpand.append(link);
     expandNext();
@@ -214,8 +237,9 @@ void BatchRunner::expandNext()
     if (m_listing || m_playlistsToExpand.isEmpty())
         return;
     m_expansionError.clear();
-    m_listing =
-        m_engine.newPlaylistListing(m_playlistsToExpand.takeFirst(), &m_expansionError, this);
+    const QString link = m_playlistsToExpand.takeFirst();
+    m_listing = m_engine.newPlaylistListing(listingLink(link).isEmpty() ? link : listingLink(link),
+                                            &m_expansionError, this);
     if (!m_listing) {
         emit expansionChanged();
         expandNext();
@@ -245,7 +269,8 @@ void BatchRunner::previewPlaylist(const QString& link)
         return;
     clearPreview();
     m_previewLink = link;
-    m_preview = m_engine.newPlaylistListing(link, &m_previewError, this);
+    m_preview = m_engine.newPlaylistListing(listingLink(link).isEmpty() ? link : listingLink(link),
+                                            &m_previewError, this);
     if (!m_preview) {
         emit previewChanged();
         return;

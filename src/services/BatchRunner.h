@@ -43,8 +43,12 @@ public:
     // What identifies a link's video: the id in its watch?v=, youtu.be/ or /shorts/ form,
     // else the link itself.
     static QString videoId(const QString& link);
-    // A link to a playlist and nothing else: a /playlist page naming its list.
+    // A link to a list and not one video: a /playlist page naming its list, or a channel's
+    // page (/@name, /channel/…, /c/…, /user/…) or one of its /videos, /streams or /shorts tabs.
     static bool isPlaylistLink(const QString& link);
+    // The link a list link is listed by: a channel through its uploads tab ("/videos"; its
+    // home page mixes several tabs), anything else as it stands; empty for no list link.
+    static QString listingLink(const QString& link);
     // The playlist a video link also names (watch?v=…&list=…) as a link of its own; empty
     // when it names none.
     static QString playlistOf(const QString& link);

@@ -216,6 +216,11 @@ QString DownloadEngine::folderPath(const QUrl& folder)
     return path;
 }
 
+QString DownloadEngine::moreTracksText(int count)
+{
+    return count == 1 ? tr("and 1 more track") : tr("and %1 more tracks").arg(count);
+}
+
 QString DownloadEngine::missingToolText()
 {
     return tr("yt-dlp is missing. Please check Settings.");

@@ -68,6 +68,8 @@ public:
     std::optional<QString> lastDownloadedFile() const { return m_lastDownloadedFile; }
     // How many more files than lastDownloadedFile the last completed rip made.
     int lastRipMoreCount() const { return m_lastRipMoreCount; }
+    // "and 2 more tracks", said after the first file's name.
+    static QString moreTracksText(int count);
     AudioFormat selectedFormat() const { return m_choices.format; }
     AudioQuality selectedQuality() const { return m_choices.quality; }
     QUrl targetFolder() const { return m_choices.targetFolder; }

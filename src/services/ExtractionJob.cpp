@@ -221,7 +221,7 @@ QString ExtractionJob::keepNotMoved(const QStringList& files, const QString& scr
     // Where nothing can be written, the files stay in the scratch folder, kept from sweeps.
     QFile keep(ScratchFolders::keepFile(scratch));
     (void)keep.open(QIODevice::WriteOnly);
-    return line + u' ' + tr("The file is kept in %1.").arg(scratch);
+    return line + u' ' + tr("(kept in %1)").arg(scratch);
 }
 
 void ExtractionJob::finish(const DownloadStatus& status, const Result& result)

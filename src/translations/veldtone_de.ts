@@ -430,6 +430,14 @@
         <source>Extracted Audio</source>
         <translation>Extrahiertes Audio</translation>
     </message>
+    <message>
+        <source>and 1 more track</source>
+        <translation>und 1 weiterer Titel</translation>
+    </message>
+    <message>
+        <source>and %1 more tracks</source>
+        <translation>und %1 weitere Titel</translation>
+    </message>
 </context>
 <context>
     <name>ExtractionJob</name>
@@ -444,6 +452,14 @@
     <message>
         <source>yt-dlp could not be started.</source>
         <translation>yt-dlp konnte nicht gestartet werden.</translation>
+    </message>
+    <message>
+        <source>Could not move &quot;%1&quot; into %2: %3</source>
+        <translation>„%1“ konnte nicht nach %2 verschoben werden: %3</translation>
+    </message>
+    <message>
+        <source>(kept in %1)</source>
+        <translation>(aufbewahrt in %1)</translation>
     </message>
 </context>
 <context>

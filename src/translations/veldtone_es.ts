@@ -430,6 +430,14 @@
         <source>Extracted Audio</source>
         <translation>Audio extraído</translation>
     </message>
+    <message>
+        <source>and 1 more track</source>
+        <translation>y 1 pista más</translation>
+    </message>
+    <message>
+        <source>and %1 more tracks</source>
+        <translation>y %1 pistas más</translation>
+    </message>
 </context>
 <context>
     <name>ExtractionJob</name>
@@ -444,6 +452,14 @@
     <message>
         <source>yt-dlp could not be started.</source>
         <translation>No se pudo iniciar yt-dlp.</translation>
+    </message>
+    <message>
+        <source>Could not move &quot;%1&quot; into %2: %3</source>
+        <translation>No se pudo mover «%1» a %2: %3</translation>
+    </message>
+    <message>
+        <source>(kept in %1)</source>
+        <translation>(guardado en %1)</translation>
     </message>
 </context>
 <context>

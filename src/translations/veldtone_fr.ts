@@ -430,6 +430,14 @@
         <source>Extracted Audio</source>
         <translation>Audio extrait</translation>
     </message>
+    <message>
+        <source>and 1 more track</source>
+        <translation>et 1 autre piste</translation>
+    </message>
+    <message>
+        <source>and %1 more tracks</source>
+        <translation>et %1 autres pistes</translation>
+    </message>
 </context>
 <context>
     <name>ExtractionJob</name>
@@ -444,6 +452,14 @@
     <message>
         <source>yt-dlp could not be started.</source>
         <translation>yt-dlp n’a pas pu être lancé.</translation>
+    </message>
+    <message>
+        <source>Could not move &quot;%1&quot; into %2: %3</source>
+        <translation>Impossible de déplacer « %1 » dans %2 : %3</translation>
+    </message>
+    <message>
+        <source>(kept in %1)</source>
+        <translation>(conservé dans %1)</translation>
     </message>
 </context>
 <context>

@@ -430,6 +430,14 @@
         <source>Extracted Audio</source>
         <translation>Áudio extraído</translation>
     </message>
+    <message>
+        <source>and 1 more track</source>
+        <translation>e mais 1 faixa</translation>
+    </message>
+    <message>
+        <source>and %1 more tracks</source>
+        <translation>e mais %1 faixas</translation>
+    </message>
 </context>
 <context>
     <name>ExtractionJob</name>
@@ -444,6 +452,14 @@
     <message>
         <source>yt-dlp could not be started.</source>
         <translation>Não foi possível iniciar o yt-dlp.</translation>
+    </message>
+    <message>
+        <source>Could not move &quot;%1&quot; into %2: %3</source>
+        <translation>Não foi possível mover “%1” para %2: %3</translation>
+    </message>
+    <message>
+        <source>(kept in %1)</source>
+        <translation>(mantido em %1)</translation>
     </message>
 </context>
 <context>

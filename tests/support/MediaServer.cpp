@@ -76,13 +76,17 @@ bool MediaServer::start()
             return QHttpServerResponse(QHttpServerResponder::StatusCode::Forbidden);
         return QHttpServerResponse("text/html", page(kTitle, kMediaPath));
     });
-    m_server.route(u"/playlist"_s, [] {
+    // A page with two videos, as a playlist, as a channel's uploads tab and as a plain page.
+    const auto twoVideos = [] {
         return QHttpServerResponse("text/html",
                                    "<!DOCTYPE html>\n<html><head><title>"_ba + kPlaylistTitle +
                                        "</title></head><body>\n<video src=\"" +
                                        kMediaPath.toUtf8() + "\"></video>\n<video src=\"" +
                                        kMediaPath.toUtf8() + "\"></video>\n</body></html>\n");
-    });
+    };
+    m_server.route(u"/playlist"_s, twoVideos);
+    m_server.route(u"/@loopback/videos"_s, twoVideos);
+    m_server.route(u"/watch/two.html"_s, twoVideos);
     m_server.route(kMediaPath, [this] { return QHttpServerResponse("video/webm", m_media); });
     m_server.route(kThumbnailPath,
                    [this] { return QHttpServerResponse("image/jpeg", m_thumbnail); });
@@ -121,6 +125,16 @@ QUrl MediaServer::titledPageUrl(const QString& title) const
     QUrl page = url(u"/titled"_s);
     page.setQuery(QUrlQuery{{u"t"_s, title}});
     return page;
+}
+
+QUrl MediaServer::twoVideosUrl() const
+{
+    return url(u"/watch/two.html"_s);
+}
+
+QUrl MediaServer::channelUrl() const
+{
+    return url(u"/@loopback"_s);
 }
 
 QUrl MediaServer::privatePageUrl() const

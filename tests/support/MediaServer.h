@@ -41,6 +41,12 @@ public:
     // A page embedding the clip twice, which yt-dlp lists as a playlist of two
     // ("kPlaylistTitle (1)" and "(2)").
     QUrl playlistUrl() const;
+    // The same two videos on a page of their own, which a rip takes both of.
+    QUrl twoVideosUrl() const;
+    // A channel's home page; its /videos tab lists the two videos.
+    QUrl channelUrl() const;
+    // The generated clip, to serve from another server.
+    QByteArray media() const { return m_media; }
     // The clip's page by a link that also names that playlist (watch?v=…&list=…).
     QUrl pageInPlaylistUrl() const;
     static constexpr const char* kPlaylistTitle = "Loopback Playlist";

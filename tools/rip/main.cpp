@@ -14,6 +14,7 @@
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
+#include "services/ScratchFolders.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -175,9 +176,12 @@ int main(int argc, char** argv)
     DownloadEngine engine(dependencies, history,
                           std::make_unique<QSettings>(scratch.filePath(QStringLiteral("rip.ini")),
                                                       QSettings::IniFormat));
-    if (parser.isSet(destOption))
-        engine.setTargetFolder(
-            QUrl::fromLocalFile(QFileInfo(parser.value(destOption)).absoluteFilePath()));
+    if (parser.isSet(destOption)) {
+        const QString dest = QFileInfo(parser.value(destOption)).absoluteFilePath();
+        engine.setTargetFolder(QUrl::fromLocalFile(dest));
+        // What a dead run left in this folder; a live one's locked scratch folder stays.
+        ScratchFolders::sweep(dest);
+    }
     engine.setEmbedArtwork(!parser.isSet(noArtworkOption));
     engine.setEmbedMetadata(!parser.isSet(noTagsOption));
     if (parser.isSet(cookiesOption)) {

@@ -2,6 +2,7 @@
 
 #include "models/ToolAdvice.h"
 #include "services/BatchRunner.h"
+#include "services/DownloadEngine.h"
 
 BatchQueueModel::BatchQueueModel(BatchRunner& runner, QObject* parent)
     : QAbstractListModel(parent)
@@ -75,14 +76,16 @@ QVariant BatchQueueModel::data(const QModelIndex& index, int role) const
     case SkippedRole:
         return item.alreadyInLibrary;
     case DetailRole: {
-        // A playlist's listing may know only one of the two.
-        if (!item.metadata)
-            return QString();
-        const QString& channel = item.metadata->channel;
-        const QString& duration = item.metadata->duration;
-        if (channel.isEmpty() || duration.isEmpty())
-            return QString(channel + duration);
-        return QString(channel + u" \u2022 " + duration);
+        // A playlist's listing may know only one of the two; a rip of a page with several
+        // videos says how many more files it made.
+        QStringList parts;
+        if (item.metadata) {
+            parts << item.metadata->channel << item.metadata->duration;
+            parts.removeAll(QString());
+        }
+        if (item.moreFiles > 0)
+            parts << DownloadEngine::moreTracksText(item.moreFiles);
+        return parts.join(u" \u2022 ");
     }
     default:
         return {};

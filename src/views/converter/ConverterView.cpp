@@ -628,8 +628,13 @@ void ConverterView::updateStatus()
     }
 
     m_successCard->setVisible(kind == Kind::completed);
-    if (kind == Kind::completed)
-        m_fileNameLabel->setText(QFileInfo(status.filePath()).fileName());
+    if (kind == Kind::completed) {
+        // A page with several videos makes several files: the first is named, the rest counted.
+        const int more = m_services.engine.lastRipMoreCount();
+        const QString name = QFileInfo(status.filePath()).fileName();
+        m_fileNameLabel->setText(
+            more > 0 ? QString(name + u' ' + DownloadEngine::moreTracksText(more)) : name);
+    }
 
     m_failureCard->setVisible(kind == Kind::failed);
     const ToolAdvice::Kind adviceKind =
