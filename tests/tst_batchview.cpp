@@ -305,6 +305,31 @@ private slots:
         QTest::mouseClick(m_view->ripAllButton(), Qt::LeftButton);
         QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
         QCOMPARE(m_view->countLabel()->text(), u"2 of 2 completed"_s);
+
+        // The library's changes reach the batch as they happen: a removed record no longer
+        // counts, another format never did, and a cleared library holds nothing.
+        m_env->history().waitForLoad();
+        for (const HistoryTrack& track : m_env->history().tracks()) {
+            if (BatchRunner::videoId(track.youtubeUrl) == u"ok2")
+                m_env->history().removeTrack(track);
+        }
+        HistoryTrack other = held;
+        other.id = QUuid::createUuid();
+        other.youtubeUrl = link(u"ok3"_s);
+        other.filePath = u"/m/ok3.flac"_s;
+        other.format = AudioFormat::flac;
+        m_env->history().addTrack(other);
+        const auto skipped = [&] {
+            runner().clearQueue();
+            queue({u"ok1"_s, u"ok2"_s, u"ok3"_s});
+            QList<bool> flags;
+            for (const BatchItem& item : runner().queue())
+                flags << item.alreadyInLibrary;
+            return flags;
+        };
+        QCOMPARE(skipped(), (QList<bool>{true, false, false}));
+        m_env->history().clearAll();
+        QCOMPARE(skipped(), (QList<bool>{false, false, false}));
     }
 };
 

@@ -43,7 +43,22 @@ BatchRunner::BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject*
     , m_engine(engine)
     , m_history(history)
 {
-    connect(&m_history, &HistoryStore::tracksChanged, this, [this] { m_libraryFormat.reset(); });
+    // The "Already in Library" counts follow the store change by change.
+    connect(&m_history, &HistoryStore::tracksReplaced, this, [this] {
+        m_libraryCounts.clear();
+        m_libraryCounted = false;
+    });
+    connect(&m_history, &HistoryStore::trackAdded, this,
+            [this](const HistoryTrack& track, const QList<HistoryTrack>& replaced) {
+                for (const HistoryTrack& earlier : replaced)
+                    countRecord(earlier, -1);
+                countRecord(track, 1);
+            });
+    connect(&m_history, &HistoryStore::tracksRemoved, this,
+            [this](const QList<HistoryTrack>& removed) {
+                for (const HistoryTrack& track : removed)
+                    countRecord(track, -1);
+            });
 }
 
 // Running jobs go with their parent, each ending its tool.
@@ -188,23 +203,38 @@ bool BatchRunner::addPlaylist(const QString& link)
     return true;
 }
 
-const QSet<QString>& BatchRunner::libraryIds()
+namespace {
+QString libraryKey(AudioFormat format, const QString& id)
 {
-    const AudioFormat format = m_engine.selectedFormat();
-    if (m_libraryFormat != format) {
-        m_libraryIds.clear();
-        for (const HistoryTrack& track : m_history.tracks()) {
-            if (track.format == format)
-                m_libraryIds.insert(videoId(track.youtubeUrl));
-        }
-        m_libraryFormat = format;
+    return format.rawValue() + u'|' + id;
+}
+} // namespace
+
+void BatchRunner::countRecord(const HistoryTrack& track, int delta)
+{
+    if (!m_libraryCounted)
+        return;
+    const QString key = libraryKey(track.format, videoId(track.youtubeUrl));
+    const int count = m_libraryCounts.value(key) + delta;
+    if (count > 0)
+        m_libraryCounts.insert(key, count);
+    else
+        m_libraryCounts.remove(key);
+}
+
+bool BatchRunner::inLibrary(const QString& id, AudioFormat format)
+{
+    if (!m_libraryCounted) {
+        m_libraryCounted = true;
+        for (const HistoryTrack& track : m_history.tracks())
+            countRecord(track, 1);
     }
-    return m_libraryIds;
+    return m_libraryCounts.contains(libraryKey(format, id));
 }
 
 int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries)
 {
-    const QSet<QString>& inLibrary = libraryIds();
+    const AudioFormat format = m_engine.selectedFormat();
     QSet<QString> queued;
     for (const BatchItem& item : std::as_const(m_queue))
         queued.insert(queueKey(item.url, item.playlistItem));
@@ -219,7 +249,7 @@ int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries)
         if (!entry.metadata.title.isEmpty())
             item.metadata = entry.metadata;
         // Items of one playlist link share it, so the library cannot tell them apart.
-        item.alreadyInLibrary = entry.playlistItem == 0 && inLibrary.contains(key);
+        item.alreadyInLibrary = entry.playlistItem == 0 && inLibrary(key, format);
     }
     if (added.isEmpty())
         return 0;

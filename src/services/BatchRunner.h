@@ -2,6 +2,7 @@
 
 #include "models/AudioFormat.h"
 #include "models/BatchItem.h"
+#include "models/HistoryTrack.h"
 #include "models/PlaylistEntry.h"
 
 #include <QHash>
@@ -135,10 +136,13 @@ private:
     bool m_isProcessing = false;
     qint64 m_currentProcessingIndex = 0;
     QHash<QUuid, QPointer<ExtractionJob>> m_running;
-    // The ids the library holds in m_libraryFormat; rebuilt when either changes.
-    const QSet<QString>& libraryIds();
-    QSet<QString> m_libraryIds;
-    std::optional<AudioFormat> m_libraryFormat;
+    // Whether the library holds this video (by videoId) in format.
+    bool inLibrary(const QString& id, AudioFormat format);
+    void countRecord(const HistoryTrack& track, int delta);
+    // How many records the library holds of each format and video ("mp3|id"): counted once
+    // after the whole library is replaced, then kept up to date from the store's changes.
+    QHash<QString, int> m_libraryCounts;
+    bool m_libraryCounted = false;
     QStringList m_playlistsToExpand;
     PlaylistListing* m_listing = nullptr;
     QString m_expansionError;

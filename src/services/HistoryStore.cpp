@@ -53,11 +53,20 @@ QString write(const QString& filePath, bool& mustKeepAside, const QList<HistoryT
     return QString();
 }
 
-void removeWhere(QList<HistoryTrack>& tracks, const std::function<bool(const HistoryTrack&)>& drop)
+// Removes the records drop picks and gives them.
+QList<HistoryTrack> takeWhere(QList<HistoryTrack>& tracks,
+                              const std::function<bool(const HistoryTrack&)>& drop)
 {
+    QList<HistoryTrack> taken;
     // Most adds drop nothing; the list is only copied when a record goes.
-    if (std::any_of(tracks.cbegin(), tracks.cend(), drop))
-        tracks.removeIf(drop);
+    if (std::none_of(tracks.cbegin(), tracks.cend(), drop))
+        return taken;
+    for (const HistoryTrack& track : std::as_const(tracks)) {
+        if (drop(track))
+            taken.append(track);
+    }
+    tracks.removeIf(drop);
+    return taken;
 }
 } // namespace
 
@@ -178,19 +187,24 @@ void HistoryStore::publishLoaded(Loaded loaded)
     for (const Change& apply : m_changesWhileLoading)
         apply(m_tracks);
     m_changesWhileLoading.clear();
+    emit tracksReplaced();
     emit tracksChanged();
     emit isLoadingChanged();
     if (changedMeanwhile)
         save();
 }
 
-void HistoryStore::change(Change apply)
+void HistoryStore::change(Change apply, const std::function<void()>& announce)
 {
     // The file is read before anything is written over it.
     load();
     apply(m_tracks);
     if (m_state == State::loading)
         m_changesWhileLoading.push_back(std::move(apply));
+    if (m_state == State::loaded && announce)
+        announce();
+    else
+        emit tracksReplaced();
     emit tracksChanged();
     if (m_state == State::loaded)
         save();
@@ -223,39 +237,50 @@ void HistoryStore::saveEnded(const QString& error)
 
 void HistoryStore::addTrack(const HistoryTrack& track)
 {
-    change([track](QList<HistoryTrack>& tracks) {
-        removeWhere(tracks, [&track](const HistoryTrack& record) {
-            return record.filePath == track.filePath || record.id == track.id;
-        });
-        tracks.prepend(track);
-    });
+    // Held apart from the change, which runs again once the file is in.
+    auto replaced = std::make_shared<QList<HistoryTrack>>();
+    change(
+        [track, replaced](QList<HistoryTrack>& tracks) {
+            *replaced = takeWhere(tracks, [&track](const HistoryTrack& record) {
+                return record.filePath == track.filePath || record.id == track.id;
+            });
+            tracks.prepend(track);
+        },
+        [this, track, replaced] { emit trackAdded(track, *replaced); });
 }
 
 void HistoryStore::updateDetails(const QUuid& id, const VideoMetadata& metadata)
 {
-    change([id, metadata](QList<HistoryTrack>& tracks) {
-        for (HistoryTrack& track : tracks) {
-            if (track.id != id)
-                continue;
-            track.title = metadata.title;
-            track.channel = metadata.channel;
-            track.duration = metadata.duration;
-            track.thumbnailUrl = metadata.thumbnailUrl;
-        }
-    });
+    change(
+        [id, metadata](QList<HistoryTrack>& tracks) {
+            for (HistoryTrack& track : tracks) {
+                if (track.id != id)
+                    continue;
+                track.title = metadata.title;
+                track.channel = metadata.channel;
+                track.duration = metadata.duration;
+                track.thumbnailUrl = metadata.thumbnailUrl;
+            }
+        },
+        [this, id] { emit trackUpdated(id); });
 }
 
 void HistoryStore::removeTrack(const QSet<int>& positions)
 {
     if (m_state == State::loaded) {
-        change([positions](QList<HistoryTrack>& tracks) {
-            QList<HistoryTrack> kept;
-            for (qsizetype i = 0; i < tracks.size(); ++i) {
-                if (!positions.contains(static_cast<int>(i)))
-                    kept.append(tracks.at(i));
-            }
-            tracks = std::move(kept);
-        });
+        auto removed = std::make_shared<QList<HistoryTrack>>();
+        change(
+            [positions, removed](QList<HistoryTrack>& tracks) {
+                QList<HistoryTrack> kept;
+                for (qsizetype i = 0; i < tracks.size(); ++i) {
+                    if (!positions.contains(static_cast<int>(i)))
+                        kept.append(tracks.at(i));
+                    else
+                        removed->append(tracks.at(i));
+                }
+                tracks = std::move(kept);
+            },
+            [this, removed] { emit tracksRemoved(*removed); });
         return;
     }
     // The positions name records of the list as it is now; once the file is in, only their
@@ -266,15 +291,19 @@ void HistoryStore::removeTrack(const QSet<int>& positions)
             ids.insert(m_tracks.at(position).id);
     }
     change([ids](QList<HistoryTrack>& tracks) {
-        removeWhere(tracks, [&ids](const HistoryTrack& record) { return ids.contains(record.id); });
+        takeWhere(tracks, [&ids](const HistoryTrack& record) { return ids.contains(record.id); });
     });
 }
 
 void HistoryStore::removeTrack(const HistoryTrack& track)
 {
-    change([id = track.id](QList<HistoryTrack>& tracks) {
-        removeWhere(tracks, [&id](const HistoryTrack& record) { return record.id == id; });
-    });
+    auto removed = std::make_shared<QList<HistoryTrack>>();
+    change(
+        [id = track.id, removed](QList<HistoryTrack>& tracks) {
+            *removed =
+                takeWhere(tracks, [&id](const HistoryTrack& record) { return record.id == id; });
+        },
+        [this, removed] { emit tracksRemoved(*removed); });
 }
 
 void HistoryStore::clearAll()

@@ -72,7 +72,15 @@ public:
     void waitForSaves();
 
 signals:
+    // After every change; the three before it say which, for lists that follow row by row.
     void tracksChanged();
+    // track went in at the top; replaced are the earlier records it stands in for.
+    void trackAdded(const HistoryTrack& track, const QList<HistoryTrack>& replaced);
+    void tracksRemoved(const QList<HistoryTrack>& removed);
+    // The record with this id has new details; its place and link are as they were.
+    void trackUpdated(const QUuid& id);
+    // The whole list is another now (the file read, the library cleared).
+    void tracksReplaced();
     void isLoadingChanged();
     void lastSaveErrorChanged();
 
@@ -91,10 +99,10 @@ private:
         bool claimed = true;
     };
     using Change = std::function<void(QList<HistoryTrack>&)>;
-
     // Applies a change to the list now and, while the file is being read, again on top of
-    // what it holds once it is in.
-    void change(Change apply);
+    // what it holds once it is in. announce says what changed once the file is in; before
+    // that, or without one, the whole list counts as replaced.
+    void change(Change apply, const std::function<void()>& announce = {});
     void publishLoaded(Loaded loaded);
     void save();
     void saveEnded(const QString& error);
