@@ -24,13 +24,17 @@ RunReport RunReport::parse(QByteArrayView bytes, const QString& link)
         std::optional<VideoMetadata> metadata = MetadataFetch::fromJson(json, link);
         if (!metadata)
             continue;
-        report.metadata = metadata;
         simdjson::dom::object object;
-        std::string_view path;
         if (parser.parse(json.constData(), static_cast<size_t>(json.size()))
                 .get_object()
-                .get(object) ||
-            object["filepath"].get_string().get(path) || path.empty())
+                .get(object))
+            continue;
+        // A page that says nothing of the length (a bare <video>) has an unknown one, not 0:00.
+        if (!object["duration"].is_number())
+            metadata->duration = QStringLiteral("--:--");
+        report.metadata = metadata;
+        std::string_view path;
+        if (object["filepath"].get_string().get(path) || path.empty())
             continue;
         const QString filePath =
             QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));

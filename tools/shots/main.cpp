@@ -458,6 +458,19 @@ void shootRealRip(Shooter& shoot)
         shoot(window, u"rip-batch-running"_s);
     waitFor([&] { return !batch->runner().isProcessing(); }, 120000);
     shoot(window, u"rip-batch-done"_s);
+
+    // A page with two videos makes two files: the row and the converter count the second.
+    QUrl two = server.twoVideosUrl();
+    two.setQuery(u"via=youtu.be"_s);
+    batch->runner().addUrlsToQueue(two.toString());
+    batch->ripAllButton()->click();
+    waitFor([&] { return batch->runner().isProcessing(); }, 5000);
+    waitFor([&] { return !batch->runner().isProcessing(); }, 180000);
+    shoot(window, u"rip-batch-two-files"_s);
+    content->setSelectedTab(NavigationItem::convert);
+    engine.startExtraction(server.twoVideosUrl().toString());
+    waitFor([&] { return !engine.currentStatus().isBusy(); }, 180000);
+    shoot(window, u"rip-converter-two-files"_s);
     env.history().waitForSaves();
 }
 
