@@ -90,6 +90,31 @@ bool finished(QProcess& process, int timeoutMs)
     return QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, timeoutMs);
 }
 
+// A page with one <video> whose media comes slowly (Throttle) or stops halfway (Stall), so a
+// rip of it is surely still running a moment after it starts. Gives the page's link.
+QString serveSlowPage(LoopbackHttpServer& server, const QByteArray& title, const QByteArray& media,
+                      LoopbackHttpServer::Mode mode)
+{
+    if (!server.start())
+        return {};
+    server.serve(u"/slow.webm"_s, media, 200, mode);
+    server.serve(u"/youtube.com/slow"_s, "<!DOCTYPE html><html><head><title>" + title +
+                                             "</title></head><body><video src=\"/slow.webm\">"
+                                             "</video></body></html>\n");
+    return server.url(u"/youtube.com/slow"_s).toString();
+}
+
+// Waits until a veldtone-rip's status lines show its download under way; output gathers them.
+bool downloading(QProcess& rip, QByteArray& output)
+{
+    return QTest::qWaitFor(
+        [&] {
+            output += rip.readAllStandardOutput();
+            return output.contains("\"progress\":0.");
+        },
+        60000);
+}
+
 const QString kTitle = QString::fromUtf8(MediaServer::kTitle);
 const QString kAuthor = QString::fromUtf8(MediaServer::kAuthor);
 
@@ -342,24 +367,15 @@ private slots:
         QFETCH(int, signalNumber);
         // Half the media comes, then nothing: the rip is surely running when the signal does.
         LoopbackHttpServer server;
-        QVERIFY(server.start());
-        server.serve(u"/stalled.webm"_s, QByteArray(1 << 20, 'v'), 200,
-                     LoopbackHttpServer::Mode::Stall);
-        server.serve(u"/youtube.com/stalled"_s,
-                     "<!DOCTYPE html><html><head><title>Stalled</title></head><body>"
-                     "<video src=\"/stalled.webm\"></video></body></html>\n");
-        const QString link = server.url(u"/youtube.com/stalled"_s).toString();
+        const QString link = serveSlowPage(server, "Stalled", QByteArray(1 << 20, 'v'),
+                                           LoopbackHttpServer::Mode::Stall);
+        QVERIFY(!link.isEmpty());
         QTemporaryDir dest;
         QProcess rip;
         rip.start(qEnvironmentVariable("VELDTONE_RIP"),
                   {u"--dest"_s, dest.path(), u"--library"_s, dest.filePath(u"lib"_s), link});
         QByteArray output;
-        QVERIFY(QTest::qWaitFor(
-            [&] {
-                output += rip.readAllStandardOutput();
-                return output.contains("\"progress\":0.");
-            },
-            60000));
+        QVERIFY(downloading(rip, output));
         ::kill(static_cast<pid_t>(rip.processId()), signalNumber);
         QVERIFY(finished(rip, 5000));
         QVERIFY(QTest::qWaitFor([&] { return EngineFixture::processesMentioning(link).isEmpty(); },
@@ -445,23 +461,16 @@ private slots:
     void twoProcessesShareAFolder()
     {
         LoopbackHttpServer slow;
-        QVERIFY(slow.start());
-        slow.serve(u"/slow.webm"_s, m_server->media(), 200, LoopbackHttpServer::Mode::Throttle);
-        slow.serve(u"/youtube.com/slow"_s,
-                   "<!DOCTYPE html><html><head><title>Slow One</title></head><body>"
-                   "<video src=\"/slow.webm\"></video></body></html>\n");
+        const QString slowLink =
+            serveSlowPage(slow, "Slow One", m_server->media(), LoopbackHttpServer::Mode::Throttle);
+        QVERIFY(!slowLink.isEmpty());
         QTemporaryDir dest;
         const QString rip = qEnvironmentVariable("VELDTONE_RIP");
         QProcess first;
-        first.start(rip, {u"--format"_s, u"opus"_s, u"--no-artwork"_s, u"--dest"_s, dest.path(),
-                          slow.url(u"/youtube.com/slow"_s).toString()});
+        first.start(
+            rip, {u"--format"_s, u"opus"_s, u"--no-artwork"_s, u"--dest"_s, dest.path(), slowLink});
         QByteArray output;
-        QVERIFY(QTest::qWaitFor(
-            [&] {
-                output += first.readAllStandardOutput();
-                return output.contains("\"progress\":0.");
-            },
-            60000));
+        QVERIFY(downloading(first, output));
         QProcess second;
         second.start(rip, {u"--format"_s, u"opus"_s, u"--no-artwork"_s, u"--dest"_s, dest.path(),
                            m_server->pageUrl().toString()});
@@ -484,11 +493,9 @@ private slots:
     void moveThatFailsLosesNothing()
     {
         LoopbackHttpServer slow;
-        QVERIFY(slow.start());
-        slow.serve(u"/slow.webm"_s, m_server->media(), 200, LoopbackHttpServer::Mode::Throttle);
-        slow.serve(u"/youtube.com/slow"_s,
-                   "<!DOCTYPE html><html><head><title>Kept</title></head><body>"
-                   "<video src=\"/slow.webm\"></video></body></html>\n");
+        const QString slowLink =
+            serveSlowPage(slow, "Kept", m_server->media(), LoopbackHttpServer::Mode::Throttle);
+        QVERIFY(!slowLink.isEmpty());
         QTemporaryDir root;
         const QString dest = root.filePath(u"music"_s);
         const QString library = root.filePath(u"library"_s);
@@ -501,7 +508,7 @@ private slots:
                                dest,
                                u"--library"_s,
                                library,
-                               slow.url(u"/youtube.com/slow"_s).toString()};
+                               slowLink};
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         if (::geteuid() == 0) {
             for (const QString& folder : {root.path(), dest, library})
@@ -518,12 +525,7 @@ private slots:
         rip.setProcessEnvironment(environment);
         rip.start(command.takeFirst(), command);
         QByteArray output;
-        QVERIFY(QTest::qWaitFor(
-            [&] {
-                output += rip.readAllStandardOutput();
-                return output.contains("\"progress\":0.");
-            },
-            60000));
+        QVERIFY(downloading(rip, output));
         QVERIFY(QFile::setPermissions(dest, QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
                                                 QFile::ExeOther));
         const auto restore = qScopeGuard([&] {
