@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Engine figures: how fast tool output becomes published status, and what driving yt-dlp
 // through the engine costs over running the same command line bare.
 #include "Bench.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Library figures: start-up load, one add with its save, a whole save, and one search
 // keystroke, at 10,000 and 100,000 realistic records.
 #include "Bench.h"

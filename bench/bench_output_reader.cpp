@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How fast the reader turns a long yt-dlp log into statuses, read in pipe-sized chunks.
 #include "Bench.h"
 #include "services/FilePathTracker.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Screen figures: opening the library screen over 100,000 records, one search keystroke there,
 // queueing 1,000 links on the batch screen, and expanding a playlist of 1,000 there. Each is
 // measured until the list has repainted.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds arbitrary text to the batch screen's link filter: every kept line is trimmed, not empty,
 // names the video service, and appears in the input; the filter never keeps more lines than
 // the text has.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds arbitrary bytes to the library file reader: it must fail cleanly or give records that
 // survive a save and load unchanged.
 #include "models/HistoryTrackJson.h"

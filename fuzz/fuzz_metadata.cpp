@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds arbitrary bytes to the readers of yt-dlp's metadata dump, of a run's report lines and
 // of a playlist listing's line: no crash, and any result has a duration that is not negative
 // and a text that matches it; an entry is ripped by a web link or as a playlist item.

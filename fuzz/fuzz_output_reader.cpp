@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds arbitrary bytes to the tool-output reader in reads of varying size, and the same bytes
 // as an error stream. The first two bytes choose the job's format and quality and the read size.
 #include "services/FilePathTracker.h"

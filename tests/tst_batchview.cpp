@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "services/BatchRunner.h"
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/SingleInstance.h"
 #include "services/BatchRunner.h"
 #include "support/ScreenFixture.h"

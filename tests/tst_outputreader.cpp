@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "models/DownloadStatus.h"
 #include "services/FilePathTracker.h"
 #include "services/ToolOutputReader.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/PlayerBackend.h"
 #include "services/AudioPlayerService.h"
 #include "support/TestSupport.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "services/ToolRun.h"
 #include "support/EngineFixture.h"
 #include "support/TestSupport.h"

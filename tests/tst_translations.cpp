@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Translations.h"
 #include "support/ScreenFixture.h"
 #include "views/batch/BatchQueueModel.h"

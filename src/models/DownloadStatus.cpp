@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "DownloadStatus.h"
 
 DownloadStatus DownloadStatus::downloading(double progress, const QString& speed,

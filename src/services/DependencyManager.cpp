@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "DependencyManager.h"
 
 #include "models/ToolVersion.h"

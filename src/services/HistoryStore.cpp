@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "HistoryStore.h"
 
 #include "models/HistoryTrackJson.h"

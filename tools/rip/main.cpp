@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // veldtone-rip: one extraction through DownloadEngine without the window, for the end-to-end
 // tests, the benchmark and checking a release by hand.
 //

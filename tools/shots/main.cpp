@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Renders the main window on each destination and in each state worth looking at, with real
 // services working in temporary homes, and saves one PNG per view.
 //

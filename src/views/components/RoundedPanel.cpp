@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/components/RoundedPanel.h"
 
 #include "views/components/Theme.h"

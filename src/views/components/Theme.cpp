@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/components/Theme.h"
 
 #include "views/components/Symbols.h"
