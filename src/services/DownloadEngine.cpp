@@ -8,6 +8,7 @@
 #include "services/OutputFiles.h"
 #include "services/PlaylistListing.h"
 #include "services/ScratchFolders.h"
+#include "services/SettingsKeys.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -48,9 +49,7 @@ DownloadEngine::DownloadEngine(DependencyManager& dependencies, HistoryStore& hi
     : QObject(parent)
     , m_dependencies(dependencies)
     , m_history(history)
-    , m_settings(settings ? std::move(settings)
-                          : std::make_unique<QSettings>(QStringLiteral("Veldtone"),
-                                                        QStringLiteral("Veldtone")))
+    , m_settings(SettingsKeys::open(std::move(settings)))
     , m_usedFoldersFile(m_history.folderPath() + QStringLiteral("/scratch-folders"))
     , m_choices(EnginePreferences::load(*m_settings))
 {}

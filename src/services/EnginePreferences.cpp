@@ -1,21 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "EnginePreferences.h"
 
+#include "services/SettingsKeys.h"
+
 #include <QDir>
 #include <QSettings>
 #include <QStandardPaths>
 
 namespace {
-
-const QString kTargetFolderKey = QStringLiteral("targetFolder");
-const QString kDefaultFormatKey = QStringLiteral("defaultFormat");
-const QString kDefaultQualityKey = QStringLiteral("defaultQuality");
-const QString kEmbedArtworkKey = QStringLiteral("embedArtwork");
-const QString kEmbedMetadataKey = QStringLiteral("embedMetadata");
-const QString kCookiesKey = QStringLiteral("cookiesFromBrowser");
-const QString kSimultaneousKey = QStringLiteral("simultaneousRips");
-const QString kProxyKey = QStringLiteral("proxy");
-const QString kSpeedLimitKey = QStringLiteral("speedLimitKBps");
 
 std::optional<bool> readBoolean(const QVariant& value)
 {
@@ -93,34 +85,36 @@ OutputChoices load(const QSettings& settings)
 {
     OutputChoices choices;
     choices.targetFolder = defaultTargetFolder();
-    if (const auto text = readString(settings.value(kTargetFolderKey)); text && !text->isEmpty()) {
+    if (const auto text = readString(settings.value(SettingsKeys::targetFolder));
+        text && !text->isEmpty()) {
         const QUrl folder(*text, QUrl::StrictMode);
         if (folder.isValid())
             choices.targetFolder = folder;
     }
-    if (const auto text = readString(settings.value(kDefaultFormatKey))) {
+    if (const auto text = readString(settings.value(SettingsKeys::defaultFormat))) {
         if (const auto format = AudioFormat::fromRawValue(*text))
             choices.format = *format;
     }
-    if (const auto text = readString(settings.value(kDefaultQualityKey))) {
+    if (const auto text = readString(settings.value(SettingsKeys::defaultQuality))) {
         if (const auto quality = AudioQuality::fromRawValue(*text))
             choices.quality = *quality;
     }
-    if (const auto on = readBoolean(settings.value(kEmbedArtworkKey)))
+    if (const auto on = readBoolean(settings.value(SettingsKeys::embedArtwork)))
         choices.embedArtwork = *on;
-    if (const auto on = readBoolean(settings.value(kEmbedMetadataKey)))
+    if (const auto on = readBoolean(settings.value(SettingsKeys::embedMetadata)))
         choices.embedMetadata = *on;
     // Anything but a browser we offer would be handed to the tool as it stands.
-    if (const auto text = readString(settings.value(kCookiesKey));
+    if (const auto text = readString(settings.value(SettingsKeys::cookiesFromBrowser));
         text && cookieBrowsers().contains(*text))
         choices.cookiesFromBrowser = *text;
     bool isNumber = false;
-    const int rips = settings.value(kSimultaneousKey).toInt(&isNumber);
+    const int rips = settings.value(SettingsKeys::simultaneousRips).toInt(&isNumber);
     if (isNumber && rips >= 1 && rips <= 4)
         choices.simultaneousRips = rips;
-    if (const auto text = readString(settings.value(kProxyKey)); text && isUsableProxy(*text))
+    if (const auto text = readString(settings.value(SettingsKeys::proxy));
+        text && isUsableProxy(*text))
         choices.proxy = *text;
-    const int limit = settings.value(kSpeedLimitKey).toInt(&isNumber);
+    const int limit = settings.value(SettingsKeys::speedLimitKBps).toInt(&isNumber);
     if (isNumber && limit >= 0 && limit <= kMaxSpeedLimitKBps)
         choices.speedLimitKBps = limit;
     return choices;
@@ -128,15 +122,16 @@ OutputChoices load(const QSettings& settings)
 
 void save(QSettings& settings, const OutputChoices& choices)
 {
-    settings.setValue(kTargetFolderKey, choices.targetFolder.toString(QUrl::FullyEncoded));
-    settings.setValue(kDefaultFormatKey, choices.format.rawValue());
-    settings.setValue(kDefaultQualityKey, choices.quality.rawValue());
-    settings.setValue(kEmbedArtworkKey, choices.embedArtwork);
-    settings.setValue(kEmbedMetadataKey, choices.embedMetadata);
-    settings.setValue(kCookiesKey, choices.cookiesFromBrowser);
-    settings.setValue(kSimultaneousKey, choices.simultaneousRips);
-    settings.setValue(kProxyKey, choices.proxy);
-    settings.setValue(kSpeedLimitKey, choices.speedLimitKBps);
+    settings.setValue(SettingsKeys::targetFolder,
+                      choices.targetFolder.toString(QUrl::FullyEncoded));
+    settings.setValue(SettingsKeys::defaultFormat, choices.format.rawValue());
+    settings.setValue(SettingsKeys::defaultQuality, choices.quality.rawValue());
+    settings.setValue(SettingsKeys::embedArtwork, choices.embedArtwork);
+    settings.setValue(SettingsKeys::embedMetadata, choices.embedMetadata);
+    settings.setValue(SettingsKeys::cookiesFromBrowser, choices.cookiesFromBrowser);
+    settings.setValue(SettingsKeys::simultaneousRips, choices.simultaneousRips);
+    settings.setValue(SettingsKeys::proxy, choices.proxy);
+    settings.setValue(SettingsKeys::speedLimitKBps, choices.speedLimitKBps);
     settings.sync();
 }
 

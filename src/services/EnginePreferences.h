@@ -3,6 +3,7 @@
 
 #include "models/AudioFormat.h"
 #include "models/AudioQuality.h"
+#include "services/SettingsKeys.h"
 
 #include <QStringList>
 #include <QUrl>
@@ -12,19 +13,21 @@ class QSettings;
 // The user's output choices, as the engine holds them and keeps them between runs.
 struct OutputChoices
 {
-    AudioFormat format = AudioFormat::mp3;
-    AudioQuality quality = AudioQuality::k320;
+    AudioFormat format =
+        *AudioFormat::fromRawValue(QString::fromLatin1(SettingsKeys::defaultFormatDefault));
+    AudioQuality quality =
+        *AudioQuality::fromRawValue(QString::fromLatin1(SettingsKeys::defaultQualityDefault));
     QUrl targetFolder;
-    bool embedArtwork = true;
-    bool embedMetadata = true;
+    bool embedArtwork = SettingsKeys::embedArtworkDefault;
+    bool embedMetadata = SettingsKeys::embedMetadataDefault;
     // The browser whose cookies yt-dlp reads, as yt-dlp names it; empty for none.
     QString cookiesFromBrowser;
     // How many batch items rip at once, 1 to 4.
-    int simultaneousRips = 2;
+    int simultaneousRips = SettingsKeys::simultaneousRipsDefault;
     // The proxy every yt-dlp run goes through, as a link; empty for none.
     QString proxy;
     // yt-dlp's download speed limit in KB/s; 0 for none.
-    int speedLimitKBps = 0;
+    int speedLimitKBps = SettingsKeys::speedLimitKBpsDefault;
 };
 
 // Reads and writes the output choices under their settings keys.

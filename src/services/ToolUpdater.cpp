@@ -4,6 +4,7 @@
 #include "models/ToolVersion.h"
 #include "services/Background.h"
 #include "services/DependencyManager.h"
+#include "services/SettingsKeys.h"
 #include "services/ToolFiles.h"
 
 #include <QFile>
@@ -21,8 +22,6 @@ namespace {
 const QString kYtDlpName = u"yt-dlp"_s;
 const QString kDenoName = u"deno"_s;
 const QString kPreviousSuffix = u".previous"_s;
-const QString kCheckKey = u"checkToolUpdates"_s;
-const QString kLastCheckKey = u"lastToolUpdateCheck"_s;
 constexpr qint64 kCheckIntervalSeconds = 24 * 60 * 60;
 
 bool renamePath(const QString& from, const QString& to)
@@ -57,8 +56,7 @@ ToolUpdater::ToolUpdater(DependencyManager& tools, Options options,
     : QObject(parent)
     , m_tools(tools)
     , m_options(std::move(options))
-    , m_settings(settings ? std::move(settings)
-                          : std::make_unique<QSettings>(u"Veldtone"_s, u"Veldtone"_s))
+    , m_settings(SettingsKeys::open(std::move(settings)))
 {
     connect(&m_tools, &DependencyManager::ytDlpVersionChanged, this, &ToolUpdater::refreshState);
     connect(&m_tools, &DependencyManager::checkFinished, this, [this] {
@@ -95,20 +93,22 @@ QString ToolUpdater::ytDlpNote() const
 
 bool ToolUpdater::checksAutomatically() const
 {
-    return m_settings->value(kCheckKey, true).toBool();
+    return m_settings->value(SettingsKeys::checkToolUpdates, SettingsKeys::checkToolUpdatesDefault)
+        .toBool();
 }
 
 void ToolUpdater::setChecksAutomatically(bool on)
 {
     if (checksAutomatically() == on)
         return;
-    m_settings->setValue(kCheckKey, on);
+    m_settings->setValue(SettingsKeys::checkToolUpdates, on);
     emit checksAutomaticallyChanged();
 }
 
 QDateTime ToolUpdater::lastCheck() const
 {
-    return QDateTime::fromString(m_settings->value(kLastCheckKey).toString(), Qt::ISODate);
+    return QDateTime::fromString(m_settings->value(SettingsKeys::lastToolUpdateCheck).toString(),
+                                 Qt::ISODate);
 }
 
 QNetworkAccessManager& ToolUpdater::network()
@@ -147,7 +147,7 @@ void ToolUpdater::checkIfDue()
     if (!checksAutomatically() ||
         (last.isValid() && last <= now && last.secsTo(now) < kCheckIntervalSeconds))
         return;
-    m_settings->setValue(kLastCheckKey, now.toString(Qt::ISODate));
+    m_settings->setValue(SettingsKeys::lastToolUpdateCheck, now.toString(Qt::ISODate));
     checkForUpdates();
 }
 
