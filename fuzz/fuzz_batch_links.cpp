@@ -2,7 +2,7 @@
 // Feeds arbitrary text to the batch screen's link filter: every kept line is trimmed, not empty,
 // names the video service, and appears in the input; the filter never keeps more lines than
 // the text has.
-#include "services/BatchRunner.h"
+#include "models/Links.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const QString text =
         QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-    const QStringList links = BatchRunner::acceptedLinks(text);
+    const QStringList links = Links::accepted(text);
     if (links.size() > text.size())
         std::abort();
     for (const QString& link : links) {
@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             std::abort();
     }
     // Pasting never loses what was there.
-    const QString pasted = BatchRunner::pastedText(text, text);
+    const QString pasted = Links::pasted(text, text);
     if (!pasted.startsWith(text) || !pasted.endsWith(text))
         std::abort();
     return 0;

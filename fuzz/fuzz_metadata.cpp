@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds arbitrary bytes to the readers of yt-dlp's metadata dump, of a run's report lines and
 // of a playlist listing's line: no crash, and any result has a duration that is not negative
-// and a text that matches it; an entry is ripped by a web link or as a playlist item.
+// and a text that matches it (a report's may say "--:--", unknown, with no seconds); an entry
+// is ripped by a web link or as a playlist item.
 #include "services/MetadataFetch.h"
 #include "services/RunReport.h"
 
@@ -9,10 +10,14 @@
 #include <cstdlib>
 
 namespace {
-void check(const std::optional<VideoMetadata>& metadata)
+void check(const std::optional<VideoMetadata>& metadata, bool mayBeUnknown = false)
 {
-    if (metadata &&
-        (metadata->durationSeconds < 0 ||
+    if (!metadata)
+        return;
+    const bool unknown = mayBeUnknown && metadata->duration == u"--:--" &&
+                         metadata->durationSeconds == 0;
+    if (metadata->durationSeconds < 0 ||
+        (!unknown &&
          metadata->duration != VideoMetadata::formattedDuration(metadata->durationSeconds)))
         std::abort();
 }
@@ -24,8 +29,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QString link = QStringLiteral("https://example.com/watch?v=fuzz");
     check(MetadataFetch::fromJson(json, link));
     const RunReport report = RunReport::parse(json, link);
-    check(report.metadata);
+    check(report.metadata, true);
     for (const RunReport::File& file : report.files) {
+        check(file.metadata, true);
         if (file.path.isEmpty() || !report.metadata)
             std::abort();
     }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "models/Links.h"
 #include "services/BatchRunner.h"
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"
@@ -123,34 +124,6 @@ private slots:
             << QStringList{u"https://youtu.be/a"_s, u"https://youtu.be/b"_s,
                            u"https://youtu.be/c"_s};
     }
-    void listLinks_data()
-    {
-        QTest::addColumn<QString>("link");
-        QTest::addColumn<QString>("listedAs"); // empty: one video, ripped as it is
-        const QString yt = u"https://www.youtube.com"_s;
-        QTest::newRow("playlist") << yt + u"/playlist?list=PLx"_s << yt + u"/playlist?list=PLx"_s;
-        QTest::newRow("playlist without its list") << yt + u"/playlist"_s << QString();
-        QTest::newRow("video in a playlist") << yt + u"/watch?v=a&list=PLx"_s << QString();
-        QTest::newRow("handle") << yt + u"/@band"_s << yt + u"/@band/videos"_s;
-        QTest::newRow("handle's featured tab")
-            << yt + u"/@band/featured?x=1"_s << yt + u"/@band/videos"_s;
-        QTest::newRow("handle's streams") << yt + u"/@band/streams"_s << yt + u"/@band/streams"_s;
-        QTest::newRow("channel id") << yt + u"/channel/UC1"_s << yt + u"/channel/UC1/videos"_s;
-        QTest::newRow("custom name's shorts")
-            << yt + u"/c/band/shorts"_s << yt + u"/c/band/shorts"_s;
-        QTest::newRow("user") << yt + u"/user/band/"_s << yt + u"/user/band/videos"_s;
-        QTest::newRow("bare @") << yt + u"/@"_s << QString();
-        QTest::newRow("channel without a name") << yt + u"/channel"_s << QString();
-        QTest::newRow("short") << yt + u"/shorts/abc"_s << QString();
-    }
-    void listLinks()
-    {
-        QFETCH(QString, link);
-        QFETCH(QString, listedAs);
-        QCOMPARE(BatchRunner::listingLink(link), listedAs);
-        QCOMPARE(BatchRunner::isPlaylistLink(link), !listedAs.isEmpty());
-    }
-
     void lineFilter()
     {
         QFETCH(QString, text);
@@ -311,7 +284,7 @@ private slots:
         // counts, another format never did, and a cleared library holds nothing.
         m_env->history().waitForLoad();
         for (const HistoryTrack& track : m_env->history().tracks()) {
-            if (BatchRunner::videoId(track.youtubeUrl) == u"ok2")
+            if (Links::videoId(track.youtubeUrl) == u"ok2")
                 m_env->history().removeTrack(track);
         }
         HistoryTrack other = held;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "models/Links.h"
 #include "platform/ByteCountFormatter.h"
 #include "services/BatchRunner.h"
 #include "services/DetailsRefresher.h"
@@ -428,7 +429,7 @@ private slots:
         QVERIFY(fixture.isReady());
         BatchRunner batch(fixture.engine(), fixture.history());
         const QString channel = m_server->channelUrl().toString();
-        QVERIFY(BatchRunner::isPlaylistLink(channel));
+        QVERIFY(Links::isList(channel));
         batch.previewPlaylist(channel);
         QTRY_VERIFY_WITH_TIMEOUT(!batch.isPreviewListing(), 60000);
         QVERIFY2(batch.previewError().isEmpty(), qPrintable(batch.previewError()));

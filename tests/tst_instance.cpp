@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "models/Links.h"
 #include "platform/SingleInstance.h"
 #include "services/BatchRunner.h"
 #include "support/ScreenFixture.h"
@@ -20,30 +21,6 @@ class TestInstance : public QObject
     Q_OBJECT
 
 private slots:
-    void findsLinksAmongArguments_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QStringList>("links");
-        const QString link = u"https://www.youtube.com/watch?v=abc&list=x"_s;
-        QTest::newRow("web link") << QStringList{link} << QStringList{link};
-        QTest::newRow("own scheme") << QStringList{u"veldtone:"_s + link} << QStringList{link};
-        QTest::newRow("own scheme, slashes")
-            << QStringList{u"veldtone://"_s + link} << QStringList{link};
-        QTest::newRow("own scheme, encoded")
-            << QStringList{u"veldtone:https%3A%2F%2Fyoutu.be%2Fabc"_s}
-            << QStringList{u"https://youtu.be/abc"_s};
-        QTest::newRow("options, files and other schemes")
-            << QStringList{u"--reverse"_s, u"/tmp/a.mp3"_s, u"ftp://host/a"_s,
-                           u"https://"_s,  u"veldtone:"_s,  u"http://youtu.be/b"_s}
-            << QStringList{u"http://youtu.be/b"_s};
-    }
-    void findsLinksAmongArguments()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(QStringList, links);
-        QCOMPARE(SingleInstance::linksFromArguments(arguments), links);
-    }
-
     // A later start reaches the first one for the same folder only, and a socket left by a
     // crash does not stand in the way.
     void handsLinksToTheRunningInstance()

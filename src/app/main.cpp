@@ -2,6 +2,7 @@
 #include "AppServices.h"
 #include "ColorSchemeWatcher.h"
 #include "StartupStyle.h"
+#include "models/Links.h"
 #include "platform/SingleInstance.h"
 #include "platform/TerminationSignals.h"
 #include "platform/Translations.h"
@@ -64,7 +65,7 @@ int main(int argc, char** argv)
 
     // A second start hands its links to the running window and ends, so two copies never
     // write one library.
-    const QStringList links = SingleInstance::linksFromArguments(app.arguments().mid(1));
+    const QStringList links = Links::fromArguments(app.arguments().mid(1));
     SingleInstance instance(HistoryStore::defaultFolder());
     if (instance.handOver(links))
         return 0;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SingleInstance.h"
 
+#include "models/Links.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
@@ -15,7 +17,6 @@
 namespace {
 // A message larger than this is not from Veldtone; it is dropped.
 constexpr qint64 kMessageLimit = 1024 * 1024;
-const QString kScheme = QStringLiteral("veldtone:");
 } // namespace
 
 SingleInstance::SingleInstance(const QString& libraryFolder, QObject* parent)
@@ -38,28 +39,6 @@ QString SingleInstance::serverName(const QString& libraryFolder)
                 .arg(qEnvironmentVariable("USER", QStringLiteral("user")), hash));
     }
     return QDir(folderForSockets).filePath(QStringLiteral("veldtone-%1").arg(hash));
-}
-
-QStringList SingleInstance::linksFromArguments(const QStringList& arguments)
-{
-    QStringList links;
-    for (QString argument : arguments) {
-        argument = argument.trimmed();
-        if (argument.startsWith(kScheme, Qt::CaseInsensitive)) {
-            // A browser may send the carried link percent-encoded, or after "//".
-            argument = argument.mid(kScheme.size());
-            if (argument.startsWith(QStringLiteral("//")))
-                argument = argument.mid(2);
-            if (!argument.contains(u':'))
-                argument = QUrl::fromPercentEncoding(argument.toUtf8());
-        }
-        const QUrl url(argument, QUrl::StrictMode);
-        if (url.isValid() && !url.host().isEmpty() &&
-            (url.scheme() == QStringLiteral("https") || url.scheme() == QStringLiteral("http"))) {
-            links << argument;
-        }
-    }
-    return links;
 }
 
 bool SingleInstance::handOver(const QStringList& links, int timeoutMs)
@@ -114,7 +93,7 @@ void SingleInstance::accept()
             QStringList links;
             for (const QJsonValue& link : message.value(QStringLiteral("links")).toArray())
                 links << link.toString();
-            emit activated(linksFromArguments(links),
+            emit activated(Links::fromArguments(links),
                            message.value(QStringLiteral("activationToken")).toString().toUtf8());
         });
     }

@@ -18,10 +18,6 @@ public:
 
     // The local socket the instance for libraryFolder answers on.
     static QString serverName(const QString& libraryFolder);
-    // The links among a start's arguments: web links as they are, and "veldtone:" links with
-    // the web link they carry. Options and anything else are left out.
-    static QStringList linksFromArguments(const QStringList& arguments);
-
     // Sends links (none: just come to the front) to a running instance; true when one took
     // them. Waits at most timeoutMs, before this process has a window.
     bool handOver(const QStringList& links, int timeoutMs = 3000);

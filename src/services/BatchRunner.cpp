@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "BatchRunner.h"
 
+#include "models/Links.h"
 #include "services/DownloadEngine.h"
 #include "services/ExtractionJob.h"
 #include "services/HistoryStore.h"
@@ -11,32 +12,12 @@
 #include <QUrlQuery>
 
 namespace {
-// The video service's main web domain and its short-link domain, matched case-sensitively.
-const QString kMainDomain = QStringLiteral("youtube.com");
-const QString kShortDomain = QStringLiteral("youtu.be");
-
 // What makes a row the same as another: its video, or its place in a playlist.
 QString queueKey(const QString& link, int playlistItem)
 {
-    return playlistItem > 0 ? link + u'#' + QString::number(playlistItem)
-                            : BatchRunner::videoId(link);
+    return playlistItem > 0 ? link + u'#' + QString::number(playlistItem) : Links::videoId(link);
 }
 
-bool isNewline(QChar c)
-{
-    switch (c.unicode()) {
-    case u'\n':
-    case u'\r':
-    case u'\v':
-    case u'\f':
-    case 0x85:
-    case 0x2028:
-    case 0x2029:
-        return true;
-    default:
-        return false;
-    }
-}
 } // namespace
 
 BatchRunner::BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject* parent)
@@ -64,85 +45,6 @@ BatchRunner::BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject*
 
 // Running jobs go with their parent, each ending its tool.
 BatchRunner::~BatchRunner() = default;
-
-QStringList BatchRunner::acceptedLinks(const QString& text)
-{
-    QStringList links;
-    qsizetype start = 0;
-    for (qsizetype i = 0; i <= text.size(); ++i) {
-        if (i < text.size() && !isNewline(text.at(i)))
-            continue;
-        const QString line = text.mid(start, i - start).trimmed();
-        if (line.contains(kMainDomain) || line.contains(kShortDomain))
-            links.append(line);
-        start = i + 1;
-    }
-    return links;
-}
-
-QString BatchRunner::pastedText(const QString& editorText, const QString& clipboardText)
-{
-    return editorText.isEmpty() ? clipboardText : editorText + u'\n' + clipboardText;
-}
-
-QString BatchRunner::videoId(const QString& link)
-{
-    const QUrl url(link);
-    const QString host = url.host().toLower();
-    const QStringList segments = url.path().split(u'/', Qt::SkipEmptyParts);
-    QString id;
-    if (host == kShortDomain && !segments.isEmpty())
-        id = segments.front();
-    else if (host == kMainDomain || host.endsWith(u'.' + kMainDomain)) {
-        if (segments.size() >= 2 && segments.front() == u"shorts")
-            id = segments.at(1);
-        else if (segments == QStringList{QStringLiteral("watch")})
-            id = QUrlQuery(url).queryItemValue(QStringLiteral("v"));
-    }
-    return id.isEmpty() ? link : id;
-}
-
-bool BatchRunner::isPlaylistLink(const QString& link)
-{
-    return !listingLink(link).isEmpty();
-}
-
-QString BatchRunner::listingLink(const QString& link)
-{
-    QUrl url(link);
-    if (url.path() == u"/playlist")
-        return QUrlQuery(url).queryItemValue(QStringLiteral("list")).isEmpty() ? QString() : link;
-    const QStringList segments = url.path().split(u'/', Qt::SkipEmptyParts);
-    // How many segments name the channel: "@name", or "channel|c|user" and its name.
-    qsizetype named = 0;
-    if (!segments.isEmpty() && segments.first().startsWith(u'@') && segments.first().size() > 1)
-        named = 1;
-    else if (segments.size() >= 2 && (segments.first() == u"channel" || segments.first() == u"c" ||
-                                      segments.first() == u"user"))
-        named = 2;
-    if (named == 0)
-        return {};
-    static const QStringList listedAsTheyAre = {QStringLiteral("videos"), QStringLiteral("streams"),
-                                                QStringLiteral("shorts")};
-    if (segments.size() == named + 1 && listedAsTheyAre.contains(segments.last()))
-        return link;
-    url.setPath(u'/' + segments.first(named).join(u'/') + QStringLiteral("/videos"));
-    url.setQuery(QString());
-    url.setFragment(QString());
-    return url.toString();
-}
-
-QString BatchRunner::playlistOf(const QString& link)
-{
-    QUrl url(link);
-    const QString list = QUrlQuery(url).queryItemValue(QStringLiteral("list"));
-    if (list.isEmpty() || isPlaylistLink(link))
-        return {};
-    url.setPath(QStringLiteral("/playlist"));
-    url.setQuery(QUrlQuery{{QStringLiteral("list"), list}});
-    url.setFragment({});
-    return url.toString();
-}
 
 int BatchRunner::completedCount() const
 {
@@ -185,8 +87,8 @@ int BatchRunner::addUrlsToQueue(const QString& text)
 {
     QList<PlaylistEntry> entries;
     int playlists = 0;
-    for (const QString& link : acceptedLinks(text)) {
-        if (!isPlaylistLink(link))
+    for (const QString& link : Links::accepted(text)) {
+        if (!Links::isList(link))
             entries.append(PlaylistEntry{link, 0, {}});
         else if (addPlaylist(link))
             ++playlists;
@@ -197,7 +99,7 @@ int BatchRunner::addUrlsToQueue(const QString& text)
 bool BatchRunner::addPlaylist(const QString& link)
 {
     if (link.isEmpty() || m_playlistsToExpand.contains(link) ||
-        (m_listing && m_listing->link() == listingLink(link)))
+        (m_listing && m_listing->link() == Links::listing(link)))
         return false;
     m_playlistsToExpand.append(link);
     expandNext();
@@ -215,7 +117,7 @@ void BatchRunner::countRecord(const HistoryTrack& track, int delta)
 {
     if (!m_libraryCounted)
         return;
-    const QString key = libraryKey(track.format, videoId(track.youtubeUrl));
+    const QString key = libraryKey(track.format, Links::videoId(track.youtubeUrl));
     const int count = m_libraryCounts.value(key) + delta;
     if (count > 0)
         m_libraryCounts.insert(key, count);
@@ -269,7 +171,7 @@ void BatchRunner::expandNext()
         return;
     m_expansionError.clear();
     const QString link = m_playlistsToExpand.takeFirst();
-    m_listing = m_engine.newPlaylistListing(listingLink(link).isEmpty() ? link : listingLink(link),
+    m_listing = m_engine.newPlaylistListing(Links::isList(link) ? Links::listing(link) : link,
                                             &m_expansionError, this);
     if (!m_listing) {
         emit expansionChanged();
@@ -300,7 +202,7 @@ void BatchRunner::previewPlaylist(const QString& link)
         return;
     clearPreview();
     m_previewLink = link;
-    m_preview = m_engine.newPlaylistListing(listingLink(link).isEmpty() ? link : listingLink(link),
+    m_preview = m_engine.newPlaylistListing(Links::isList(link) ? Links::listing(link) : link,
                                             &m_previewError, this);
     if (!m_preview) {
         emit previewChanged();

@@ -38,23 +38,6 @@ public:
     BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject* parent = nullptr);
     ~BatchRunner() override;
 
-    // The trimmed lines of text that name a video-service link, in order.
-    static QStringList acceptedLinks(const QString& text);
-    // The editor text after pasting clipboardText into it.
-    static QString pastedText(const QString& editorText, const QString& clipboardText);
-    // What identifies a link's video: the id in its watch?v=, youtu.be/ or /shorts/ form,
-    // else the link itself.
-    static QString videoId(const QString& link);
-    // A link to a list and not one video: a /playlist page naming its list, or a channel's
-    // page (/@name, /channel/…, /c/…, /user/…) or one of its /videos, /streams or /shorts tabs.
-    static bool isPlaylistLink(const QString& link);
-    // The link a list link is listed by: a channel through its uploads tab ("/videos"; its
-    // home page mixes several tabs), anything else as it stands; empty for no list link.
-    static QString listingLink(const QString& link);
-    // The playlist a video link also names (watch?v=…&list=…) as a link of its own; empty
-    // when it names none.
-    static QString playlistOf(const QString& link);
-
     const QList<BatchItem>& queue() const { return m_queue; }
     bool isProcessing() const { return m_isProcessing; }
     qint64 currentProcessingIndex() const { return m_currentProcessingIndex; }

@@ -1,22 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DetailsRefresher.h"
 
+#include "models/Links.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "services/MetadataFetch.h"
-
-#include <QUrl>
-
-namespace {
-// Only a web address goes to the tool; a library edited by hand could hold anything, and a
-// text starting with "-" would be read as an option.
-bool isFetchableLink(const QString& link)
-{
-    const QUrl url(link, QUrl::StrictMode);
-    return !link.startsWith(u'-') && url.isValid() &&
-           (url.scheme() == u"http" || url.scheme() == u"https");
-}
-} // namespace
 
 DetailsRefresher::DetailsRefresher(DownloadEngine& engine, HistoryStore& history, QObject* parent)
     : QObject(parent)
@@ -47,7 +35,7 @@ int DetailsRefresher::refreshAll()
 {
     int queued = 0;
     for (const HistoryTrack& track : m_history.tracks()) {
-        if (hasFallbackDetails(track) && isFetchableLink(track.youtubeUrl) && enqueue(track))
+        if (hasFallbackDetails(track) && Links::isWebAddress(track.youtubeUrl) && enqueue(track))
             ++queued;
     }
     startMore();
@@ -75,7 +63,7 @@ void DetailsRefresher::startMore()
         const Item item = m_waiting.front();
         m_waiting.pop_front();
         MetadataFetch* fetch =
-            isFetchableLink(item.link) ? m_engine.newMetadataFetch(item.link, this) : nullptr;
+            Links::isWebAddress(item.link) ? m_engine.newMetadataFetch(item.link, this) : nullptr;
         if (!fetch) {
             itemDone();
             continue;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DownloadEngine.h"
 
+#include "models/Links.h"
 #include "services/DependencyManager.h"
 #include "services/ExtractionJob.h"
 #include "services/HistoryStore.h"
@@ -20,27 +21,6 @@
 namespace {
 
 const QString kUnknownSize = QStringLiteral("--");
-
-// Trims whitespace and the newline characters the platform knows (U+0085, U+2028, U+2029 too).
-QString trimmedLink(const QString& text)
-{
-    auto isSpace = [](QChar c) {
-        return c.isSpace() || c == QChar(0x85) || c == QChar(0x2028) || c == QChar(0x2029);
-    };
-    qsizetype begin = 0;
-    qsizetype end = text.size();
-    while (begin < end && isSpace(text.at(begin)))
-        ++begin;
-    while (end > begin && isSpace(text.at(end - 1)))
-        --end;
-    return text.mid(begin, end - begin);
-}
-
-// A link that starts with "-" would be read by yt-dlp as an option.
-bool isUsableLink(const QString& link)
-{
-    return !link.isEmpty() && !link.startsWith(QLatin1Char('-'));
-}
 
 } // namespace
 
@@ -182,8 +162,8 @@ std::optional<ToolInvocation> DownloadEngine::ytDlpInvocation() const
 MetadataFetch* DownloadEngine::newMetadataFetch(const QString& url, QObject* parent)
 {
     const std::optional<ToolInvocation> tool = ytDlpInvocation();
-    const QString link = trimmedLink(url);
-    if (!tool || !isUsableLink(link) || !QUrl(link, QUrl::StrictMode).isValid())
+    const QString link = Links::trimmed(url);
+    if (!tool || !Links::isUsable(link))
         return nullptr;
     return new MetadataFetch(*tool, link, m_silenceLimitMs, parent);
 }
@@ -196,11 +176,11 @@ PlaylistListing* DownloadEngine::newPlaylistListing(const QString& link, QString
         *refusal = missingToolText();
         return nullptr;
     }
-    if (!isUsableLink(trimmedLink(link))) {
+    if (!Links::isUsable(Links::trimmed(link))) {
         *refusal = invalidLinkText();
         return nullptr;
     }
-    return new PlaylistListing(*tool, trimmedLink(link), m_silenceLimitMs, parent);
+    return new PlaylistListing(*tool, Links::trimmed(link), m_silenceLimitMs, parent);
 }
 
 void DownloadEngine::savePreferences()
@@ -246,8 +226,8 @@ ExtractionJob* DownloadEngine::newJob(const QString& url, int playlistItem,
     request.format = format.value_or(m_choices.format);
     request.quality = quality.value_or(m_choices.quality);
     request.destination = folderPath(destination.value_or(m_choices.targetFolder));
-    request.link = trimmedLink(url);
-    if (!isUsableLink(request.link)) {
+    request.link = Links::trimmed(url);
+    if (!Links::isUsable(request.link)) {
         *refusal = invalidLinkText();
         return nullptr;
     }
@@ -420,7 +400,7 @@ void DownloadEngine::fetchMetadata(const QString& url, MetadataHandler done)
         emit currentMetadataChanged();
     }
     connect(fetch, &MetadataFetch::finished, this,
-            [this, fetch, link = trimmedLink(url),
+            [this, fetch, link = Links::trimmed(url),
              done = std::move(done)](const std::optional<VideoMetadata>& result) {
                 fetch->deleteLater();
                 m_metadataError = result ? QString() : fetch->error();

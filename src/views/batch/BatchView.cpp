@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/batch/BatchView.h"
 
+#include "models/Links.h"
 #include "services/BatchRunner.h"
 #include "views/batch/BatchItemDelegate.h"
 #include "views/batch/BatchQueueModel.h"
@@ -302,7 +303,7 @@ void BatchView::pasteClipboard()
     const QMimeData* clipboard = QGuiApplication::clipboard()->mimeData();
     if (!clipboard || !clipboard->hasText())
         return;
-    m_editor->setPlainText(BatchRunner::pastedText(m_editor->toPlainText(), clipboard->text()));
+    m_editor->setPlainText(Links::pasted(m_editor->toPlainText(), clipboard->text()));
     m_editor->moveCursor(QTextCursor::End);
 }
 

@@ -2,6 +2,7 @@
 #include "views/converter/ConverterView.h"
 
 #include "models/DownloadStatus.h"
+#include "models/Links.h"
 #include "models/ToolAdvice.h"
 #include "platform/DesktopServices.h"
 #include "services/AudioPlayerService.h"
@@ -444,7 +445,7 @@ QWidget* ConverterView::buildStatusGroup()
     m_queuePlaylistButton =
         smallButton(tr("Queue the whole playlist"), QStringLiteral("music.note.list"), success);
     connect(m_queuePlaylistButton, &QPushButton::clicked, this, [this] {
-        m_services.batch.addPlaylist(BatchRunner::playlistOf(m_services.engine.currentUrl()));
+        m_services.batch.addPlaylist(Links::playlistOf(m_services.engine.currentUrl()));
         emit navigationRequested(NavigationItem::batch);
     });
     successRow->addWidget(m_queuePlaylistButton);
@@ -534,7 +535,7 @@ void ConverterView::startRip()
     engine.savePreferences();
     // A playlist is offered to the batch rather than ripped here.
     const QString link = m_linkField->text().trimmed();
-    if (BatchRunner::isPlaylistLink(link)) {
+    if (Links::isList(link)) {
         m_services.batch.previewPlaylist(link);
         return;
     }
@@ -649,9 +650,8 @@ void ConverterView::updateStatus()
     m_adviceRow->setVisible(!advice.isEmpty());
 
     m_newRipButton->setVisible(kind == Kind::completed || kind == Kind::failed);
-    m_queuePlaylistButton->setVisible(
-        kind == Kind::completed &&
-        !BatchRunner::playlistOf(m_services.engine.currentUrl()).isEmpty());
+    m_queuePlaylistButton->setVisible(kind == Kind::completed &&
+                                      !Links::playlistOf(m_services.engine.currentUrl()).isEmpty());
     updatePlayButton();
     updateStartButton();
 }

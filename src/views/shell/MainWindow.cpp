@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/shell/MainWindow.h"
 
+#include "models/Links.h"
 #include "platform/DesktopNotifier.h"
 #include "platform/DesktopServices.h"
 #include "services/AudioPlayerService.h"
@@ -97,14 +98,12 @@ void MainWindow::dropEvent(QDropEvent* event)
             m_content->setSelectedTab(NavigationItem::batch);
     } else {
         // The converter takes the first link: a video-service one if there is one.
-        QStringList links = BatchRunner::acceptedLinks(text);
-        if (links.isEmpty())
-            links = text.trimmed().split(u'\n', Qt::SkipEmptyParts).mid(0, 1);
-        if (links.isEmpty())
+        const QString link = Links::firstOf(text);
+        if (link.isEmpty())
             return;
         m_content->setSelectedTab(NavigationItem::convert);
         if (auto* converter = qobject_cast<ConverterView*>(m_content->currentScreen()))
-            converter->setInputUrl(links.first().trimmed());
+            converter->setInputUrl(link);
     }
     event->acceptProposedAction();
 }
