@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DetailsRefresher.h"
 
+#include "models/DisplayTexts.h"
 #include "models/Links.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
@@ -17,7 +18,8 @@ DetailsRefresher::~DetailsRefresher() = default;
 
 bool DetailsRefresher::hasFallbackDetails(const HistoryTrack& track)
 {
-    return track.channel == u"YouTube" && track.duration == u"--:--";
+    return track.channel == DisplayTexts::kFallbackChannel &&
+           track.duration == DisplayTexts::kUnknownDuration;
 }
 
 QString DetailsRefresher::progressText() const

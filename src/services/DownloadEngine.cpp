@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DownloadEngine.h"
 
+#include "models/DisplayTexts.h"
 #include "models/Links.h"
 #include "services/DependencyManager.h"
 #include "services/ExtractionJob.h"
@@ -17,12 +18,6 @@
 #include <QTimer>
 #include <QUuid>
 #include <QtConcurrent/QtConcurrentRun>
-
-namespace {
-
-const QString kUnknownSize = QStringLiteral("--");
-
-} // namespace
 
 DownloadEngine::DownloadEngine(DependencyManager& dependencies, HistoryStore& history,
                                std::unique_ptr<QSettings> settings, QObject* parent)
@@ -328,11 +323,11 @@ QList<HistoryTrack> DownloadEngine::record(const ExtractionJob& job,
         } else {
             track.title = file.path.isEmpty() ? tr("Extracted Audio")
                                               : QFileInfo(file.path).completeBaseName();
-            track.channel = QStringLiteral("YouTube");
-            track.duration = QStringLiteral("--:--");
+            track.channel = DisplayTexts::kFallbackChannel;
+            track.duration = DisplayTexts::kUnknownDuration;
         }
         track.filePath = file.path;
-        track.fileSize = file.fileSize.value_or(kUnknownSize);
+        track.fileSize = file.fileSize.value_or(DisplayTexts::kUnknown);
         m_history.addTrack(track);
         tracks.append(track);
     }

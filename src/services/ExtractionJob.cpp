@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ExtractionJob.h"
 
+#include "models/DisplayTexts.h"
 #include "services/Background.h"
 #include "services/ExtractionArguments.h"
 #include "services/FilePathTracker.h"
@@ -15,10 +16,6 @@
 #include <QUuid>
 #include <QtConcurrent/QtConcurrentRun>
 
-namespace {
-const QString kUnknown = QStringLiteral("--");
-} // namespace
-
 ExtractionJob::ExtractionJob(Request request, QObject* parent)
     : QObject(parent)
     , m_request(std::move(request))
@@ -26,7 +23,8 @@ ExtractionJob::ExtractionJob(Request request, QObject* parent)
                                                  QUuid::createUuid().toString(QUuid::Id128)))
     , m_tracker(std::make_shared<FilePathTracker>())
     , m_reader(std::make_unique<ToolOutputReader>(m_request.format, m_request.quality, m_tracker))
-    , m_status(DownloadStatus::downloading(0, kUnknown, kUnknown, kUnknown))
+    , m_status(DownloadStatus::downloading(0, DisplayTexts::kUnknown, DisplayTexts::kUnknown,
+                                           DisplayTexts::kUnknown))
 {}
 
 ExtractionJob::~ExtractionJob()

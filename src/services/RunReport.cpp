@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RunReport.h"
 
+#include "models/DisplayTexts.h"
 #include "services/MetadataFetch.h"
 
 #include <QFile>
@@ -32,7 +33,7 @@ RunReport RunReport::parse(QByteArrayView bytes, const QString& link)
             continue;
         // A page that says nothing of the length (a bare <video>) has an unknown one, not 0:00.
         if (!object["duration"].is_number())
-            metadata->duration = QStringLiteral("--:--");
+            metadata->duration = DisplayTexts::kUnknownDuration;
         report.metadata = metadata;
         std::string_view path;
         if (object["filepath"].get_string().get(path) || path.empty())

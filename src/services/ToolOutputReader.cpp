@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ToolOutputReader.h"
 
+#include "models/DisplayTexts.h"
+
 #include <QCoreApplication>
 #include <QVarLengthArray>
 #include <algorithm>
@@ -12,8 +14,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QString kEmptyText = QStringLiteral("--");
 
 // Line ends beyond ASCII, found only after decoding.
 bool isWideLineEnd(QChar c)
@@ -34,7 +34,7 @@ QString textOrDash(QStringView piece, QString& previous)
 {
     const QStringView trimmed = piece.trimmed();
     if (trimmed.isEmpty())
-        return kEmptyText;
+        return DisplayTexts::kUnknown;
     if (trimmed != previous)
         previous = trimmed.toString();
     return previous;

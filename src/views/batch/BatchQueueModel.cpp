@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/batch/BatchQueueModel.h"
 
+#include "models/DisplayTexts.h"
 #include "models/ToolAdvice.h"
 #include "services/BatchRunner.h"
 #include "services/DownloadEngine.h"
@@ -86,7 +87,7 @@ QVariant BatchQueueModel::data(const QModelIndex& index, int role) const
         }
         if (item.moreFiles > 0)
             parts << DownloadEngine::moreTracksText(item.moreFiles);
-        return parts.join(u" \u2022 ");
+        return parts.join(DisplayTexts::kSeparator);
     }
     default:
         return {};
