@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/converter/ConverterView.h"
 
+#include "models/DisplayTexts.h"
 #include "models/DownloadStatus.h"
 #include "models/Links.h"
 #include "models/ToolAdvice.h"
@@ -193,7 +194,7 @@ QString ConverterView::rippingTitle(AudioFormat format, AudioQuality quality)
 {
     QString choice = format.rawValue().toUpper();
     if (format.supportsBitrate())
-        choice += QStringLiteral(" \u2022 ") + quality.shortName();
+        choice += DisplayTexts::kSeparator + quality.shortName();
     return tr("Rip Audio (%1)").arg(choice);
 }
 
@@ -622,7 +623,7 @@ void ConverterView::updateStatus()
         m_progressBar->setValue(qBound(0, qRound(status.progress() * 1000), 1000));
         m_speedLabel->setText(status.speed());
         // An unknown ETA is left out rather than shown as "--".
-        m_etaGroup->setVisible(status.eta() != QStringLiteral("--"));
+        m_etaGroup->setVisible(status.eta() != DisplayTexts::kUnknown);
         m_etaLabel->setText(tr("ETA: %1").arg(status.eta()));
         m_sizeLabel->setText(status.totalSize());
     } else if (kind == Kind::converting) {
@@ -662,7 +663,7 @@ void ConverterView::updateRipFacts()
     if (!metadata || !m_services.engine.currentStatus().isBusy())
         return;
     m_ripTitleLabel->setText(metadata->title);
-    m_ripDetailLabel->setText(metadata->channel + u" \u2022 " + metadata->duration);
+    m_ripDetailLabel->setText(metadata->channel + DisplayTexts::kSeparator + metadata->duration);
     m_ripFacts->show();
 }
 
