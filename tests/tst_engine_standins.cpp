@@ -228,9 +228,8 @@ private slots:
         QVERIFY(!result);
         QCOMPARE(engine.metadataError(), u"yt-dlp stopped answering."_s);
 
-        QString refusal;
         std::unique_ptr<PlaylistListing> listing(
-            engine.newPlaylistListing(u"https://example.com/playlist?list=x"_s, &refusal, nullptr));
+            engine.newPlaylistListing(u"https://example.com/playlist?list=x"_s, nullptr).run);
         QVERIFY(listing);
         QSignalSpy ended(listing.get(), &PlaylistListing::finished);
         listing->start();

@@ -171,8 +171,10 @@ void BatchRunner::expandNext()
         return;
     m_expansionError.clear();
     const QString link = m_playlistsToExpand.takeFirst();
-    m_listing = m_engine.newPlaylistListing(Links::isList(link) ? Links::listing(link) : link,
-                                            &m_expansionError, this);
+    const MadeRun<PlaylistListing> made =
+        m_engine.newPlaylistListing(Links::isList(link) ? Links::listing(link) : link, this);
+    m_listing = made.run;
+    m_expansionError = made.refusal;
     if (!m_listing) {
         emit expansionChanged();
         expandNext();
@@ -202,8 +204,10 @@ void BatchRunner::previewPlaylist(const QString& link)
         return;
     clearPreview();
     m_previewLink = link;
-    m_preview = m_engine.newPlaylistListing(Links::isList(link) ? Links::listing(link) : link,
-                                            &m_previewError, this);
+    const MadeRun<PlaylistListing> made =
+        m_engine.newPlaylistListing(Links::isList(link) ? Links::listing(link) : link, this);
+    m_preview = made.run;
+    m_previewError = made.refusal;
     if (!m_preview) {
         emit previewChanged();
         return;
@@ -355,11 +359,12 @@ void BatchRunner::startItem(int row)
 {
     const QUuid id = m_queue.at(row).id;
     m_currentProcessingIndex = row;
-    QString refusal;
-    ExtractionJob* job = m_engine.newJob(m_queue.at(row).url, m_queue.at(row).playlistItem,
-                                         std::nullopt, std::nullopt, std::nullopt, &refusal, this);
+    const MadeRun<ExtractionJob> made =
+        m_engine.newJob(m_queue.at(row).url, m_queue.at(row).playlistItem, std::nullopt,
+                        std::nullopt, std::nullopt, this);
+    ExtractionJob* job = made.run;
     if (!job) {
-        setStatus(id, DownloadStatus::failed(refusal));
+        setStatus(id, DownloadStatus::failed(made.refusal));
         return;
     }
     m_running.insert(id, job);

@@ -163,19 +163,14 @@ MetadataFetch* DownloadEngine::newMetadataFetch(const QString& url, QObject* par
     return new MetadataFetch(*tool, link, m_silenceLimitMs, parent);
 }
 
-PlaylistListing* DownloadEngine::newPlaylistListing(const QString& link, QString* refusal,
-                                                    QObject* parent)
+MadeRun<PlaylistListing> DownloadEngine::newPlaylistListing(const QString& link, QObject* parent)
 {
     const std::optional<ToolInvocation> tool = ytDlpInvocation();
-    if (!tool) {
-        *refusal = missingToolText();
-        return nullptr;
-    }
-    if (!Links::isUsable(Links::trimmed(link))) {
-        *refusal = invalidLinkText();
-        return nullptr;
-    }
-    return new PlaylistListing(*tool, Links::trimmed(link), m_silenceLimitMs, parent);
+    if (!tool)
+        return {nullptr, missingToolText()};
+    if (!Links::isUsable(Links::trimmed(link)))
+        return {nullptr, invalidLinkText()};
+    return {new PlaylistListing(*tool, Links::trimmed(link), m_silenceLimitMs, parent), {}};
 }
 
 void DownloadEngine::savePreferences()
@@ -206,26 +201,21 @@ QString DownloadEngine::invalidLinkText()
     return tr("Please enter a valid YouTube URL.");
 }
 
-ExtractionJob* DownloadEngine::newJob(const QString& url, int playlistItem,
-                                      std::optional<AudioFormat> format,
-                                      std::optional<AudioQuality> quality,
-                                      std::optional<QUrl> destination, QString* refusal,
-                                      QObject* parent)
+MadeRun<ExtractionJob> DownloadEngine::newJob(const QString& url, int playlistItem,
+                                              std::optional<AudioFormat> format,
+                                              std::optional<AudioQuality> quality,
+                                              std::optional<QUrl> destination, QObject* parent)
 {
     std::optional<ToolInvocation> tool = ytDlpInvocation();
-    if (!tool) {
-        *refusal = missingToolText();
-        return nullptr;
-    }
+    if (!tool)
+        return {nullptr, missingToolText()};
     ExtractionJob::Request request;
     request.format = format.value_or(m_choices.format);
     request.quality = quality.value_or(m_choices.quality);
     request.destination = folderPath(destination.value_or(m_choices.targetFolder));
     request.link = Links::trimmed(url);
-    if (!Links::isUsable(request.link)) {
-        *refusal = invalidLinkText();
-        return nullptr;
-    }
+    if (!Links::isUsable(request.link))
+        return {nullptr, invalidLinkText()};
     request.playlistItem = std::max(playlistItem, 0);
     // The destination goes on the list the sweep at start walks, once per folder.
     if (!m_rememberedFolders.contains(request.destination)) {
@@ -246,7 +236,7 @@ ExtractionJob* DownloadEngine::newJob(const QString& url, int playlistItem,
             track.format == request.format)
             request.replaceable.insert(track.filePath);
     }
-    return new ExtractionJob(std::move(request), parent);
+    return {new ExtractionJob(std::move(request), parent), {}};
 }
 
 void DownloadEngine::startExtraction(const QString& url, std::optional<AudioFormat> format,
@@ -255,10 +245,10 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
 {
     if (m_currentStatus.isBusy())
         return;
-    QString refusal;
-    ExtractionJob* job = newJob(url, 0, format, quality, destination, &refusal, this);
+    const MadeRun<ExtractionJob> made = newJob(url, 0, format, quality, destination, this);
+    ExtractionJob* job = made.run;
     if (!job) {
-        setCurrentStatus(DownloadStatus::failed(refusal));
+        setCurrentStatus(DownloadStatus::failed(made.refusal));
         return;
     }
     m_job = job;

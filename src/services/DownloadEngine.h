@@ -27,6 +27,13 @@ class QSettings;
 
 // Runs one yt-dlp extraction at a time with live status, fetches metadata, and holds the
 // user's output choices. Its published status is that of its current job.
+// What a request for a run gives: the run, not yet started, or why there is none.
+template <typename Run> struct MadeRun
+{
+    Run* run = nullptr;
+    QString refusal;
+};
+
 class DownloadEngine : public QObject
 {
     Q_OBJECT
@@ -105,9 +112,9 @@ public:
     // A fetch of the link's metadata with the tool and options a rip would use; nullptr when
     // yt-dlp is missing or the link is not one to hand to it.
     MetadataFetch* newMetadataFetch(const QString& link, QObject* parent);
-    // A listing of a playlist link's entries, run as a rip would be and not yet started; null,
-    // with the reason in refusal, when the tool is missing or the link is not usable.
-    PlaylistListing* newPlaylistListing(const QString& link, QString* refusal, QObject* parent);
+    // A listing of a playlist link's entries, run as a rip would be; refused when the tool is
+    // missing or the link is not usable.
+    MadeRun<PlaylistListing> newPlaylistListing(const QString& link, QObject* parent);
 
     // Writes all the output choices.
     void savePreferences();
@@ -119,12 +126,13 @@ public:
                          std::optional<QUrl> destination = std::nullopt,
                          CompletionHandler onComplete = {});
     // A job of its own for another queue (the batch), made as a rip here would be and not yet
-    // started; the engine's published state stays the converter's. Null, with the reason in
-    // refusal, when the tool is missing or the link is not usable.
+    // started; the engine's published state stays the converter's. Refused when the tool is
+    // missing or the link is not usable.
     // playlistItem: 0, or the item of the playlist url names (a playlist entry with no page).
-    ExtractionJob* newJob(const QString& url, int playlistItem, std::optional<AudioFormat> format,
-                          std::optional<AudioQuality> quality, std::optional<QUrl> destination,
-                          QString* refusal, QObject* parent);
+    MadeRun<ExtractionJob> newJob(const QString& url, int playlistItem,
+                                  std::optional<AudioFormat> format,
+                                  std::optional<AudioQuality> quality,
+                                  std::optional<QUrl> destination, QObject* parent);
     // Puts a job's records into the library, one per file in the order made (one without a
     // file when it named none), and returns them; fetched fills in what the run did not report.
     QList<HistoryTrack> record(const ExtractionJob& job, const ExtractionJob::Result& result,

@@ -32,8 +32,9 @@ bool keepAside(const QString& filePath)
     return QFile::rename(filePath, target);
 }
 
-// Writes the list over the file; the reason when it could not, empty otherwise.
-QString write(const QString& filePath, bool& mustKeepAside, const QList<HistoryTrack>& tracks)
+// Writes the list over the file; nullopt when it did, else the reason it could not.
+std::optional<QString> write(const QString& filePath, bool& mustKeepAside,
+                             const QList<HistoryTrack>& tracks)
 {
     const std::optional<QByteArray> json = HistoryTrackJson::encode(tracks);
     if (!json)
@@ -51,7 +52,7 @@ QString write(const QString& filePath, bool& mustKeepAside, const QList<HistoryT
     QSaveFile file(filePath);
     if (!file.open(QIODevice::WriteOnly) || file.write(*json) != json->size() || !file.commit())
         return file.errorString();
-    return QString();
+    return std::nullopt;
 }
 
 // Removes the records drop picks and gives them.
@@ -216,15 +217,15 @@ void HistoryStore::save()
     const int number = ++m_disk->latestSave;
     runInBackground(
         &m_worker, this,
-        [disk = m_disk, tracks = m_tracks, number]() -> std::optional<QString> {
-            // A newer save holds this one's changes too.
+        [disk = m_disk, tracks = m_tracks, number]() -> std::optional<std::optional<QString>> {
+            // A newer save holds this one's changes too: it reports instead.
             if (number != disk->latestSave)
                 return std::nullopt;
             return write(disk->filePath, disk->mustKeepAside, tracks);
         },
-        [this](const std::optional<QString>& error) {
-            if (error)
-                saveEnded(*error);
+        [this](const std::optional<std::optional<QString>>& written) {
+            if (written)
+                saveEnded(written->value_or(QString()));
         });
 }
 
