@@ -66,13 +66,13 @@ private slots:
             HistoryStore store(folder);
             QVERIFY(QFileInfo(folder).isDir());
             store.waitForSaves();
-            QVERIFY(!QFile::exists(store.fileURL()));
+            QVERIFY(!QFile::exists(store.filePath()));
 
             store.addTrack(a);
             store.addTrack(b);
             QCOMPARE(store.tracks(), (QList<HistoryTrack>{b, a}));
             store.waitForSaves();
-            QCOMPARE(readFile(store.fileURL()), HistoryTrackJson::encode({b, a}).value());
+            QCOMPARE(readFile(store.filePath()), HistoryTrackJson::encode({b, a}).value());
 
             // Saves still queued when the store goes are all written.
             for (int i = 0; i < 300; ++i) {
@@ -113,7 +113,7 @@ private slots:
         store.addTrack(sameId ? track(path, a.id) : track(path));
         QCOMPARE(paths(store.tracks()).join(u' '), expected);
         store.waitForSaves();
-        QCOMPARE(paths(fileContents(store.fileURL())).join(u' '), expected);
+        QCOMPARE(paths(fileContents(store.filePath())).join(u' '), expected);
     }
 
     void removesAndClears()
@@ -181,7 +181,7 @@ private slots:
         QTRY_VERIFY(!store.isLoading());
         QCOMPARE(paths(store.tracks()).join(u' '), expected);
         store.waitForSaves();
-        QCOMPARE(paths(fileContents(store.fileURL())).join(u' '), expected);
+        QCOMPARE(paths(fileContents(store.filePath())).join(u' '), expected);
     }
 
     // A save that cannot be written keeps the change, says why, and is retried with the next
@@ -206,7 +206,7 @@ private slots:
         store.addTrack(track(u"c"_s));
         store.waitForSaves();
         QVERIFY(store.lastSaveError().isEmpty());
-        QCOMPARE(paths(fileContents(store.fileURL())).join(u' '), u"c b a"_s);
+        QCOMPARE(paths(fileContents(store.filePath())).join(u' '), u"c b a"_s);
     }
 
     // A file that cannot be read is kept aside, under a name not yet taken, at the first save;

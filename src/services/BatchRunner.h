@@ -40,7 +40,6 @@ public:
 
     const QList<BatchItem>& queue() const { return m_queue; }
     bool isProcessing() const { return m_isProcessing; }
-    qint64 currentProcessingIndex() const { return m_currentProcessingIndex; }
     int completedCount() const;
     int failedCount() const;
     int skippedCount() const;
@@ -109,7 +108,6 @@ private:
     int appendEntries(const QList<PlaylistEntry>& entries);
     void expandNext();
     void startItem(int row);
-    void jobEnded(const QUuid& id, ExtractionJob* job);
     void setStatus(const QUuid& id, const DownloadStatus& status);
     void setProcessing(bool on);
     int rowOf(const QUuid& id) const;
@@ -118,6 +116,7 @@ private:
     HistoryStore& m_history;
     QList<BatchItem> m_queue;
     bool m_isProcessing = false;
+    // The row last started: where rowOf looks first.
     qint64 m_currentProcessingIndex = 0;
     QHash<QUuid, QPointer<ExtractionJob>> m_running;
     // Whether the library holds this video (by videoId) in format.

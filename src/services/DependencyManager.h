@@ -41,9 +41,12 @@ public:
         QString resourceBinFolder;
         // Where the installer puts the tools; searched right after resourceBinFolder.
         QString installFolder;
-        QStringList systemFolders = {QStringLiteral("/opt/homebrew/bin"),
-                                     QStringLiteral("/usr/local/bin"), QStringLiteral("/usr/bin"),
-                                     QStringLiteral("/bin")};
+        // Each platform's own: Homebrew's folder exists only on macOS.
+        QStringList systemFolders = {
+#ifdef Q_OS_MACOS
+            QStringLiteral("/opt/homebrew/bin"),
+#endif
+            QStringLiteral("/usr/local/bin"), QStringLiteral("/usr/bin"), QStringLiteral("/bin")};
         // Searched through its "PATH" after the fixed folders.
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         // Full download addresses of the two tools.
@@ -69,22 +72,53 @@ public:
     explicit DependencyManager(Options options, QObject* parent = nullptr);
     ~DependencyManager() override;
 
-    std::optional<QString> ytDlpPath() const { return m_ytDlpPath; }
-    std::optional<QString> ffmpegPath() const { return m_ffmpegPath; }
-    std::optional<QString> ytDlpVersion() const { return m_ytDlpVersion; }
-    std::optional<QString> ffmpegVersion() const { return m_ffmpegVersion; }
-    std::optional<QString> denoPath() const { return m_denoPath; }
-    std::optional<QString> denoVersion() const { return m_denoVersion; }
+    std::optional<QString> ytDlpPath() const
+    {
+        return m_ytDlpPath;
+    }
+    std::optional<QString> ffmpegPath() const
+    {
+        return m_ffmpegPath;
+    }
+    std::optional<QString> ytDlpVersion() const
+    {
+        return m_ytDlpVersion;
+    }
+    std::optional<QString> ffmpegVersion() const
+    {
+        return m_ffmpegVersion;
+    }
+    std::optional<QString> denoPath() const
+    {
+        return m_denoPath;
+    }
+    std::optional<QString> denoVersion() const
+    {
+        return m_denoVersion;
+    }
     // Deno 2.3 or later, or a Node.js 20 or later that this yt-dlp can be told to use.
     bool hasJavaScriptRuntime() const;
-    bool isChecking() const { return m_isChecking; }
-    bool isInstalling() const { return m_isInstalling; }
-    QString installProgress() const { return m_installProgress; }
-    bool isReady() const { return m_ytDlpPath.has_value() && m_ffmpegPath.has_value(); }
+    bool isChecking() const
+    {
+        return m_isChecking;
+    }
+    bool isInstalling() const
+    {
+        return m_isInstalling;
+    }
+    QString installProgress() const
+    {
+        return m_installProgress;
+    }
+    bool isReady() const
+    {
+        return m_ytDlpPath.has_value() && m_ffmpegPath.has_value();
+    }
 
-    // The six folders searched before "PATH", in order (the first may be empty).
-    QStringList standardLocations() const { return m_standardLocations; }
-    QString installFolder() const { return m_options.installFolder; }
+    QString installFolder() const
+    {
+        return m_options.installFolder;
+    }
     // How every yt-dlp run starts: the found file, a PATH that leads with the install folder,
     // and the runtime option when Node.js has to be named. Nullopt while yt-dlp is missing.
     std::optional<ToolInvocation> ytDlpInvocation() const;

@@ -29,8 +29,10 @@ ExtractionJob::ExtractionJob(Request request, QObject* parent)
 
 ExtractionJob::~ExtractionJob()
 {
-    // Work still running reports to this object; it has to end first.
+    // Work still running reports to this object, or works on its folder; it has to end first:
+    // two removals of one folder at once can each leave it behind.
     m_placing.waitForFinished();
+    m_removal.waitForFinished();
     // A job ended by quitting, or cancelled just before, leaves nothing of its download
     // behind; the run ends its tools first.
     if (m_run && (m_run->isRunning() || m_cancelled)) {
@@ -243,5 +245,5 @@ void ExtractionJob::setStatus(const DownloadStatus& status)
 void ExtractionJob::removeScratchFolder()
 {
     m_lock.reset();
-    (void)QtConcurrent::run([folder = m_scratchFolder] { QDir(folder).removeRecursively(); });
+    m_removal = QtConcurrent::run([folder = m_scratchFolder] { QDir(folder).removeRecursively(); });
 }

@@ -116,6 +116,7 @@ private:
     bool m_exited = false;
     bool m_cancelled = false;
     bool m_finished = false;
-    // Placing the file, worked out off the GUI thread.
+    // Placing the file, and removing the scratch folder, off the GUI thread.
     QFuture<Result> m_placing;
+    QFuture<void> m_removal;
 };

@@ -43,7 +43,7 @@ public:
     static bool isInUse(const QString& folderPath, qint64* pid = nullptr);
 
     const QList<HistoryTrack>& tracks() const { return m_tracks; }
-    QString fileURL() const { return m_filePath; }
+    QString filePath() const { return m_filePath; }
     QString folderPath() const { return m_folderPath; }
     // True from load() until the file's records are in tracks().
     bool isLoading() const { return m_state == State::loading; }

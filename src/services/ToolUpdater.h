@@ -57,7 +57,6 @@ public:
     ~ToolUpdater() override;
 
     std::optional<QString> latestYtDlpVersion() const { return m_latestYtDlp; }
-    std::optional<QString> latestDenoVersion() const { return m_latestDeno; }
     bool isYtDlpOutOfDate() const;
     // "Update available: VERSION", "Out of date", or empty.
     QString ytDlpNote() const;

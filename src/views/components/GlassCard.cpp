@@ -51,7 +51,8 @@ void GlassCard::paintPanel(QPainter& painter, const QRectF& rect, qreal cornerRa
     const QPainterPath shape = Theme::continuousRoundedRect(rect, cornerRadius);
     Theme::paintShadow(painter, shape, Theme::withOpacity(Qt::black, kShadowOpacity), kShadowBlur,
                        QPointF(0, kShadowOffsetY));
-    painter.fillPath(shape, Theme::withOpacity(Theme::textBackground(palette), kMaterialOpacity));
+    painter.fillPath(shape,
+                     Theme::withOpacity(Theme::controlBackground(palette), kMaterialOpacity));
     painter.fillPath(shape,
                      Theme::withOpacity(Theme::windowBackground(palette), kWindowTintOpacity));
     const QPainterPath outline =

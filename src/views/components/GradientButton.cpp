@@ -47,12 +47,6 @@ void GradientButton::setIconName(const QString& name)
     update();
 }
 
-void GradientButton::setGradient(const QList<QColor>& gradient)
-{
-    m_gradient = gradient;
-    update();
-}
-
 QMargins GradientButton::shadowMargins()
 {
     return QMargins(8, 4, 8, 12);

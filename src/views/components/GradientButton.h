@@ -21,7 +21,6 @@ public:
     QString iconName() const { return m_iconName; }
     void setIconName(const QString& name);
     QList<QColor> gradient() const { return m_gradient; }
-    void setGradient(const QList<QColor>& gradient);
     // Title: QAbstractButton::text()/setText(). Enabling: QWidget::setEnabled().
 
     QSize sizeHint() const override;

@@ -156,11 +156,6 @@ QColor controlBackground(const QPalette& palette)
     return palette.color(QPalette::Base);
 }
 
-QColor textBackground(const QPalette& palette)
-{
-    return palette.color(QPalette::Base);
-}
-
 QColor withOpacity(QColor color, qreal opacity)
 {
     color.setAlphaF(static_cast<float>(std::clamp(color.alphaF() * opacity, 0.0, 1.0)));

@@ -42,7 +42,6 @@ QColor primaryText(const QPalette& palette);
 QColor secondaryText(const QPalette& palette);
 QColor windowBackground(const QPalette& palette);
 QColor controlBackground(const QPalette& palette);
-QColor textBackground(const QPalette& palette);
 
 // A colour with its alpha scaled by opacity (0..1).
 QColor withOpacity(QColor color, qreal opacity);

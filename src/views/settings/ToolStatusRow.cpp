@@ -92,11 +92,6 @@ void ToolStatusRow::addButton(QWidget* button)
     m_layout->addWidget(button);
 }
 
-QString ToolStatusRow::noteText() const
-{
-    return m_note->isVisibleTo(this) ? m_note->text() : QString();
-}
-
 QString ToolStatusRow::badgeText() const
 {
     return m_badge->isVisibleTo(this) ? m_badge->text() : QString();

@@ -27,7 +27,6 @@ public:
     QString sealSymbol() const { return m_sealSymbol; }
     QString badgeText() const;
     QString pathText() const;
-    QString noteText() const;
 
 private:
     QString m_toolName;

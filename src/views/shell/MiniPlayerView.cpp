@@ -207,11 +207,6 @@ QString MiniPlayerView::volumeSymbol(float volume)
     return QStringLiteral("speaker.slash.fill");
 }
 
-bool MiniPlayerView::showsArtworkImage() const
-{
-    return m_artwork->hasImage();
-}
-
 void MiniPlayerView::trackChanged()
 {
     const auto track = m_player.currentTrack();

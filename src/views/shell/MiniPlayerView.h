@@ -24,11 +24,6 @@ public:
     // The symbol shown for a volume: muted at 0 or less, one wave up to half, three above.
     static QString volumeSymbol(float volume);
 
-    QString shownVolumeSymbol() const { return m_volumeSymbol; }
-    QString shownPlaySymbol() const { return m_playSymbol; }
-    // Whether the artwork shows the loaded image rather than the placeholder.
-    bool showsArtworkImage() const;
-
 protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;

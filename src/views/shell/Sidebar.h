@@ -19,7 +19,6 @@ public:
 
     NavigationItem item() const { return m_item; }
     // The number shown in the badge; no badge below 1.
-    int badgeCount() const { return m_badgeCount; }
     void setBadgeCount(int count);
 
     QSize sizeHint() const override;
