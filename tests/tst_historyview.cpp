@@ -132,6 +132,42 @@ private slots:
         QCOMPARE(m_view->model()->rowCount(), 4);
     }
 
+    // Records added and removed while the user works the list move rows, not the list: the
+    // current row and the selection stay on their record, and nothing is reset.
+    void listKeepsItsPlace()
+    {
+        addLibrary();
+        m_env->history().waitForLoad();
+        QAbstractItemModelTester tester(m_view->model());
+        QListView* list = m_view->listView();
+        const auto rowOf = [&](const QString& title) {
+            return int(shownTitles(*m_view->model()).indexOf(title));
+        };
+        list->setCurrentIndex(m_view->model()->index(rowOf(u"Quiet Piano"_s)));
+        QSignalSpy resets(m_view->model(), &QAbstractItemModel::modelReset);
+        QSignalSpy inserted(m_view->model(), &QAbstractItemModel::rowsInserted);
+
+        m_env->history().addTrack(makeTrack(u"Fresh Rip"_s, u"Radio"_s, AudioFormat::mp3));
+        const HistoryTrack top = m_env->history().tracks().value(1);
+        m_env->history().removeTrack(top);
+        // A record the search does not show changes no row.
+        m_view->setSearchText(u"i"_s);
+        list->setCurrentIndex(m_view->model()->index(rowOf(u"Quiet Piano"_s)));
+        resets.clear();
+        const int shown = m_view->model()->rowCount();
+        m_env->history().addTrack(makeTrack(u"Zebra"_s, u"Zoo"_s, AudioFormat::mp3));
+        QCOMPARE(m_view->model()->rowCount(), shown);
+        m_env->history().addTrack(makeTrack(u"Piano Again"_s, u"Radio"_s, AudioFormat::mp3));
+        QCOMPARE(m_view->model()->rowCount(), shown + 1);
+
+        QCOMPARE(resets.count(), 0);
+        QCOMPARE(inserted.count(), 2);
+        QCOMPARE(list->currentIndex().data().toString(), u"Quiet Piano"_s);
+        QCOMPARE(list->selectionModel()->selectedIndexes().value(0).data().toString(),
+                 u"Quiet Piano"_s);
+        QCOMPARE(shownTitles(*m_view->model()).first(), u"Piano Again"_s);
+    }
+
     // A row draws its record's image, fetched once and kept scaled down in the cache folder,
     // and the placeholder when the image cannot be had. The kept copy serves later without
     // its source, and the folder is held under its cap.

@@ -72,6 +72,35 @@ private slots:
             indexed << static_cast<int>(i);
         QCOMPARE(indexed, expected);
     }
+
+    // Followed change by change, the index answers as one built afresh would.
+    void indexFollowsChanges()
+    {
+        QList<HistoryTrack> tracks = library();
+        LibrarySearchIndex index(tracks);
+        const auto change = [&](qsizetype at, qsizetype count, const QList<HistoryTrack>& added) {
+            tracks.remove(at, count);
+            for (qsizetype i = 0; i < added.size(); ++i)
+                tracks.insert(at + i, added.at(i));
+            index.replace(at, count, added);
+        };
+        change(0, 0, {record(u"New Live Take"_qs, u"Someone"_qs, AudioFormat::opus)});
+        change(3, 1, {});
+        change(2, 1, {record(u"Renamed"_qs, u"Live House"_qs, AudioFormat::flac)});
+        change(tracks.size() - 1, 1, {});
+        change(tracks.size(), 0,
+               {record(u"Last"_qs, u"Band"_qs, AudioFormat::mp3),
+                record(u"Very Last Live"_qs, u"B"_qs, AudioFormat::wav)});
+        const LibrarySearchIndex fresh(tracks);
+        for (const QString& search : {u"live"_qs, u"band"_qs, QString(), u"e"_qs, u"zz"_qs}) {
+            for (const QString& filter : {u"All"_qs, u"FLAC"_qs, u"MP3"_qs}) {
+                QCOMPARE(index.matches(search, filter), fresh.matches(search, filter));
+                for (qsizetype i = 0; i < tracks.size(); ++i)
+                    QCOMPARE(index.passes(i, search, filter),
+                             fresh.matches(search, filter).contains(i));
+            }
+        }
+    }
 };
 
 QTEST_GUILESS_MAIN(TestLibraryFilter)

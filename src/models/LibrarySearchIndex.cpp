@@ -56,23 +56,70 @@ void LibrarySearchIndex::rebuild(const QList<HistoryTrack>& tracks)
     m_titleStarts.clear();
     m_channelStarts.clear();
     m_formats.clear();
+    replace(0, 0, tracks);
+}
+
+void LibrarySearchIndex::replace(qsizetype position, qsizetype count,
+                                 const QList<HistoryTrack>& inserted)
+{
+    if (m_titleStarts.empty())
+        m_titleStarts.push_back(0);
+    const auto first = static_cast<size_t>(position);
+    const auto last = static_cast<size_t>(position + count);
+    const qsizetype textStart = m_titleStarts[first];
+    const qsizetype textEnd = m_titleStarts[last];
+    // The new records' text and starts, relative to textStart.
+    QString text;
+    std::vector<qsizetype> titleStarts;
+    std::vector<qsizetype> channelStarts;
+    std::vector<AudioFormat> formats;
     qsizetype total = 0;
-    for (const HistoryTrack& track : tracks)
+    for (const HistoryTrack& track : inserted)
         total += track.title.size() + track.channel.size() + 2;
-    m_text.reserve(total);
-    m_titleStarts.reserve(static_cast<size_t>(tracks.size()) + 1);
-    m_channelStarts.reserve(static_cast<size_t>(tracks.size()));
-    m_formats.reserve(static_cast<size_t>(tracks.size()));
-    for (const HistoryTrack& track : tracks) {
-        m_titleStarts.push_back(m_text.size());
-        m_text += foldedForSearch(track.title);
-        m_text += kSeparator;
-        m_channelStarts.push_back(m_text.size());
-        m_text += foldedForSearch(track.channel);
-        m_text += kSeparator;
-        m_formats.push_back(track.format);
+    text.reserve(total);
+    for (const HistoryTrack& track : inserted) {
+        titleStarts.push_back(textStart + text.size());
+        text += foldedForSearch(track.title);
+        text += kSeparator;
+        channelStarts.push_back(textStart + text.size());
+        text += foldedForSearch(track.channel);
+        text += kSeparator;
+        formats.push_back(track.format);
     }
-    m_titleStarts.push_back(m_text.size());
+    // The records after the change move by how much the text grew or shrank.
+    const qsizetype shift = text.size() - (textEnd - textStart);
+    for (size_t i = last; i < m_titleStarts.size(); ++i)
+        m_titleStarts[i] += shift;
+    for (size_t i = last; i < m_channelStarts.size(); ++i)
+        m_channelStarts[i] += shift;
+    m_text.replace(textStart, textEnd - textStart, text);
+    m_titleStarts.erase(m_titleStarts.begin() + position, m_titleStarts.begin() + position + count);
+    m_titleStarts.insert(m_titleStarts.begin() + position, titleStarts.begin(), titleStarts.end());
+    m_channelStarts.erase(m_channelStarts.begin() + position,
+                          m_channelStarts.begin() + position + count);
+    m_channelStarts.insert(m_channelStarts.begin() + position, channelStarts.begin(),
+                           channelStarts.end());
+    m_formats.erase(m_formats.begin() + position, m_formats.begin() + position + count);
+    m_formats.insert(m_formats.begin() + position, formats.begin(), formats.end());
+}
+
+bool LibrarySearchIndex::passes(qsizetype position, const QString& searchText,
+                                const QString& selectedFilter) const
+{
+    const auto record = static_cast<size_t>(position);
+    if (selectedFilter != QStringLiteral("All") &&
+        !formatPassesFilter(m_formats[record], selectedFilter))
+        return false;
+    const QString needle = foldedForSearch(searchText);
+    if (needle.isEmpty())
+        return true;
+    const QStringView text(m_text);
+    const qsizetype channelStart = m_channelStarts[record];
+    const QStringView title =
+        text.sliced(m_titleStarts[record], channelStart - 1 - m_titleStarts[record]);
+    const QStringView channel =
+        text.sliced(channelStart, m_titleStarts[record + 1] - 1 - channelStart);
+    return title.contains(needle) || channel.contains(needle);
 }
 
 QList<qsizetype> LibrarySearchIndex::matches(const QString& searchText,

@@ -22,6 +22,12 @@ public:
 
     // Positions in the indexed list of the records that pass, in library order.
     QList<qsizetype> matches(const QString& searchText, const QString& selectedFilter) const;
+    // Whether the record at position passes.
+    bool passes(qsizetype position, const QString& searchText, const QString& selectedFilter) const;
+
+    // Follows the library change by change: count records from position give way to
+    // inserted, in their order. The records after them move; nothing else is folded again.
+    void replace(qsizetype position, qsizetype count, const QList<HistoryTrack>& inserted);
 
 private:
     // Record i owns [m_titleStarts[i], m_titleStarts[i + 1]): its folded title, a separator,

@@ -2,9 +2,9 @@
 #include "views/library/LibraryListModel.h"
 
 #include "services/AudioPlayerService.h"
+#include "services/Background.h"
 #include "services/HistoryStore.h"
 
-#include <QtConcurrent>
 #include <numeric>
 
 LibraryListModel::LibraryListModel(HistoryStore& history, AudioPlayerService& player,
@@ -14,11 +14,29 @@ LibraryListModel::LibraryListModel(HistoryStore& history, AudioPlayerService& pl
     , m_player(player)
 {
     reloadTracks();
-    connect(&m_history, &HistoryStore::tracksChanged, this, [this] {
+    // A whole new list resets the rows; a change moves only the rows it touches, so the
+    // current row, the selection and the scroll place stay where the user left them.
+    connect(&m_history, &HistoryStore::tracksReplaced, this, [this] {
         beginResetModel();
         reloadTracks();
         endResetModel();
     });
+    connect(&m_history, &HistoryStore::trackAdded, this,
+            [this](const HistoryTrack& track, const QList<HistoryTrack>& replaced) {
+                for (const HistoryTrack& earlier : replaced) {
+                    if (const qsizetype at = positionOf(earlier.id); at >= 0)
+                        removeRecord(at);
+                }
+                insertRecord(track);
+            });
+    connect(&m_history, &HistoryStore::tracksRemoved, this,
+            [this](const QList<HistoryTrack>& removed) {
+                for (const HistoryTrack& track : removed) {
+                    if (const qsizetype at = positionOf(track.id); at >= 0)
+                        removeRecord(at);
+                }
+            });
+    connect(&m_history, &HistoryStore::trackUpdated, this, &LibraryListModel::updateRecord);
     // Only the painted rows ask again, so announcing every row is cheap.
     const auto playingChanged = [this] {
         if (!m_rows.isEmpty())
@@ -36,39 +54,134 @@ LibraryListModel::~LibraryListModel()
 
 void LibraryListModel::reloadTracks()
 {
-    if (m_pendingIndex.isValid())
-        m_pendingIndex.waitForFinished();
     m_tracks = m_history.tracks();
     m_index = LibrarySearchIndex();
-    m_indexReady = false;
-    m_pendingIndex = {};
-    if (!m_tracks.isEmpty()) {
-        m_pendingIndex =
-            QtConcurrent::run([tracks = m_tracks] { return LibrarySearchIndex(tracks); });
+    m_indexReady = m_tracks.isEmpty();
+    m_indexChanges.clear();
+    // A build still running for an older list is left to finish unheard.
+    const int generation = ++m_indexGeneration;
+    if (!m_indexReady) {
+        m_pendingIndex = runInBackground(
+            QThreadPool::globalInstance(), this,
+            [tracks = m_tracks] { return LibrarySearchIndex(tracks); },
+            [this, generation](const LibrarySearchIndex& index) {
+                if (generation != m_indexGeneration)
+                    return;
+                m_index = index;
+                for (const auto& change : m_indexChanges)
+                    change(m_index);
+                m_indexChanges.clear();
+                m_indexReady = true;
+                // A search typed while the index was being built is answered now.
+                if (!m_searchText.isEmpty() || m_selectedFilter != u"All") {
+                    beginResetModel();
+                    refilter();
+                    endResetModel();
+                }
+            });
     }
     refilter();
 }
 
-const LibrarySearchIndex& LibraryListModel::searchIndex()
+void LibraryListModel::changeIndex(const std::function<void(LibrarySearchIndex&)>& change)
 {
-    if (!m_indexReady) {
-        if (m_pendingIndex.isValid())
-            m_index = m_pendingIndex.takeResult();
-        m_pendingIndex = {};
-        m_indexReady = true;
-    }
-    return m_index;
+    if (m_indexReady)
+        change(m_index);
+    else
+        m_indexChanges.push_back(change);
 }
 
 void LibraryListModel::refilter()
 {
     if (m_searchText.isEmpty() && m_selectedFilter == u"All") {
-        // The whole library: no need to wait for the index.
+        // The whole library: no need for the index.
         m_rows.resize(m_tracks.size());
         std::iota(m_rows.begin(), m_rows.end(), qsizetype(0));
         return;
     }
-    m_rows = searchIndex().matches(m_searchText, m_selectedFilter);
+    // Never waits for the index: until it is in, the search shows nothing and is answered
+    // when it arrives.
+    m_rows = m_indexReady ? m_index.matches(m_searchText, m_selectedFilter) : QList<qsizetype>();
+}
+
+bool LibraryListModel::passes(qsizetype position) const
+{
+    if (m_searchText.isEmpty() && m_selectedFilter == u"All")
+        return true;
+    return m_indexReady && m_index.passes(position, m_searchText, m_selectedFilter);
+}
+
+qsizetype LibraryListModel::positionOf(const QUuid& id) const
+{
+    for (qsizetype i = 0; i < m_tracks.size(); ++i) {
+        if (m_tracks.at(i).id == id)
+            return i;
+    }
+    return -1;
+}
+
+int LibraryListModel::rowOf(qsizetype position) const
+{
+    const auto at = std::lower_bound(m_rows.cbegin(), m_rows.cend(), position);
+    return at != m_rows.cend() && *at == position ? int(at - m_rows.cbegin()) : -1;
+}
+
+void LibraryListModel::insertRecord(const HistoryTrack& track)
+{
+    // Every record moves one place down; the rows stay the rows they were.
+    m_tracks.prepend(track);
+    for (qsizetype& position : m_rows)
+        ++position;
+    changeIndex([track](LibrarySearchIndex& index) { index.replace(0, 0, {track}); });
+    if (!passes(0))
+        return;
+    beginInsertRows({}, 0, 0);
+    m_rows.prepend(0);
+    endInsertRows();
+}
+
+void LibraryListModel::removeRecord(qsizetype position)
+{
+    const int row = rowOf(position);
+    if (row >= 0)
+        beginRemoveRows({}, row, row);
+    m_tracks.remove(position);
+    if (row >= 0)
+        m_rows.remove(row);
+    for (qsizetype& shown : m_rows) {
+        if (shown > position)
+            --shown;
+    }
+    changeIndex([position](LibrarySearchIndex& index) { index.replace(position, 1, {}); });
+    if (row >= 0)
+        endRemoveRows();
+}
+
+void LibraryListModel::updateRecord(const QUuid& id)
+{
+    const qsizetype position = positionOf(id);
+    const QList<HistoryTrack>& stored = m_history.tracks();
+    if (position < 0 || position >= stored.size() || stored.at(position).id != id)
+        return;
+    const HistoryTrack track = stored.at(position);
+    m_tracks[position] = track;
+    changeIndex(
+        [position, track](LibrarySearchIndex& index) { index.replace(position, 1, {track}); });
+    const int row = rowOf(position);
+    const bool shown = passes(position);
+    if (row >= 0 && shown) {
+        emit dataChanged(index(row), index(row));
+    } else if (row >= 0) {
+        beginRemoveRows({}, row, row);
+        m_rows.remove(row);
+        endRemoveRows();
+    } else if (shown) {
+        const auto at = std::lower_bound(m_rows.cbegin(), m_rows.cend(), position);
+        const int newRow = int(at - m_rows.cbegin());
+        beginInsertRows({}, newRow, newRow);
+        m_rows.insert(newRow, position);
+        endInsertRows();
+    }
 }
 
 void LibraryListModel::setSearchText(const QString& text)

@@ -8,6 +8,9 @@
 #include <QFuture>
 #include <QList>
 #include <QString>
+#include <QUuid>
+#include <functional>
+#include <vector>
 
 class AudioPlayerService;
 class HistoryStore;
@@ -55,7 +58,15 @@ signals:
 private:
     void reloadTracks();
     void refilter();
-    const LibrarySearchIndex& searchIndex();
+    // The library's changes, row by row.
+    void insertRecord(const HistoryTrack& track);
+    void removeRecord(qsizetype position);
+    void updateRecord(const QUuid& id);
+    qsizetype positionOf(const QUuid& id) const;
+    // The shown row of a record, or -1.
+    int rowOf(qsizetype position) const;
+    bool passes(qsizetype position) const;
+    void changeIndex(const std::function<void(LibrarySearchIndex&)>& change);
 
     HistoryStore& m_history;
     AudioPlayerService& m_player;
@@ -64,8 +75,12 @@ private:
     QList<qsizetype> m_rows;
     QString m_searchText;
     QString m_selectedFilter = QStringLiteral("All");
-    // Built off the GUI thread when the library loads, so opening the screen does not wait.
+    // Built off the GUI thread when the library is replaced, so opening the screen does not
+    // wait; changes that come meanwhile are applied once it is in, and a search typed
+    // meanwhile is answered then.
     QFuture<LibrarySearchIndex> m_pendingIndex;
+    std::vector<std::function<void(LibrarySearchIndex&)>> m_indexChanges;
     LibrarySearchIndex m_index;
     bool m_indexReady = false;
+    int m_indexGeneration = 0;
 };
