@@ -24,20 +24,11 @@ scratch=$(mktemp -d)
 applied=""
 cleanup() {
     [ -n "$applied" ] && git apply -R "$applied"
-    [ -n "${pulse_pid:-}" ] && kill "$pulse_pid" 2>/dev/null
-    [ -n "${dbus_pid:-}" ] && kill "$dbus_pid" 2>/dev/null
+    stop_test_env
     rm -rf "$scratch"
 }
 trap cleanup EXIT
-export XDG_RUNTIME_DIR="$scratch/runtime"
-mkdir -m 700 -p "$XDG_RUNTIME_DIR"
-if command -v dbus-daemon >/dev/null; then
-    eval "$(dbus-daemon --session --fork --print-address=1 --print-pid=1 |
-        { read -r addr; read -r pid; echo "export DBUS_SESSION_BUS_ADDRESS=$addr; dbus_pid=$pid"; })"
-fi
-scripts/start-audio.sh "$scratch/pulse"
-pulse_pid=$(cat "$scratch/pulse/pid" 2>/dev/null || true)
-[ -f "$scratch/pulse/env" ] && . "$scratch/pulse/env"
+. scripts/test-env.sh
 export ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=print_stacktrace=1
 
 caught=0 missed=0 broken=0

@@ -14,20 +14,11 @@ cmake --build "$build"
 # A private session bus and audio server with a null sink, so nothing reaches the user's desktop.
 scratch=$(mktemp -d)
 cleanup() {
-    [ -n "${pulse_pid:-}" ] && kill "$pulse_pid" 2>/dev/null || true
-    [ -n "${dbus_pid:-}" ] && kill "$dbus_pid" 2>/dev/null || true
+    stop_test_env || true
     rm -rf "$scratch"
 }
 trap cleanup EXIT
-export XDG_RUNTIME_DIR="$scratch/runtime"
-mkdir -m 700 -p "$XDG_RUNTIME_DIR"
-if command -v dbus-daemon >/dev/null; then
-    eval "$(dbus-daemon --session --fork --print-address=1 --print-pid=1 |
-        { read -r addr; read -r pid; echo "export DBUS_SESSION_BUS_ADDRESS=$addr; dbus_pid=$pid"; })"
-fi
-scripts/start-audio.sh "$scratch/pulse"
-pulse_pid=$(cat "$scratch/pulse/pid" 2>/dev/null || true)
-[ -f "$scratch/pulse/env" ] && . "$scratch/pulse/env"
+. scripts/test-env.sh
 
 # Name the symbolizer outright: without it reports carry bare addresses and the suppressions
 # that name functions match nothing. Should it be missing all the same, unwind every allocation
