@@ -22,7 +22,8 @@ namespace {
 struct Screen
 {
     explicit Screen(Environment& env)
-        : view(env.services(), &env.desktop)
+        : view(env.engine(), env.services().dependencies, env.history(), env.player(), env.batch(),
+               env.services().updater, &env.desktop)
     {
         view.resize(880, 900);
         view.show();

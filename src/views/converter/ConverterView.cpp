@@ -11,7 +11,6 @@
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
-#include "services/Services.h"
 #include "services/ToolUpdater.h"
 #include "views/components/ActivitySpinner.h"
 #include "views/components/DesktopTexts.h"
@@ -110,39 +109,42 @@ private:
 
 } // namespace
 
-ConverterView::ConverterView(const Services& services, DesktopServices* desktop, QWidget* parent)
+ConverterView::ConverterView(DownloadEngine& engine, DependencyManager& tools,
+                             HistoryStore& history, AudioPlayerService& player, BatchRunner& batch,
+                             ToolUpdater& updater, DesktopServices* desktop, QWidget* parent)
     : ThemedScreen(Scrolling::scrolls, parent)
-    , m_services(services)
+    , m_engine(engine)
+    , m_tools(tools)
+    , m_history(history)
+    , m_player(player)
+    , m_batch(batch)
+    , m_updater(updater)
     , m_desktop(desktop ? *desktop : DesktopServices::system())
 {
     setAccessibleName(tr("Converter"));
     buildContent();
 
-    DownloadEngine& engine = m_services.engine;
-    DependencyManager& tools = m_services.dependencies;
     for (auto signal :
          {&DependencyManager::isReadyChanged, &DependencyManager::isCheckingChanged,
           &DependencyManager::isInstallingChanged, &DependencyManager::installProgressChanged}) {
-        connect(&tools, signal, this, &ConverterView::updateTools);
+        connect(&m_tools, signal, this, &ConverterView::updateTools);
     }
-    ToolUpdater& updater = m_services.updater;
     for (auto signal : {&ToolUpdater::ytDlpOutOfDateChanged, &ToolUpdater::isUpdatingChanged,
                         &ToolUpdater::messageChanged})
-        connect(&updater, signal, this, &ConverterView::updateTools);
+        connect(&m_updater, signal, this, &ConverterView::updateTools);
     // The start button's title names the chosen format and quality.
-    connect(&engine, &DownloadEngine::selectedFormatChanged, this,
+    connect(&m_engine, &DownloadEngine::selectedFormatChanged, this,
             &ConverterView::updateStartButton);
-    connect(&engine, &DownloadEngine::selectedQualityChanged, this,
+    connect(&m_engine, &DownloadEngine::selectedQualityChanged, this,
             &ConverterView::updateStartButton);
-    connect(&engine, &DownloadEngine::currentStatusChanged, this, &ConverterView::updateStatus);
-    connect(&engine, &DownloadEngine::currentMetadataChanged, this, &ConverterView::updateRipFacts);
-    connect(&m_services.history, &HistoryStore::tracksChanged, this,
+    connect(&m_engine, &DownloadEngine::currentStatusChanged, this, &ConverterView::updateStatus);
+    connect(&m_engine, &DownloadEngine::currentMetadataChanged, this,
+            &ConverterView::updateRipFacts);
+    connect(&m_history, &HistoryStore::tracksChanged, this, &ConverterView::updatePlayButton);
+    connect(&m_batch, &BatchRunner::previewChanged, this, &ConverterView::updatePlaylistOffer);
+    connect(&m_player, &AudioPlayerService::isPlayingChanged, this,
             &ConverterView::updatePlayButton);
-    connect(&m_services.batch, &BatchRunner::previewChanged, this,
-            &ConverterView::updatePlaylistOffer);
-    connect(&m_services.player, &AudioPlayerService::isPlayingChanged, this,
-            &ConverterView::updatePlayButton);
-    connect(&m_services.player, &AudioPlayerService::currentTrackChanged, this,
+    connect(&m_player, &AudioPlayerService::currentTrackChanged, this,
             &ConverterView::updatePlayButton);
 }
 
@@ -248,7 +250,7 @@ QWidget* ConverterView::buildUpdateLine()
     setTextColor(m_updateText, orange(palette()));
     layout->addWidget(m_updateText);
     m_updateButton = smallButton(tr("Update Tools"), QString(), line);
-    connect(m_updateButton, &QPushButton::clicked, &m_services.updater, &ToolUpdater::updateTools);
+    connect(m_updateButton, &QPushButton::clicked, &m_updater, &ToolUpdater::updateTools);
     layout->addWidget(m_updateButton);
     return line;
 }
@@ -275,7 +277,7 @@ QWidget* ConverterView::buildMissingToolsCard()
     m_installButton->setFont(Theme::font(11));
     makeProminent(m_installButton, orange(palette()));
     connect(m_installButton, &QPushButton::clicked, this,
-            [this] { m_services.dependencies.installDependenciesAutomatically(); });
+            [this] { m_tools.installDependenciesAutomatically(); });
     layout->addWidget(m_installButton);
 
     m_missingToolsCard = new GlassCard(content, 10, 10, this);
@@ -326,8 +328,8 @@ QWidget* ConverterView::buildLinkCard()
     connect(m_linkField, &QLineEdit::textChanged, this, [this](const QString& text) {
         m_clearButton->setVisible(!text.isEmpty());
         // The playlist offered is the one in the field.
-        if (m_services.batch.previewLink() != text.trimmed())
-            m_services.batch.clearPreview();
+        if (m_batch.previewLink() != text.trimmed())
+            m_batch.clearPreview();
         updateStartButton();
     });
     m_clearButton->setVisible(false);
@@ -336,8 +338,7 @@ QWidget* ConverterView::buildLinkCard()
 
 QWidget* ConverterView::buildConfigurationCard()
 {
-    auto* form =
-        new OutputOptionsForm(OutputOptionsForm::Kind::converter, m_services.engine, m_desktop);
+    auto* form = new OutputOptionsForm(OutputOptionsForm::Kind::converter, m_engine, m_desktop);
     return new GlassCard(form, 12, 12, this);
 }
 
@@ -416,7 +417,7 @@ QWidget* ConverterView::buildStatusGroup()
     m_cancelButton->setIcon(Symbols::icon(QStringLiteral("xmark.circle.fill"), red(palette()), 13));
     m_cancelButton->setStyleSheet(plainButtonSheet(red(palette())));
     m_cancelButton->setCursor(Qt::PointingHandCursor);
-    connect(m_cancelButton, &QPushButton::clicked, this, [this] { m_services.engine.cancel(); });
+    connect(m_cancelButton, &QPushButton::clicked, this, [this] { m_engine.cancel(); });
     cancelLayout->addWidget(m_cancelButton);
     progressLayout->addWidget(cancelRow);
     m_progressCard = new GlassCard(progress, 12, 12, group);
@@ -446,7 +447,7 @@ QWidget* ConverterView::buildStatusGroup()
     m_queuePlaylistButton =
         smallButton(tr("Queue the whole playlist"), QStringLiteral("music.note.list"), success);
     connect(m_queuePlaylistButton, &QPushButton::clicked, this, [this] {
-        m_services.batch.addPlaylist(Links::playlistOf(m_services.engine.currentUrl()));
+        m_batch.addPlaylist(Links::playlistOf(m_engine.currentUrl()));
         emit navigationRequested(NavigationItem::batch);
     });
     successRow->addWidget(m_queuePlaylistButton);
@@ -476,9 +477,8 @@ QWidget* ConverterView::buildStatusGroup()
     adviceLayout->addWidget(m_adviceLabel, 1);
     m_adviceButton = smallButton(QString(), QString(), m_adviceRow);
     connect(m_adviceButton, &QPushButton::clicked, this, [this] {
-        if (ToolAdvice::forError(m_services.engine.currentStatus().error()) ==
-            ToolAdvice::Kind::updateTools)
-            m_services.updater.updateTools();
+        if (ToolAdvice::forError(m_engine.currentStatus().error()) == ToolAdvice::Kind::updateTools)
+            m_updater.updateTools();
         else
             emit navigationRequested(NavigationItem::settings);
     });
@@ -504,7 +504,7 @@ QWidget* ConverterView::buildStatusGroup()
         smallButton(QString(), QStringLiteral("arrow.down.circle.fill"), playlist);
     makeProminent(m_ripPlaylistButton, orange(palette()));
     connect(m_ripPlaylistButton, &QPushButton::clicked, this, [this] {
-        m_services.batch.ripPreview();
+        m_batch.ripPreview();
         emit navigationRequested(NavigationItem::batch);
     });
     playlistRow->addWidget(m_ripPlaylistButton);
@@ -531,17 +531,16 @@ QWidget* ConverterView::buildStatusGroup()
 
 void ConverterView::startRip()
 {
-    DownloadEngine& engine = m_services.engine;
     // This click is when the screen's choices are kept for the next launch.
-    engine.savePreferences();
+    m_engine.savePreferences();
     // A playlist is offered to the batch rather than ripped here.
     const QString link = m_linkField->text().trimmed();
     if (Links::isList(link)) {
-        m_services.batch.previewPlaylist(link);
+        m_batch.previewPlaylist(link);
         return;
     }
     // The engine trims and checks the link itself.
-    engine.startExtraction(m_linkField->text());
+    m_engine.startExtraction(m_linkField->text());
 }
 
 void ConverterView::pasteFromClipboard()
@@ -555,38 +554,37 @@ void ConverterView::pasteFromClipboard()
 void ConverterView::playFinishedTrack()
 {
     if (const auto record = matchingRecord())
-        m_services.player.play(*record);
+        m_player.play(*record);
 }
 
 void ConverterView::showFinishedFile()
 {
-    const DownloadStatus status = m_services.engine.currentStatus();
+    const DownloadStatus status = m_engine.currentStatus();
     if (status.kind() == DownloadStatus::Kind::completed)
         m_desktop.revealFile(status.filePath());
 }
 
 void ConverterView::newRip()
 {
-    m_services.engine.dismissStatus();
+    m_engine.dismissStatus();
     m_linkField->clear();
 }
 
 void ConverterView::dismiss()
 {
-    m_services.engine.dismissStatus();
+    m_engine.dismissStatus();
 }
 
 void ConverterView::updateTools()
 {
-    const DependencyManager& tools = m_services.dependencies;
-    const bool ready = tools.isReady();
+    const bool ready = m_tools.isReady();
     m_pill->setStatus(ready ? tr("Ready (yt-dlp & ffmpeg)") : tr("Checking Tools"),
                       ready ? green(palette()) : orange(palette()));
 
-    m_missingToolsCard->setVisible(!ready && !tools.isChecking());
-    const bool installing = tools.isInstalling();
+    m_missingToolsCard->setVisible(!ready && !m_tools.isChecking());
+    const bool installing = m_tools.isInstalling();
     if (installing) {
-        m_missingToolsDetail->setText(tools.installProgress());
+        m_missingToolsDetail->setText(m_tools.installProgress());
         setTextColor(m_missingToolsDetail, orange(palette()));
     } else {
         m_missingToolsDetail->setText(
@@ -596,19 +594,18 @@ void ConverterView::updateTools()
     m_installSpinner->setVisible(installing);
     m_installButton->setVisible(!installing);
 
-    const ToolUpdater& updater = m_services.updater;
-    const bool updating = updater.isUpdating();
-    m_updateLine->setVisible(ready && (updating || updater.isYtDlpOutOfDate()));
+    const bool updating = m_updater.isUpdating();
+    m_updateLine->setVisible(ready && (updating || m_updater.isYtDlpOutOfDate()));
     m_updateSpinner->setVisible(updating);
     m_updateButton->setVisible(!updating);
     m_updateText->setText(
-        updating ? updater.message()
-                 : tr("yt-dlp %1 is out of date").arg(tools.ytDlpVersion().value_or(QString())));
+        updating ? m_updater.message()
+                 : tr("yt-dlp %1 is out of date").arg(m_tools.ytDlpVersion().value_or(QString())));
 }
 
 void ConverterView::updateStatus()
 {
-    const DownloadStatus status = m_services.engine.currentStatus();
+    const DownloadStatus status = m_engine.currentStatus();
     using Kind = DownloadStatus::Kind;
     const Kind kind = status.kind();
 
@@ -633,7 +630,7 @@ void ConverterView::updateStatus()
     m_successCard->setVisible(kind == Kind::completed);
     if (kind == Kind::completed) {
         // A page with several videos makes several files: the first is named, the rest counted.
-        const int more = m_services.engine.lastRipMoreCount();
+        const int more = m_engine.lastRipMoreCount();
         const QString name = QFileInfo(status.filePath()).fileName();
         m_fileNameLabel->setText(
             more > 0 ? QString(name + u' ' + DownloadEngine::moreTracksText(more)) : name);
@@ -652,15 +649,15 @@ void ConverterView::updateStatus()
 
     m_newRipButton->setVisible(kind == Kind::completed || kind == Kind::failed);
     m_queuePlaylistButton->setVisible(kind == Kind::completed &&
-                                      !Links::playlistOf(m_services.engine.currentUrl()).isEmpty());
+                                      !Links::playlistOf(m_engine.currentUrl()).isEmpty());
     updatePlayButton();
     updateStartButton();
 }
 
 void ConverterView::updateRipFacts()
 {
-    const std::optional<VideoMetadata> metadata = m_services.engine.currentMetadata();
-    if (!metadata || !m_services.engine.currentStatus().isBusy())
+    const std::optional<VideoMetadata> metadata = m_engine.currentMetadata();
+    if (!metadata || !m_engine.currentStatus().isBusy())
         return;
     m_ripTitleLabel->setText(metadata->title);
     m_ripDetailLabel->setText(metadata->channel + DisplayTexts::kSeparator + metadata->duration);
@@ -669,7 +666,7 @@ void ConverterView::updateRipFacts()
 
 void ConverterView::updatePlaylistOffer()
 {
-    const BatchRunner& batch = m_services.batch;
+    const BatchRunner& batch = m_batch;
     const bool listing = batch.isPreviewListing();
     const bool listed = !listing && batch.previewError().isEmpty();
     m_playlistCard->setVisible(!batch.previewLink().isEmpty());
@@ -683,10 +680,10 @@ void ConverterView::updatePlaylistOffer()
 
 std::optional<HistoryTrack> ConverterView::matchingRecord() const
 {
-    const DownloadStatus status = m_services.engine.currentStatus();
+    const DownloadStatus status = m_engine.currentStatus();
     if (status.kind() != DownloadStatus::Kind::completed)
         return std::nullopt;
-    for (const HistoryTrack& track : m_services.history.tracks()) {
+    for (const HistoryTrack& track : m_history.tracks()) {
         if (track.filePath == status.filePath())
             return track;
     }
@@ -699,7 +696,7 @@ void ConverterView::updatePlayButton()
     m_playButton->setVisible(record.has_value());
     if (!record)
         return;
-    const AudioPlayerService& player = m_services.player;
+    const AudioPlayerService& player = m_player;
     const auto current = player.currentTrack();
     const bool playingThis = player.isPlaying() && current && current->filePath == record->filePath;
     const QString symbolName =
@@ -712,10 +709,10 @@ void ConverterView::updatePlayButton()
 
 void ConverterView::updateStartButton()
 {
-    const DownloadEngine& engine = m_services.engine;
-    const bool busy = engine.currentStatus().isBusy();
-    const QString title = busy ? tr("Extracting Audio...")
-                               : rippingTitle(engine.selectedFormat(), engine.selectedQuality());
+    const bool busy = m_engine.currentStatus().isBusy();
+    const QString title = busy
+                              ? tr("Extracting Audio...")
+                              : rippingTitle(m_engine.selectedFormat(), m_engine.selectedQuality());
     m_startButton->setText(title);
     m_startButton->setAccessibleName(title);
     m_startButton->setIconName(busy ? QStringLiteral("waveform")

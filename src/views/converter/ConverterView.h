@@ -4,17 +4,21 @@
 #include "models/AudioFormat.h"
 #include "models/AudioQuality.h"
 #include "models/HistoryTrack.h"
-#include "services/Services.h"
 #include "views/components/ThemedScreen.h"
 #include "views/shell/NavigationItem.h"
 
 #include <optional>
 
 class ActivitySpinner;
+class AudioPlayerService;
+class BatchRunner;
+class DependencyManager;
 class DesktopServices;
+class DownloadEngine;
 class ElidedLabel;
 class GlassCard;
 class GradientButton;
+class HistoryStore;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
@@ -22,6 +26,7 @@ class QPushButton;
 class QStackedWidget;
 class QToolButton;
 class StatusPill;
+class ToolUpdater;
 
 // The converter screen: one link in, one extraction started, followed and acted on.
 // It owns only the text of the link field; everything else is drawn from the services.
@@ -31,8 +36,9 @@ class ConverterView : public ThemedScreen
 
 public:
     // desktop reveals the finished file and opens the folder (nullptr: the system's).
-    explicit ConverterView(const Services& services, DesktopServices* desktop = nullptr,
-                           QWidget* parent = nullptr);
+    ConverterView(DownloadEngine& engine, DependencyManager& tools, HistoryStore& history,
+                  AudioPlayerService& player, BatchRunner& batch, ToolUpdater& updater,
+                  DesktopServices* desktop = nullptr, QWidget* parent = nullptr);
     ~ConverterView() override;
 
     QString inputUrl() const;
@@ -74,7 +80,12 @@ private:
     void updatePlaylistOffer();
     std::optional<HistoryTrack> matchingRecord() const;
 
-    Services m_services;
+    DownloadEngine& m_engine;
+    DependencyManager& m_tools;
+    HistoryStore& m_history;
+    AudioPlayerService& m_player;
+    BatchRunner& m_batch;
+    ToolUpdater& m_updater;
     DesktopServices& m_desktop;
 
     StatusPill* m_pill = nullptr;

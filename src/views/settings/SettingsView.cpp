@@ -5,7 +5,6 @@
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/EnginePreferences.h"
-#include "services/Services.h"
 #include "services/ToolUpdater.h"
 #include "views/components/ActivitySpinner.h"
 #include "views/components/DesktopTexts.h"
@@ -80,28 +79,30 @@ GlassCard* card(QWidget* content, QWidget* parent)
 
 } // namespace
 
-SettingsView::SettingsView(const Services& services, QWidget* parent)
+SettingsView::SettingsView(DownloadEngine& engine, DependencyManager& tools, ToolUpdater& updater,
+                           QWidget* parent)
     : ThemedScreen(Scrolling::scrolls, parent)
-    , m_services(services)
+    , m_engine(engine)
+    , m_tools(tools)
+    , m_updater(updater)
 {
     setAccessibleName(tr("Settings"));
     setAutoFillBackground(true);
     buildContent();
 
-    DependencyManager& tools = m_services.dependencies;
     for (auto signal :
          {&DependencyManager::ytDlpPathChanged, &DependencyManager::ffmpegPathChanged,
           &DependencyManager::ytDlpVersionChanged, &DependencyManager::ffmpegVersionChanged,
           &DependencyManager::isReadyChanged, &DependencyManager::isInstallingChanged,
           &DependencyManager::installProgressChanged}) {
-        connect(&tools, signal, this, &SettingsView::updateTools);
+        connect(&m_tools, signal, this, &SettingsView::updateTools);
     }
-    connect(&tools, &DependencyManager::javaScriptRuntimeChanged, this, &SettingsView::updateTools);
-    ToolUpdater& updater = m_services.updater;
+    connect(&m_tools, &DependencyManager::javaScriptRuntimeChanged, this,
+            &SettingsView::updateTools);
     for (auto signal : {&ToolUpdater::latestVersionsChanged, &ToolUpdater::ytDlpOutOfDateChanged,
                         &ToolUpdater::isUpdatingChanged, &ToolUpdater::messageChanged,
                         &ToolUpdater::hasPreviousYtDlpChanged})
-        connect(&updater, signal, this, &SettingsView::updateTools);
+        connect(&m_updater, signal, this, &SettingsView::updateTools);
 }
 
 SettingsView::~SettingsView() = default;
@@ -109,7 +110,7 @@ SettingsView::~SettingsView() = default;
 void SettingsView::buildContent()
 {
     // What the user typed as the proxy, and whether it was refused, outlive a rebuild.
-    const QString proxyText = m_proxyField ? m_proxyField->text() : m_services.engine.proxy();
+    const QString proxyText = m_proxyField ? m_proxyField->text() : m_engine.proxy();
     const bool proxyRefused = m_proxyError && !m_proxyError->isHidden();
     QWidget* content = beginContent();
     // Cards keep room around their panels for the shadow; margins and gaps are trimmed by it
@@ -138,17 +139,16 @@ QWidget* SettingsView::buildDefaultsCard()
     auto* content = new QWidget;
     QVBoxLayout* layout = column(content, 14);
     layout->addWidget(sectionTitle(tr("General Defaults"), this));
-    layout->addWidget(new OutputOptionsForm(OutputOptionsForm::Kind::settings, m_services.engine,
+    layout->addWidget(new OutputOptionsForm(OutputOptionsForm::Kind::settings, m_engine,
                                             DesktopServices::system(), content));
 
     // How many batch items rip side by side.
     auto* parallel = new QSpinBox;
     parallel->setRange(1, 4);
-    DownloadEngine& engine = m_services.engine;
-    parallel->setValue(engine.simultaneousRips());
-    connect(parallel, &QSpinBox::valueChanged, this, [&engine](int count) {
-        engine.setSimultaneousRips(count);
-        engine.savePreferences();
+    parallel->setValue(m_engine.simultaneousRips());
+    connect(parallel, &QSpinBox::valueChanged, this, [this](int count) {
+        m_engine.setSimultaneousRips(count);
+        m_engine.savePreferences();
     });
     layout->addWidget(labelledRow(tr("Simultaneous rips"), parallel, 0));
     return card(content, this);
@@ -156,7 +156,6 @@ QWidget* SettingsView::buildDefaultsCard()
 
 QWidget* SettingsView::buildToolsCard()
 {
-    DependencyManager& tools = m_services.dependencies;
     auto* content = new QWidget;
     QVBoxLayout* layout = column(content, 14);
 
@@ -166,25 +165,24 @@ QWidget* SettingsView::buildToolsCard()
     headerRow->addWidget(sectionTitle(tr("Engine & CLI Tools"), this));
     headerRow->addStretch(1);
     QPushButton* check = smallButton(tr("Check Dependencies"), QString(), header);
-    connect(check, &QPushButton::clicked, &tools, &DependencyManager::checkDependencies);
+    connect(check, &QPushButton::clicked, &m_tools, &DependencyManager::checkDependencies);
     headerRow->addWidget(check);
     layout->addWidget(header);
 
     m_ytDlpRow = new ToolStatusRow(QStringLiteral("yt-dlp"), content);
     layout->addWidget(m_ytDlpRow);
-    ToolUpdater& updater = m_services.updater;
     m_updateButton = smallButton(tr("Update yt-dlp"), QString(), m_ytDlpRow);
-    connect(m_updateButton, &QPushButton::clicked, &updater, &ToolUpdater::updateYtDlp);
+    connect(m_updateButton, &QPushButton::clicked, &m_updater, &ToolUpdater::updateYtDlp);
     m_ytDlpRow->addButton(m_updateButton);
     m_previousButton = smallButton(tr("Use previous version"), QString(), m_ytDlpRow);
-    connect(m_previousButton, &QPushButton::clicked, &updater, &ToolUpdater::usePreviousYtDlp);
+    connect(m_previousButton, &QPushButton::clicked, &m_updater, &ToolUpdater::usePreviousYtDlp);
     m_ytDlpRow->addButton(m_previousButton);
     m_ffmpegRow = new ToolStatusRow(QStringLiteral("ffmpeg"), content);
     layout->addWidget(m_ffmpegRow);
     m_runtimeRow = new ToolStatusRow(tr("JavaScript runtime"), content);
     m_denoButton = smallButton(tr("Install"), QString(), m_runtimeRow);
     m_denoButton->setAccessibleName(tr("Install Deno"));
-    connect(m_denoButton, &QPushButton::clicked, &updater, &ToolUpdater::installDeno);
+    connect(m_denoButton, &QPushButton::clicked, &m_updater, &ToolUpdater::installDeno);
     m_runtimeRow->addButton(m_denoButton);
     layout->addWidget(m_runtimeRow);
 
@@ -208,7 +206,7 @@ QWidget* SettingsView::buildToolsCard()
     m_installButton =
         smallButton(tr("Download & Install Missing Tools Automatically"), QString(), m_installRow);
     makeProminent(m_installButton, orange(palette()));
-    connect(m_installButton, &QPushButton::clicked, &updater, &ToolUpdater::installMissing);
+    connect(m_installButton, &QPushButton::clicked, &m_updater, &ToolUpdater::installMissing);
     installLayout->addWidget(m_installButton);
     m_installSpinner = new ActivitySpinner(14, m_installRow);
     installLayout->addWidget(m_installSpinner);
@@ -223,19 +221,19 @@ QWidget* SettingsView::buildToolsCard()
     m_cookiesBox->addItem(tr("None"), QString());
     for (const QString& browser : EnginePreferences::cookieBrowsers())
         m_cookiesBox->addItem(browserName(browser), browser);
-    DownloadEngine& engine = m_services.engine;
-    m_cookiesBox->setCurrentIndex(std::max(0, m_cookiesBox->findData(engine.cookiesFromBrowser())));
-    connect(m_cookiesBox, &QComboBox::activated, this, [this, &engine] {
-        engine.setCookiesFromBrowser(m_cookiesBox->currentData().toString());
-        engine.savePreferences();
+    m_cookiesBox->setCurrentIndex(
+        std::max(0, m_cookiesBox->findData(m_engine.cookiesFromBrowser())));
+    connect(m_cookiesBox, &QComboBox::activated, this, [this] {
+        m_engine.setCookiesFromBrowser(m_cookiesBox->currentData().toString());
+        m_engine.savePreferences();
     });
     layout->addWidget(labelledRow(tr("Use cookies from"), m_cookiesBox, 4));
     addNetworkRows(layout);
 
     auto* automatic = new QCheckBox(tr("Check for tool updates automatically"), content);
     automatic->setFont(Theme::font(12));
-    automatic->setChecked(updater.checksAutomatically());
-    connect(automatic, &QCheckBox::toggled, &updater, &ToolUpdater::setChecksAutomatically);
+    automatic->setChecked(m_updater.checksAutomatically());
+    connect(automatic, &QCheckBox::toggled, &m_updater, &ToolUpdater::setChecksAutomatically);
     layout->addWidget(automatic);
 
     return card(content, this);
@@ -243,7 +241,6 @@ QWidget* SettingsView::buildToolsCard()
 
 void SettingsView::addNetworkRows(QVBoxLayout* layout)
 {
-    DownloadEngine& engine = m_services.engine;
     m_proxyField = new QLineEdit;
     m_proxyField->setPlaceholderText(tr("None"));
     m_proxyField->setMinimumWidth(260);
@@ -261,10 +258,10 @@ void SettingsView::addNetworkRows(QVBoxLayout* layout)
     limit->setSuffix(tr(" KB/s"));
     // 0 reads as what it means.
     limit->setSpecialValueText(tr("No limit"));
-    limit->setValue(engine.speedLimitKBps());
-    connect(limit, &QSpinBox::valueChanged, this, [&engine](int value) {
-        engine.setSpeedLimitKBps(value);
-        engine.savePreferences();
+    limit->setValue(m_engine.speedLimitKBps());
+    connect(limit, &QSpinBox::valueChanged, this, [this](int value) {
+        m_engine.setSpeedLimitKBps(value);
+        m_engine.savePreferences();
     });
     layout->addWidget(labelledRow(tr("Download speed limit"), limit, 0));
 }
@@ -277,17 +274,16 @@ QString SettingsView::proxyRefusedText()
 
 void SettingsView::applyProxy()
 {
-    DownloadEngine& engine = m_services.engine;
     const QString text = m_proxyField->text().trimmed();
     // A link yt-dlp cannot use is not saved; the line says what would be.
-    if (!engine.setProxy(text)) {
+    if (!m_engine.setProxy(text)) {
         m_proxyError->show();
         return;
     }
     m_proxyError->hide();
     if (m_proxyField->text() != text)
         m_proxyField->setText(text);
-    engine.savePreferences();
+    m_engine.savePreferences();
 }
 
 QWidget* SettingsView::buildAboutCard()
@@ -312,32 +308,30 @@ QWidget* SettingsView::buildAboutCard()
 
 void SettingsView::updateTools()
 {
-    const DependencyManager& tools = m_services.dependencies;
-    m_ytDlpRow->setTool(tools.ytDlpPath(), tools.ytDlpVersion());
-    m_ffmpegRow->setTool(tools.ffmpegPath(), tools.ffmpegVersion());
-    m_runtimeRow->setTool(tools.denoPath(), tools.denoVersion());
-    const bool runtime = tools.hasJavaScriptRuntime();
-    m_runtimeRow->setNote(runtime            ? QString()
-                          : tools.denoPath() ? tr("Needs Deno 2.3 or later")
-                                             : tr("YouTube needs it for most videos"));
+    m_ytDlpRow->setTool(m_tools.ytDlpPath(), m_tools.ytDlpVersion());
+    m_ffmpegRow->setTool(m_tools.ffmpegPath(), m_tools.ffmpegVersion());
+    m_runtimeRow->setTool(m_tools.denoPath(), m_tools.denoVersion());
+    const bool runtime = m_tools.hasJavaScriptRuntime();
+    m_runtimeRow->setNote(runtime              ? QString()
+                          : m_tools.denoPath() ? tr("Needs Deno 2.3 or later")
+                                               : tr("YouTube needs it for most videos"));
 
-    const ToolUpdater& updater = m_services.updater;
-    const bool updating = updater.isUpdating();
-    m_ytDlpRow->setNote(updater.ytDlpNote());
-    m_updateButton->setVisible(tools.ytDlpPath().has_value());
+    const bool updating = m_updater.isUpdating();
+    m_ytDlpRow->setNote(m_updater.ytDlpNote());
+    m_updateButton->setVisible(m_tools.ytDlpPath().has_value());
     m_updateButton->setEnabled(!updating);
-    m_previousButton->setVisible(updater.hasPreviousYtDlp());
+    m_previousButton->setVisible(m_updater.hasPreviousYtDlp());
     m_previousButton->setEnabled(!updating);
     m_denoButton->setVisible(!runtime);
     m_denoButton->setEnabled(!updating);
-    m_updateRow->setVisible(updating || !updater.message().isEmpty());
+    m_updateRow->setVisible(updating || !m_updater.message().isEmpty());
     m_updateSpinner->setVisible(updating);
-    m_updateMessage->setText(updater.message());
+    m_updateMessage->setText(m_updater.message());
 
-    const bool installing = tools.isInstalling();
-    m_installRow->setVisible(!tools.isReady());
+    const bool installing = m_tools.isInstalling();
+    m_installRow->setVisible(!m_tools.isReady());
     m_installButton->setVisible(!installing);
     m_installSpinner->setVisible(installing);
     m_installProgress->setVisible(installing);
-    m_installProgress->setText(tools.installProgress());
+    m_installProgress->setText(m_tools.installProgress());
 }

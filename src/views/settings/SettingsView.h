@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "services/Services.h"
 #include "views/components/ThemedScreen.h"
 
 class ActivitySpinner;
+class DependencyManager;
+class DownloadEngine;
 class ElidedLabel;
 class QComboBox;
 class QLabel;
@@ -12,6 +13,7 @@ class QLineEdit;
 class QVBoxLayout;
 class QPushButton;
 class ToolStatusRow;
+class ToolUpdater;
 
 // The settings screen: the engine's saved defaults, edited and saved at every change, and the
 // state of the two tools with re-check and install actions. It keeps no state of its own.
@@ -20,7 +22,8 @@ class SettingsView : public ThemedScreen
     Q_OBJECT
 
 public:
-    explicit SettingsView(const Services& services, QWidget* parent = nullptr);
+    SettingsView(DownloadEngine& engine, DependencyManager& tools, ToolUpdater& updater,
+                 QWidget* parent = nullptr);
     ~SettingsView() override;
 
 private:
@@ -35,7 +38,9 @@ private:
 
     void updateTools();
 
-    Services m_services;
+    DownloadEngine& m_engine;
+    DependencyManager& m_tools;
+    ToolUpdater& m_updater;
 
     ToolStatusRow* m_ytDlpRow = nullptr;
     ToolStatusRow* m_ffmpegRow = nullptr;

@@ -42,7 +42,9 @@ QWidget* ScreenFactory::create(NavigationItem item, QWidget* parent) const
 
 QWidget* ScreenFactory::converter(QWidget* parent) const
 {
-    return new ConverterView(m_services, nullptr, parent);
+    return new ConverterView(m_services.engine, m_services.dependencies, m_services.history,
+                             m_services.player, m_services.batch, m_services.updater, nullptr,
+                             parent);
 }
 
 QWidget* ScreenFactory::batch(QWidget* parent) const
@@ -58,5 +60,5 @@ QWidget* ScreenFactory::library(QWidget* parent) const
 
 QWidget* ScreenFactory::settings(QWidget* parent) const
 {
-    return new SettingsView(m_services, parent);
+    return new SettingsView(m_services.engine, m_services.dependencies, m_services.updater, parent);
 }
