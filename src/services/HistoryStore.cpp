@@ -83,6 +83,10 @@ struct HistoryStore::Disk
     // Held from the read until the store goes, so two processes never write one library.
     std::unique_ptr<QLockFile> lock;
     std::atomic<bool> closing = false;
+    // The worker's own copy of the list, changed as the store's is and written from: a save
+    // never shares the store's list, so a change on the GUI thread never copies 100,000
+    // records because a save of the last one is still running (library_add_100k_screen_ms).
+    QList<HistoryTrack> tracks;
 
     // Waits for another process (veldtone-rip) to let go of the library; false when the store
     // closes first.
@@ -160,6 +164,8 @@ void HistoryStore::load()
             if (!loaded.claimed || !QFileInfo::exists(disk->filePath))
                 return loaded;
             if (auto tracks = HistoryTrackJson::decodeFile(disk->filePath)) {
+                // A list of its own, not a shared one (see Disk::tracks).
+                disk->tracks = QList<HistoryTrack>(tracks->cbegin(), tracks->cend());
                 loaded.tracks = std::move(*tracks);
                 return loaded;
             }
@@ -186,8 +192,10 @@ void HistoryStore::publishLoaded(Loaded loaded)
     m_state = State::loaded;
     m_tracks = std::move(loaded.tracks);
     const bool changedMeanwhile = !m_changesWhileLoading.empty();
-    for (const Change& apply : m_changesWhileLoading)
+    for (const Change& apply : m_changesWhileLoading) {
         apply(m_tracks);
+        applyOnDisk(apply);
+    }
     m_changesWhileLoading.clear();
     emit tracksReplaced();
     emit tracksChanged();
@@ -201,15 +209,24 @@ void HistoryStore::change(Change apply, const std::function<void()>& announce)
     // The file is read before anything is written over it.
     load();
     apply(m_tracks);
-    if (m_state == State::loading)
-        m_changesWhileLoading.push_back(std::move(apply));
     if (m_state == State::loaded && announce)
         announce();
     else
         emit tracksReplaced();
+    // The worker's copy follows once nothing here reads what the change reported.
+    if (m_state == State::loading)
+        m_changesWhileLoading.push_back(std::move(apply));
+    else if (m_state == State::loaded)
+        applyOnDisk(std::move(apply));
     emit tracksChanged();
     if (m_state == State::loaded)
         save();
+}
+
+void HistoryStore::applyOnDisk(Change apply)
+{
+    // The worker runs one task at a time, in order: each save sees every change before it.
+    m_worker.start([disk = m_disk, apply = std::move(apply)] { apply(disk->tracks); });
 }
 
 void HistoryStore::save()
@@ -217,11 +234,11 @@ void HistoryStore::save()
     const int number = ++m_disk->latestSave;
     runInBackground(
         &m_worker, this,
-        [disk = m_disk, tracks = m_tracks, number]() -> std::optional<std::optional<QString>> {
+        [disk = m_disk, number]() -> std::optional<std::optional<QString>> {
             // A newer save holds this one's changes too: it reports instead.
             if (number != disk->latestSave)
                 return std::nullopt;
-            return write(disk->filePath, disk->mustKeepAside, tracks);
+            return write(disk->filePath, disk->mustKeepAside, disk->tracks);
         },
         [this](const std::optional<std::optional<QString>>& written) {
             if (written)

@@ -105,6 +105,8 @@ private:
     // that, or without one, the whole list counts as replaced.
     void change(Change apply, const std::function<void()>& announce = {});
     void publishLoaded(Loaded loaded);
+    // Makes the same change to the worker's copy of the list.
+    void applyOnDisk(Change apply);
     void save();
     void saveEnded(const QString& error);
 

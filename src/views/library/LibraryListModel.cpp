@@ -54,16 +54,19 @@ LibraryListModel::~LibraryListModel()
 
 void LibraryListModel::reloadTracks()
 {
-    m_tracks = m_history.tracks();
+    const QList<HistoryTrack>& tracks = m_history.tracks();
+    m_ids.clear();
+    m_ids.reserve(tracks.size());
+    for (const HistoryTrack& track : tracks)
+        m_ids.append(track.id);
     m_index = LibrarySearchIndex();
-    m_indexReady = m_tracks.isEmpty();
+    m_indexReady = tracks.isEmpty();
     m_indexChanges.clear();
     // A build still running for an older list is left to finish unheard.
     const int generation = ++m_indexGeneration;
     if (!m_indexReady) {
         m_pendingIndex = runInBackground(
-            QThreadPool::globalInstance(), this,
-            [tracks = m_tracks] { return LibrarySearchIndex(tracks); },
+            QThreadPool::globalInstance(), this, [tracks] { return LibrarySearchIndex(tracks); },
             [this, generation](const LibrarySearchIndex& index) {
                 if (generation != m_indexGeneration)
                     return;
@@ -95,7 +98,7 @@ void LibraryListModel::refilter()
 {
     if (m_searchText.isEmpty() && m_selectedFilter == u"All") {
         // The whole library: no need for the index.
-        m_rows.resize(m_tracks.size());
+        m_rows.resize(m_ids.size());
         std::iota(m_rows.begin(), m_rows.end(), qsizetype(0));
         return;
     }
@@ -113,11 +116,7 @@ bool LibraryListModel::passes(qsizetype position) const
 
 qsizetype LibraryListModel::positionOf(const QUuid& id) const
 {
-    for (qsizetype i = 0; i < m_tracks.size(); ++i) {
-        if (m_tracks.at(i).id == id)
-            return i;
-    }
-    return -1;
+    return m_ids.indexOf(id);
 }
 
 int LibraryListModel::rowOf(qsizetype position) const
@@ -129,7 +128,7 @@ int LibraryListModel::rowOf(qsizetype position) const
 void LibraryListModel::insertRecord(const HistoryTrack& track)
 {
     // Every record moves one place down; the rows stay the rows they were.
-    m_tracks.prepend(track);
+    m_ids.prepend(track.id);
     for (qsizetype& position : m_rows)
         ++position;
     changeIndex([track](LibrarySearchIndex& index) { index.replace(0, 0, {track}); });
@@ -145,7 +144,7 @@ void LibraryListModel::removeRecord(qsizetype position)
     const int row = rowOf(position);
     if (row >= 0)
         beginRemoveRows({}, row, row);
-    m_tracks.remove(position);
+    m_ids.remove(position);
     if (row >= 0)
         m_rows.remove(row);
     for (qsizetype& shown : m_rows) {
@@ -164,7 +163,6 @@ void LibraryListModel::updateRecord(const QUuid& id)
     if (position < 0 || position >= stored.size() || stored.at(position).id != id)
         return;
     const HistoryTrack track = stored.at(position);
-    m_tracks[position] = track;
     changeIndex(
         [position, track](LibrarySearchIndex& index) { index.replace(position, 1, {track}); });
     const int row = rowOf(position);
@@ -213,7 +211,17 @@ int LibraryListModel::rowCount(const QModelIndex& parent) const
 
 const HistoryTrack& LibraryListModel::trackAt(int row) const
 {
-    return m_tracks.at(m_rows.at(row));
+    const QList<HistoryTrack>& tracks = m_history.tracks();
+    const qsizetype position = m_rows.at(row);
+    if (position < tracks.size() && tracks.at(position).id == m_ids.at(position))
+        return tracks.at(position);
+    // Between the store's change and this model's, a view asking is answered by id.
+    for (const HistoryTrack& track : tracks) {
+        if (track.id == m_ids.at(position))
+            return track;
+    }
+    static const HistoryTrack kGone;
+    return kGone;
 }
 
 bool LibraryListModel::isPlaying(const HistoryTrack& track) const
