@@ -62,6 +62,14 @@ void LibrarySearchIndex::rebuild(const QList<HistoryTrack>& tracks)
 void LibrarySearchIndex::replace(qsizetype position, qsizetype count,
                                  const QList<HistoryTrack>& inserted)
 {
+    // Kept oldest first, so the newest record, the one a rip adds, goes on the end.
+    const QList<HistoryTrack> reversed(inserted.crbegin(), inserted.crend());
+    replaceStored(size() - position - count, count, reversed);
+}
+
+void LibrarySearchIndex::replaceStored(qsizetype position, qsizetype count,
+                                       const QList<HistoryTrack>& inserted)
+{
     if (m_titleStarts.empty())
         m_titleStarts.push_back(0);
     const auto first = static_cast<size_t>(position);
@@ -106,7 +114,7 @@ void LibrarySearchIndex::replace(qsizetype position, qsizetype count,
 bool LibrarySearchIndex::passes(qsizetype position, const QString& searchText,
                                 const QString& selectedFilter) const
 {
-    const auto record = static_cast<size_t>(position);
+    const auto record = static_cast<size_t>(size() - 1 - position);
     if (selectedFilter != QStringLiteral("All") &&
         !formatPassesFilter(m_formats[record], selectedFilter))
         return false;
@@ -138,9 +146,9 @@ QList<qsizetype> LibrarySearchIndex::matches(const QString& searchText,
 
     const QString needle = foldedForSearch(searchText);
     if (needle.isEmpty()) {
-        for (qsizetype i = 0; i < count; ++i) {
+        for (qsizetype i = count - 1; i >= 0; --i) {
             if (formatPasses[m_formats[static_cast<size_t>(i)].value()])
-                result.append(i);
+                result.append(count - 1 - i);
         }
         return result;
     }
@@ -164,8 +172,10 @@ QList<qsizetype> LibrarySearchIndex::matches(const QString& searchText,
             continue;
         }
         if (formatPasses[m_formats[record].value()])
-            result.append(static_cast<qsizetype>(record));
+            result.append(count - 1 - static_cast<qsizetype>(record));
         from = *next; // One hit per record is enough.
     }
+    // Found oldest first; the library shows the newest first.
+    std::reverse(result.begin(), result.end());
     return result;
 }

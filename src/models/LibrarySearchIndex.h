@@ -25,13 +25,16 @@ public:
     // Whether the record at position passes.
     bool passes(qsizetype position, const QString& searchText, const QString& selectedFilter) const;
 
-    // Follows the library change by change: count records from position give way to
-    // inserted, in their order. The records after them move; nothing else is folded again.
+    // Follows the library change by change: count records from position (in library order,
+    // newest first) give way to inserted, in their order. Nothing else is folded again.
     void replace(qsizetype position, qsizetype count, const QList<HistoryTrack>& inserted);
 
 private:
-    // Record i owns [m_titleStarts[i], m_titleStarts[i + 1]): its folded title, a separator,
-    // its folded channel (from m_channelStarts[i]) and a separator.
+    // replace() in the stored order, oldest first.
+    void replaceStored(qsizetype position, qsizetype count, const QList<HistoryTrack>& inserted);
+
+    // The records are kept oldest first. Record i owns [m_titleStarts[i], m_titleStarts[i + 1]):
+    // its folded title, a separator, its folded channel (from m_channelStarts[i]) and a separator.
     QString m_text;
     std::vector<qsizetype> m_titleStarts;
     std::vector<qsizetype> m_channelStarts;
