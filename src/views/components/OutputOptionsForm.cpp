@@ -22,18 +22,6 @@
 
 using namespace Theme;
 
-namespace {
-
-QVBoxLayout* column(QWidget* owner, int spacing)
-{
-    auto* layout = new QVBoxLayout(owner);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing);
-    return layout;
-}
-
-} // namespace
-
 OutputOptionsForm::OutputOptionsForm(Kind kind, DownloadEngine& engine, DesktopServices& desktop,
                                      QWidget* parent)
     : QWidget(parent)

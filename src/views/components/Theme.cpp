@@ -6,10 +6,12 @@
 #include <QFontDatabase>
 #include <QFrame>
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QImage>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 #include <vector>
@@ -154,6 +156,22 @@ QColor windowBackground(const QPalette& palette)
 QColor controlBackground(const QPalette& palette)
 {
     return palette.color(QPalette::Base);
+}
+
+QHBoxLayout* row(QWidget* owner, int spacing)
+{
+    auto* layout = new QHBoxLayout(owner);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    return layout;
+}
+
+QVBoxLayout* column(QWidget* owner, int spacing)
+{
+    auto* layout = new QVBoxLayout(owner);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    return layout;
 }
 
 QColor withOpacity(QColor color, qreal opacity)

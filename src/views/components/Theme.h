@@ -9,9 +9,11 @@
 #include <QString>
 
 class QFrame;
+class QHBoxLayout;
 class QLabel;
 class QPainter;
 class QPushButton;
+class QVBoxLayout;
 class QWidget;
 
 // The one style kit of the screens: the light and dark palettes with their named colours, the
@@ -76,6 +78,9 @@ QLabel* symbol(const QString& symbolName, const QColor& color, int pixelSize,
                QWidget* parent = nullptr);
 void setSymbol(QLabel* label, const QString& symbolName, const QColor& color, int pixelSize);
 QFrame* divider(QWidget* parent = nullptr);
+// A layout for owner with no margins: parts side by side, or one above the other.
+QHBoxLayout* row(QWidget* owner, int spacing);
+QVBoxLayout* column(QWidget* owner, int spacing);
 
 // The nearest counterparts of the platform's button styles.
 enum class ControlSize

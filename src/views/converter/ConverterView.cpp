@@ -19,6 +19,7 @@
 #include "views/components/GradientButton.h"
 #include "views/components/OutputOptionsForm.h"
 #include "views/components/RoundedPanel.h"
+#include "views/components/SlimProgressBar.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
 #include "views/converter/AppBadge.h"
@@ -45,22 +46,6 @@ namespace {
 
 const QList<QColor> kStartGradient = {QColor(255, 59, 48), QColor(255, 149, 0)};
 
-QHBoxLayout* row(QWidget* owner, int spacing)
-{
-    auto* layout = new QHBoxLayout(owner);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing);
-    return layout;
-}
-
-QVBoxLayout* column(QWidget* owner, int spacing)
-{
-    auto* layout = new QVBoxLayout(owner);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing);
-    return layout;
-}
-
 // A symbol followed by a text, added to a row; returns the text part.
 QLabel* symbolText(const QString& symbolName, const QColor& color, int pixelSize, QWidget* owner,
                    QHBoxLayout* layout)
@@ -72,40 +57,6 @@ QLabel* symbolText(const QString& symbolName, const QColor& color, int pixelSize
     layout->addWidget(text);
     return text;
 }
-
-// A thin rounded track with a rounded fill, painted here rather than by a style sheet.
-class SlimProgressBar : public QProgressBar
-{
-public:
-    SlimProgressBar(const QColor& track, const QColor& fill, QWidget* parent)
-        : QProgressBar(parent)
-        , m_track(track)
-        , m_fill(fill)
-    {}
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        const QRectF area = rect();
-        const qreal radius = 3;
-        painter.setBrush(m_track);
-        painter.drawRoundedRect(area, radius, radius);
-        const qreal span = maximum() - minimum();
-        const qreal part = span > 0 ? qBound(0.0, (value() - minimum()) / span, 1.0) : 0.0;
-        if (part <= 0)
-            return;
-        painter.setBrush(m_fill);
-        painter.drawRoundedRect(QRectF(area.topLeft(), QSizeF(area.width() * part, area.height())),
-                                radius, radius);
-    }
-
-private:
-    QColor m_track;
-    QColor m_fill;
-};
 
 } // namespace
 
@@ -377,9 +328,7 @@ QWidget* ConverterView::buildStatusGroup()
     headlineRow->addWidget(m_percentLabel);
     downloading->addWidget(headline);
 
-    QColor track = palette().color(QPalette::WindowText);
-    track.setAlphaF(0.12f);
-    m_progressBar = new SlimProgressBar(track, orange(palette()), m_downloadingForm);
+    m_progressBar = new SlimProgressBar(m_downloadingForm);
     m_progressBar->setRange(0, 1000);
     m_progressBar->setTextVisible(false);
     m_progressBar->setFixedHeight(6);

@@ -28,14 +28,6 @@ using namespace Theme;
 
 namespace {
 
-QVBoxLayout* column(QWidget* owner, int spacing)
-{
-    auto* layout = new QVBoxLayout(owner);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing);
-    return layout;
-}
-
 // The browser's own name, as the menu shows it.
 QString browserName(const QString& browser)
 {
