@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QImage>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -156,6 +157,15 @@ QColor windowBackground(const QPalette& palette)
 QColor controlBackground(const QPalette& palette)
 {
     return palette.color(QPalette::Base);
+}
+
+void makeBorderless(QLineEdit* field)
+{
+    field->setFrame(false);
+    field->setAttribute(Qt::WA_MacShowFocusRect, false);
+    QPalette palette = field->palette();
+    palette.setColor(QPalette::Base, Qt::transparent);
+    field->setPalette(palette);
 }
 
 QHBoxLayout* row(QWidget* owner, int spacing)

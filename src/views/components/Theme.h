@@ -11,6 +11,7 @@
 class QFrame;
 class QHBoxLayout;
 class QLabel;
+class QLineEdit;
 class QPainter;
 class QPushButton;
 class QVBoxLayout;
@@ -78,6 +79,10 @@ QLabel* symbol(const QString& symbolName, const QColor& color, int pixelSize,
                QWidget* parent = nullptr);
 void setSymbol(QLabel* label, const QString& symbolName, const QColor& color, int pixelSize);
 QFrame* divider(QWidget* parent = nullptr);
+// A text field without frame or background, drawn on the panel behind it. A palette, not a
+// style sheet, which would give the field a style sheet style of its own and slow the first
+// show.
+void makeBorderless(QLineEdit* field);
 // A layout for owner with no margins: parts side by side, or one above the other.
 QHBoxLayout* row(QWidget* owner, int spacing);
 QVBoxLayout* column(QWidget* owner, int spacing);

@@ -247,16 +247,12 @@ QWidget* ConverterView::buildLinkCard()
     inputRow->addWidget(symbol(QStringLiteral("link"), secondaryText(palette()), 13, input));
 
     m_linkField = new QLineEdit(input);
-    m_linkField->setFrame(false);
     m_linkField->setFont(Theme::font(13));
     m_linkField->setAccessibleName(tr("YouTube Video Link"));
     m_linkField->setPlaceholderText(
         tr("https://www.youtube.com/watch?v=dQw4w9WgXcQ or https://youtu.be/dQw4w9WgXcQ"));
-    // Borderless: the rounded panel behind is the field's background. A palette, not a style
-    // sheet, which would give the field a style sheet style of its own and slow the first show.
-    QPalette fieldPalette = m_linkField->palette();
-    fieldPalette.setColor(QPalette::Base, Qt::transparent);
-    m_linkField->setPalette(fieldPalette);
+    // The rounded panel behind is the field's background.
+    makeBorderless(m_linkField);
     inputRow->addWidget(m_linkField, 1);
 
     m_clearButton = new QToolButton(input);

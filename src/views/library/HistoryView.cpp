@@ -84,7 +84,9 @@ QMessageBox* confirmation(QWidget* parent, const QString& title, const QString& 
     QPushButton* cancel = box->addButton(QCoreApplication::translate("HistoryView", "Cancel"),
                                          QMessageBox::RejectRole);
     *destructive = box->addButton(destructiveText, QMessageBox::DestructiveRole);
-    (*destructive)->setStyleSheet(QStringLiteral("color: #e0382f;"));
+    QPalette palette = (*destructive)->palette();
+    palette.setColor(QPalette::ButtonText, Theme::red(palette));
+    (*destructive)->setPalette(palette);
     box->setDefaultButton(cancel);
     box->setEscapeButton(cancel);
     return box;
@@ -119,12 +121,7 @@ void HistoryView::buildContent()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(buildTopBar());
-    auto* divider = new QFrame;
-    divider->setFrameShape(QFrame::HLine);
-    divider->setFrameShadow(QFrame::Plain);
-    divider->setFixedHeight(1);
-    divider->setStyleSheet(QStringLiteral("color: rgba(128,128,128,0.3);"));
-    layout->addWidget(divider);
+    layout->addWidget(divider());
 
     m_list = new TrackListView;
     m_list->setAccessibleName(tr("Tracks"));
@@ -201,12 +198,10 @@ QWidget* HistoryView::buildTopBar()
     searchRow->addWidget(
         symbolLabel(QStringLiteral("magnifyingglass"), 12, secondaryText(palette())));
     m_searchField = new QLineEdit;
-    m_searchField->setFrame(false);
     m_searchField->setPlaceholderText(tr("Search tracks..."));
     m_searchField->setAccessibleName(tr("Search tracks"));
     m_searchField->setFont(Theme::font(12));
-    m_searchField->setAttribute(Qt::WA_MacShowFocusRect, false);
-    m_searchField->setStyleSheet(QStringLiteral("QLineEdit { background: transparent; }"));
+    makeBorderless(m_searchField);
     searchRow->addWidget(m_searchField, 1);
     m_clearSearch = new QToolButton;
     m_clearSearch->setAutoRaise(true);
