@@ -281,9 +281,8 @@ private slots:
         const auto left = [&] {
             return QDir(dest.path()).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
         };
-        const QStringList all = left();
         QCOMPARE(ScratchFolders::sweep(dest.path()), 0);
-        QCOMPARE(left(), all);
+        QCOMPARE(left().size(), 3);
         // Eleven minutes on, the unlocked one is a leftover; the live lock still holds.
         QCOMPARE(ScratchFolders::sweep(dest.path(), QDateTime::currentDateTime().addSecs(660)), 1);
         QCOMPARE(left(), (QStringList{u".veldtone-kept"_s, u".veldtone-locked"_s}));

@@ -211,25 +211,6 @@ private slots:
         QCOMPARE(seen, progress);
     }
 
-    // A stream that never ends its line is dropped whole and the reader carries on.
-    void overlongLine()
-    {
-        auto tracker = std::make_shared<FilePathTracker>();
-        ToolOutputReader reader(AudioFormat::mp3, AudioQuality::k320, tracker);
-        QVERIFY(reader.feed("[download] Destination: /d/").isEmpty());
-        const QByteArray filler(ToolOutputReader::kMaxLineBytes, 'x');
-        for (int i = 0; i < 4; ++i)
-            QVERIFY(reader.feed(filler).isEmpty());
-        const QList<DownloadStatus> after = reader.feed(".webm\nPROGRESS::5%::a::b::c\n");
-        QCOMPARE(after.size(), 1);
-        QCOMPARE(after.first().progress(), 0.05);
-        QVERIFY(!tracker->path());
-
-        // So is an unfinished overlong line at the end of the stream: it is dropped.
-        reader.feed(QByteArray(ToolOutputReader::kMaxLineBytes + 1, 'P'));
-        QVERIFY(reader.finish().isEmpty());
-    }
-
     void meaningfulError_data()
     {
         QTest::addColumn<QString>("errorText");

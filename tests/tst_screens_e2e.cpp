@@ -149,16 +149,26 @@ private slots:
     }
 
     // Links dropped on the window: the converter takes the first, the batch (its screen or
-    // its sidebar row) every one. Closing while a rip runs asks first; stopping ends the tool
-    // and leaves no scratch folder.
+    // its sidebar row) every one. Closing while a rip runs asks first; stopping, or a logout
+    // or kill with the question still open, ends the tool and leaves no scratch folder.
+    void dropsAndQuitting_data()
+    {
+        QTest::addColumn<bool>("terminated");
+        QTest::newRow("Stop and Quit") << false;
+        QTest::newRow("SIGTERM") << true;
+    }
     void dropsAndQuitting()
     {
+        QFETCH(bool, terminated);
         Environment env(Tools::both);
         QVERIFY(env.checkTools());
         env.engine().setTargetFolder(QUrl::fromLocalFile(env.path() + u"/out"_s));
         QDir().mkpath(env.path() + u"/out"_s);
         ScreenFactory factory(env.services());
         MainWindow window(env.services(), factory);
+        TerminationSignals terminations;
+        connect(&terminations, &TerminationSignals::received, &window,
+                &MainWindow::quitWithoutAsking);
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
 
@@ -196,47 +206,21 @@ private slots:
         QVERIFY(window.isVisible());
         QVERIFY(env.engine().currentStatus().isBusy());
 
+        const QString proc =
+            u"/proc/%1/stat"_s.arg(env.engine().findChild<ToolRun*>()->processId());
         window.close();
         QVERIFY(window.quitConfirmation());
-        QVERIFY(press(window.quitConfirmation(), u"Stop and Quit"_s));
-        QTRY_VERIFY(!window.isVisible());
-        QCOMPARE(env.engine().currentStatus(), DownloadStatus::idle());
-        QTRY_COMPARE(scratchFolders(), 0);
-    }
-
-    // A logout or a kill quits at once, even with the question already open: the tool is
-    // ended and no scratch folder is left.
-    void terminationQuitsWithoutAsking()
-    {
-        Environment env(Tools::both);
-        QVERIFY(env.checkTools());
-        const QString out = env.path() + u"/out"_s;
-        QDir().mkpath(out);
-        env.engine().setTargetFolder(QUrl::fromLocalFile(out));
-        ScreenFactory factory(env.services());
-        MainWindow window(env.services(), factory);
-        TerminationSignals terminations;
-        connect(&terminations, &TerminationSignals::received, &window,
-                &MainWindow::quitWithoutAsking);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        env.engine().startExtraction(u"https://youtu.be/x"_s);
-        const QList<ToolRun*> runs = env.engine().findChildren<ToolRun*>();
-        QCOMPARE(runs.size(), 1);
-        QTRY_VERIFY(runs.first()->isRunning());
-        const QString proc = u"/proc/%1/stat"_s.arg(runs.first()->processId());
-        QVERIFY(!window.close());
-        QVERIFY(window.quitConfirmation());
-
-        ::raise(SIGTERM);
+        if (terminated)
+            ::raise(SIGTERM);
+        else
+            QVERIFY(press(window.quitConfirmation(), u"Stop and Quit"_s));
         QTRY_VERIFY(!window.isVisible());
         QVERIFY(!window.quitConfirmation());
         QCOMPARE(env.engine().currentStatus(), DownloadStatus::idle());
-        // Gone, or a zombie of this process's until it is reaped.
+        // The tool is gone, or a zombie of this process's until it is reaped.
         QTRY_VERIFY_WITH_TIMEOUT(
             !QFile::exists(proc) || TestSupport::readFile(proc).contains(") Z"), 5000);
-        QTRY_VERIFY_WITH_TIMEOUT(
-            QDir(out).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), 5000);
+        QTRY_COMPARE(scratchFolders(), 0);
     }
 
     // A rip or a batch that ends while the window is elsewhere says so once; with no
