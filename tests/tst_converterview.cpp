@@ -23,7 +23,7 @@ struct Screen
 {
     explicit Screen(Environment& env)
         : view(env.engine(), env.services().dependencies, env.history(), env.player(), env.batch(),
-               env.services().updater, &env.desktop)
+               env.preview(), env.services().updater, &env.desktop)
     {
         view.resize(880, 900);
         view.show();

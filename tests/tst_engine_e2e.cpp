@@ -5,6 +5,7 @@
 #include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
+#include "services/PlaylistPreview.h"
 #include "services/ScratchFolders.h"
 #include "services/ToolRun.h"
 #include "support/EngineFixture.h"
@@ -385,12 +386,13 @@ private slots:
         EngineFixture fixture;
         QVERIFY(fixture.isReady());
         BatchRunner batch(fixture.engine(), fixture.history());
+        PlaylistPreview preview(fixture.engine(), batch);
         const QString channel = m_server->channelUrl().toString();
         QVERIFY(Links::isList(channel));
-        batch.previewPlaylist(channel);
-        QTRY_VERIFY_WITH_TIMEOUT(!batch.isPreviewListing(), 60000);
-        QVERIFY2(batch.previewError().isEmpty(), qPrintable(batch.previewError()));
-        QCOMPARE(batch.previewCount(), 2);
+        preview.list(channel);
+        QTRY_VERIFY_WITH_TIMEOUT(!preview.isListing(), 60000);
+        QVERIFY2(preview.error().isEmpty(), qPrintable(preview.error()));
+        QCOMPARE(preview.count(), 2);
         QVERIFY(!fixture.engine().currentStatus().isBusy());
         QVERIFY(fixture.history().tracks().isEmpty());
     }

@@ -8,6 +8,7 @@
 #include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
+#include "services/PlaylistPreview.h"
 #include "services/ToolUpdater.h"
 
 #include <QSettings>
@@ -16,19 +17,21 @@
 AppServices::AppServices()
     // The tool manager starts its first check; the store waits for loadLibrary(); the engine
     // takes both and reads the saved output choices; the player starts stopped; the batch
-    // queue starts empty and rips through the engine; the details refresher fetches through
-    // the engine's way of running yt-dlp into the store; the updater keeps the tools current.
+    // queue starts empty and rips through the engine, the converter's playlist offer queues into
+    // it; the details refresher fetches through the engine's way of running yt-dlp into the store;
+    // the updater keeps the tools current.
     : m_dependencies(std::make_unique<DependencyManager>(DependencyManager::Options::defaults()))
     , m_history(std::make_unique<HistoryStore>(HistoryStore::defaultFolder()))
     , m_engine(std::make_unique<DownloadEngine>(*m_dependencies, *m_history))
     , m_player(std::make_unique<AudioPlayerService>())
     , m_artwork(std::make_unique<ArtworkCache>(ArtworkCache::defaultFolder()))
     , m_batch(std::make_unique<BatchRunner>(*m_engine, *m_history))
+    , m_preview(std::make_unique<PlaylistPreview>(*m_engine, *m_batch))
     , m_details(std::make_unique<DetailsRefresher>(*m_engine, *m_history))
     , m_updater(std::make_unique<ToolUpdater>(*m_dependencies, ToolUpdater::Options::defaults()))
-    , m_services(
-          std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history, *m_player,
-                                              *m_artwork, *m_batch, *m_details, *m_updater}))
+    , m_services(std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
+                                                     *m_player, *m_artwork, *m_batch, *m_preview,
+                                                     *m_details, *m_updater}))
 {
     // The artwork a rip reports is kept as the rip begins, so its record shows it offline.
     QObject::connect(

@@ -12,6 +12,7 @@ class DetailsRefresher;
 class DependencyManager;
 class DownloadEngine;
 class HistoryStore;
+class PlaylistPreview;
 class ToolUpdater;
 
 // Owns the application's services: creates them once, in a fixed order, and wires them. Made
@@ -39,6 +40,7 @@ private:
     std::unique_ptr<AudioPlayerService> m_player;
     std::unique_ptr<ArtworkCache> m_artwork;
     std::unique_ptr<BatchRunner> m_batch;
+    std::unique_ptr<PlaylistPreview> m_preview;
     std::unique_ptr<DetailsRefresher> m_details;
     std::unique_ptr<ToolUpdater> m_updater;
     std::unique_ptr<Services> m_services;

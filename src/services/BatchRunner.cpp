@@ -198,54 +198,6 @@ void BatchRunner::expandNext()
     m_listing->start();
 }
 
-void BatchRunner::previewPlaylist(const QString& link)
-{
-    if (link == m_previewLink && (m_preview || m_previewError.isEmpty()))
-        return;
-    clearPreview();
-    m_previewLink = link;
-    const MadeRun<PlaylistListing> made =
-        m_engine.newPlaylistListing(Links::isList(link) ? Links::listing(link) : link, this);
-    m_preview = made.run;
-    m_previewError = made.refusal;
-    if (!m_preview) {
-        emit previewChanged();
-        return;
-    }
-    connect(m_preview, &PlaylistListing::entriesArrived, this,
-            [this](const QList<PlaylistEntry>& entries) {
-                m_previewEntries.append(entries);
-                emit previewChanged();
-            });
-    connect(m_preview, &PlaylistListing::finished, this, [this](const QString& error) {
-        std::exchange(m_preview, nullptr)->deleteLater();
-        m_previewError = error;
-        emit previewChanged();
-    });
-    emit previewChanged();
-    m_preview->start();
-}
-
-void BatchRunner::ripPreview()
-{
-    if (m_preview || m_previewEntries.isEmpty())
-        return;
-    appendEntries(std::exchange(m_previewEntries, {}));
-    clearPreview();
-    startBatchProcessing();
-}
-
-void BatchRunner::clearPreview()
-{
-    if (m_previewLink.isEmpty())
-        return;
-    delete std::exchange(m_preview, nullptr);
-    m_previewLink.clear();
-    m_previewEntries.clear();
-    m_previewError.clear();
-    emit previewChanged();
-}
-
 void BatchRunner::removeItem(const QUuid& id)
 {
     // A running item's row stays until its job ends or the batch stops.

@@ -32,7 +32,6 @@ class BatchRunner : public QObject
     Q_PROPERTY(bool isProcessing READ isProcessing NOTIFY isProcessingChanged)
     Q_PROPERTY(int completedCount READ completedCount NOTIFY countsChanged)
     Q_PROPERTY(QString expansionText READ expansionText NOTIFY expansionChanged)
-    Q_PROPERTY(int previewCount READ previewCount NOTIFY previewChanged)
 
 public:
     BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject* parent = nullptr);
@@ -61,15 +60,8 @@ public:
     // "Expanding playlist… 240": the entries listed so far.
     static QString expandingText(int count);
 
-    // The converter's offer for a playlist link: its entries listed, not yet queued.
-    void previewPlaylist(const QString& link);
-    QString previewLink() const { return m_previewLink; }
-    int previewCount() const { return int(m_previewEntries.size()); }
-    bool isPreviewListing() const { return m_preview != nullptr; }
-    QString previewError() const { return m_previewError; }
-    // Queues the listed entries and starts the batch; the offer ends.
-    void ripPreview();
-    void clearPreview();
+    // Queues entries already listed that are not queued yet; returns how many rows it added.
+    int addEntries(const QList<PlaylistEntry>& entries) { return appendEntries(entries); }
     void removeItem(const QUuid& id);
     // What is known of an item's video; its row shows it at once.
     void setMetadata(const QUuid& id, const VideoMetadata& metadata);
@@ -97,7 +89,6 @@ signals:
     // A batch ran through to its end (not stopped).
     void batchFinished();
     void expansionChanged();
-    void previewChanged();
 
 private:
     // Starts waiting items, in order, until the allowed number run; ends the batch when
@@ -129,8 +120,4 @@ private:
     QStringList m_playlistsToExpand;
     PlaylistListing* m_listing = nullptr;
     QString m_expansionError;
-    PlaylistListing* m_preview = nullptr;
-    QString m_previewLink;
-    QList<PlaylistEntry> m_previewEntries;
-    QString m_previewError;
 };

@@ -8,6 +8,7 @@ class DetailsRefresher;
 class DependencyManager;
 class DownloadEngine;
 class HistoryStore;
+class PlaylistPreview;
 class ToolUpdater;
 
 // The services, handed to every screen by the one place that creates them.
@@ -19,6 +20,7 @@ struct Services
     AudioPlayerService& player;
     ArtworkCache& artwork;
     BatchRunner& batch;
+    PlaylistPreview& preview;
     DetailsRefresher& details;
     ToolUpdater& updater;
 };

@@ -63,6 +63,7 @@ void Environment::buildServices(const QUrl& installerBase)
     m_services.reset();
     m_updater.reset();
     m_details.reset();
+    m_preview.reset();
     m_batch.reset();
     m_engine.reset();
     m_player.reset();
@@ -91,6 +92,7 @@ void Environment::buildServices(const QUrl& installerBase)
         *m_dependencies, *m_history,
         std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat));
     m_batch = std::make_unique<BatchRunner>(*m_engine, *m_history);
+    m_preview = std::make_unique<PlaylistPreview>(*m_engine, *m_batch);
     m_details = std::make_unique<DetailsRefresher>(*m_engine, *m_history);
     ToolUpdater::Options releases;
     if (installerBase.isValid()) {
@@ -100,9 +102,9 @@ void Environment::buildServices(const QUrl& installerBase)
     releases.ytDlpAsset = u"yt-dlp_linux"_s;
     releases.denoAsset = u"deno.zip"_s;
     m_updater = std::make_unique<ToolUpdater>(*m_dependencies, releases, savedSettings());
-    m_services =
-        std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history, *m_player,
-                                            *m_artwork, *m_batch, *m_details, *m_updater});
+    m_services = std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
+                                                     *m_player, *m_artwork, *m_batch, *m_preview,
+                                                     *m_details, *m_updater});
 }
 
 std::unique_ptr<QSettings> Environment::savedSettings() const

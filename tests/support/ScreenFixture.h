@@ -9,6 +9,7 @@
 #include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
+#include "services/PlaylistPreview.h"
 #include "services/Services.h"
 #include "services/ToolUpdater.h"
 #include "support/EngineFixture.h"
@@ -67,6 +68,7 @@ public:
     AudioPlayerService& player() { return *m_player; }
     TestEngine& engine() { return *m_engine; }
     BatchRunner& batch() { return *m_batch; }
+    PlaylistPreview& preview() { return *m_preview; }
     Services& services() { return *m_services; }
     RecordingDesktop desktop;
 
@@ -81,6 +83,7 @@ private:
     std::unique_ptr<HistoryStore> m_history;
     std::unique_ptr<ArtworkCache> m_artwork;
     std::unique_ptr<BatchRunner> m_batch;
+    std::unique_ptr<PlaylistPreview> m_preview;
     std::unique_ptr<DetailsRefresher> m_details;
     std::unique_ptr<ToolUpdater> m_updater;
     std::unique_ptr<AudioPlayerService> m_player;

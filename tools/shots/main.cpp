@@ -371,10 +371,10 @@ void shootLibraryAndBatch(Shooter& shoot)
     converter->setInputUrl(playlist);
     converter->findChild<GradientButton*>()->click();
     waited.restart();
-    while (env.batch().isPreviewListing() && waited.elapsed() < 10000)
+    while (env.preview().isListing() && waited.elapsed() < 10000)
         settle(50);
     shoot(window, u"converter-playlist-offer"_s);
-    env.batch().clearPreview();
+    env.preview().clear();
     content->setSelectedTab(NavigationItem::batch);
     batch = qobject_cast<BatchView*>(content->currentScreen());
     batch->runner().addUrlsToQueue(playlist);

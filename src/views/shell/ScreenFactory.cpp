@@ -43,7 +43,8 @@ QWidget* ScreenFactory::create(NavigationItem item, QWidget* parent) const
 QWidget* ScreenFactory::converter(QWidget* parent) const
 {
     return new ConverterView(m_services.engine, m_services.dependencies, m_services.history,
-                             m_services.player, m_services.batch, m_services.updater, nullptr,
+                             m_services.player, m_services.batch, m_services.preview,
+                             m_services.updater, nullptr,
                              parent);
 }
 

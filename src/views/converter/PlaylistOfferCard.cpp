@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/converter/PlaylistOfferCard.h"
+
+#include "services/BatchRunner.h"
+#include "services/PlaylistPreview.h"
+#include "views/components/ActivitySpinner.h"
+#include "views/components/Theme.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+using namespace Theme;
+
+PlaylistOfferCard::PlaylistOfferCard(PlaylistPreview& preview, QWidget* parent)
+    : GlassCard(new QWidget, 12, 12, parent)
+    , m_preview(preview)
+{
+    QWidget* playlist = content();
+    QHBoxLayout* layout = row(playlist, 10);
+    layout->addWidget(symbol(QStringLiteral("music.note.list"), accent(palette()), 20));
+    m_spinner = new ActivitySpinner(14, playlist);
+    layout->addWidget(m_spinner);
+    m_text = label(QString(), Theme::font(12, QFont::Medium), playlist);
+    m_text->setWordWrap(true);
+    layout->addWidget(m_text, 1);
+    m_ripButton = smallButton(QString(), QStringLiteral("arrow.down.circle.fill"), playlist);
+    makeProminent(m_ripButton, orange(palette()));
+    connect(m_ripButton, &QPushButton::clicked, this, [this] {
+        m_preview.ripAll();
+        emit navigationRequested(NavigationItem::batch);
+    });
+    layout->addWidget(m_ripButton);
+
+    connect(&m_preview, &PlaylistPreview::changed, this, &PlaylistOfferCard::update);
+    update();
+}
+
+void PlaylistOfferCard::update()
+{
+    const bool listing = m_preview.isListing();
+    const bool listed = !listing && m_preview.error().isEmpty();
+    setVisible(!m_preview.link().isEmpty());
+    m_spinner->setVisible(listing);
+    m_text->setText(listing  ? BatchRunner::expandingText(m_preview.count())
+                    : listed ? tr("This link is a playlist.")
+                             : m_preview.error());
+    m_ripButton->setVisible(listed);
+    m_ripButton->setText(tr("Rip all %1 tracks in Batch").arg(m_preview.count()));
+}

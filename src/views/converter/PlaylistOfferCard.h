@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "views/components/GlassCard.h"
+#include "views/shell/NavigationItem.h"
+
+class ActivitySpinner;
+class PlaylistPreview;
+class QLabel;
+class QPushButton;
+
+// A playlist link in the converter: listed, then offered to the batch whole.
+class PlaylistOfferCard : public GlassCard
+{
+    Q_OBJECT
+
+public:
+    PlaylistOfferCard(PlaylistPreview& preview, QWidget* parent);
+
+signals:
+    void navigationRequested(NavigationItem item);
+
+private:
+    void update();
+
+    PlaylistPreview& m_preview;
+    ActivitySpinner* m_spinner = nullptr;
+    QLabel* m_text = nullptr;
+    QPushButton* m_ripButton = nullptr;
+};
