@@ -12,6 +12,7 @@
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "support/EngineFixture.h"
+#include "support/ScreenFixture.h"
 #include "support/TestSupport.h"
 #include "views/batch/BatchView.h"
 #include "views/library/HistoryView.h"
@@ -126,17 +127,20 @@ std::vector<BenchFigure> screens()
         auto view = std::make_unique<HistoryView>(history, player, artwork, details);
         view->resize(880, 600);
         view->show();
-        waitForPaint(view->listView()->viewport());
+        // The screen's parts, found as a screen reader finds them, before the clock matters.
+        auto* list = ScreenFixture::findNamed<QListView>(view.get(), QStringLiteral("Tracks"));
+        waitForPaint(list->viewport());
         open.push_back(double(timer.nsecsElapsed()) / 1e6);
 
         // The search index is built off the GUI thread as the screen opens; the keys are
         // timed once it is in.
-        QLineEdit* field = view->searchField();
+        auto* field =
+            ScreenFixture::findNamed<QLineEdit>(view.get(), QStringLiteral("Search tracks"));
         view->setSearchText(QStringLiteral("night"));
-        while (view->model()->rowCount() == 0 && timer.elapsed() < 10000)
+        while (list->model()->rowCount() == 0 && timer.elapsed() < 10000)
             QApplication::processEvents();
         view->setSearchText(QString());
-        waitForPaint(view->listView()->viewport());
+        waitForPaint(list->viewport());
 
         // Typing a word and deleting it again, one key at a time.
         const QString typed = QStringLiteral("night");
@@ -147,21 +151,21 @@ std::vector<BenchFigure> screens()
                 QTest::keyClick(field, typed.at(i).toLatin1());
             else
                 QTest::keyClick(field, Qt::Key_Backspace);
-            waitForPaint(view->listView()->viewport());
+            waitForPaint(list->viewport());
             keystroke.push_back(double(timer.nsecsElapsed()) / 1e6);
         }
 
         // One rip's record arriving while the screen shows a search it matches: from the
         // store's change to the row painted.
         view->setSearchText(QStringLiteral("night"));
-        waitForPaint(view->listView()->viewport());
+        waitForPaint(list->viewport());
         HistoryTrack added = libraryOf(1).first();
         added.id = QUuid::createUuid();
         added.title = QStringLiteral("Night Drive %1").arg(run);
         added.filePath = home.filePath(QStringLiteral("added-%1.mp3").arg(run));
         timer.restart();
         history.addTrack(added);
-        waitForPaint(view->listView()->viewport());
+        waitForPaint(list->viewport());
         addOne.push_back(double(timer.nsecsElapsed()) / 1e6);
         view->setSearchText(QString());
     }
@@ -183,11 +187,16 @@ std::vector<BenchFigure> screens()
         view.resize(880, 600);
         view.show();
         waitForPaint(&view);
-        view.editor()->setPlainText(text);
+        auto* queue = ScreenFixture::findNamed<QListView>(&view, QStringLiteral("Queue"));
+        ScreenFixture::findNamed<QPlainTextEdit>(&view,
+                                                 QStringLiteral("YouTube links, one per line"))
+            ->setPlainText(text);
+        QAbstractButton* addToQueue =
+            ScreenFixture::findNamed<QAbstractButton>(&view, QStringLiteral("Add to Queue"));
         QElapsedTimer timer;
         timer.start();
-        view.addButton()->click();
-        waitForPaint(view.queueList()->viewport());
+        addToQueue->click();
+        waitForPaint(queue->viewport());
         add.push_back(double(timer.nsecsElapsed()) / 1e6);
     }
     figures.push_back(
@@ -245,7 +254,8 @@ std::vector<BenchFigure> playlistExpansion()
             if (timer.elapsed() > 60000)
                 return {};
         }
-        waitForPaint(view.queueList()->viewport());
+        waitForPaint(
+            ScreenFixture::findNamed<QListView>(&view, QStringLiteral("Queue"))->viewport());
         pulse.stop();
         whole.push_back(double(timer.nsecsElapsed()) / 1e6);
         stalls.push_back(longest);

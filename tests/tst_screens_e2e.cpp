@@ -200,22 +200,22 @@ private slots:
         };
         QTRY_COMPARE(scratchFolders(), 1);
         QVERIFY(!window.close());
-        QVERIFY(window.quitConfirmation());
-        window.quitConfirmation()->button(QMessageBox::Cancel)->click();
-        QTRY_VERIFY(!window.quitConfirmation());
+        QVERIFY(openQuestion(&window));
+        openQuestion(&window)->button(QMessageBox::Cancel)->click();
+        QTRY_VERIFY(!openQuestion(&window));
         QVERIFY(window.isVisible());
         QVERIFY(env.engine().currentStatus().isBusy());
 
         const QString proc =
             u"/proc/%1/stat"_s.arg(env.engine().findChild<ToolRun*>()->processId());
         window.close();
-        QVERIFY(window.quitConfirmation());
+        QVERIFY(openQuestion(&window));
         if (terminated)
             ::raise(SIGTERM);
         else
-            QVERIFY(press(window.quitConfirmation(), u"Stop and Quit"_s));
+            QVERIFY(press(openQuestion(&window), u"Stop and Quit"_s));
         QTRY_VERIFY(!window.isVisible());
-        QVERIFY(!window.quitConfirmation());
+        QVERIFY(!openQuestion(&window));
         QCOMPARE(env.engine().currentStatus(), DownloadStatus::idle());
         // The tool is gone, or a zombie of this process's until it is reaped.
         QTRY_VERIFY_WITH_TIMEOUT(

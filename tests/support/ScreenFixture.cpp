@@ -8,6 +8,7 @@
 #include <QDataStream>
 #include <QDir>
 #include <QFile>
+#include <QMessageBox>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTcpServer>
@@ -151,6 +152,26 @@ bool isNamed(QWidget* root, QWidget* widget, const QString& name)
         return true;
     auto* button = qobject_cast<QAbstractButton*>(widget);
     return button && button->text() == name;
+}
+
+QAbstractButton* findButtonStarting(QWidget* root, const QString& prefix)
+{
+    const auto buttons = root->findChildren<QAbstractButton*>();
+    for (QAbstractButton* button : buttons) {
+        if (button->isVisibleTo(root) && button->text().startsWith(prefix))
+            return button;
+    }
+    return nullptr;
+}
+
+QMessageBox* openQuestion(QWidget* root)
+{
+    const auto boxes = root->findChildren<QMessageBox*>();
+    for (QMessageBox* box : boxes) {
+        if (box->isVisible())
+            return box;
+    }
+    return nullptr;
 }
 
 QHash<QString, QAccessibleInterface*> reachable(QWidget* root)

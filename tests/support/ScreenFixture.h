@@ -22,6 +22,9 @@
 #include <QWidget>
 #include <memory>
 
+class QAbstractButton;
+class QMessageBox;
+
 namespace ScreenFixture {
 
 // Records what a screen asks of the file manager instead of opening windows on the desktop.
@@ -106,6 +109,10 @@ template <class T = QWidget> T* findNamed(QWidget* root, const QString& name)
     }
     return nullptr;
 }
+// The first visible button under root whose text starts with prefix ("Rip All"), or nullptr.
+QAbstractButton* findButtonStarting(QWidget* root, const QString& prefix);
+// The question a screen asks in a message box of its own while it is open, or nullptr.
+QMessageBox* openQuestion(QWidget* root);
 // Every node a screen reader can reach from root, by name; hidden nodes are left out, and a
 // control wins over a caption of the same words.
 QHash<QString, QAccessibleInterface*> reachable(QWidget* root);

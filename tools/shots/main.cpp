@@ -309,60 +309,61 @@ void shootLibraryAndBatch(Shooter& shoot)
     library->setSelectedFilter(u"FLAC"_s);
     library->setSearchText(u"zzz"_s);
     shoot(window, u"library-no-match"_s);
-    library->resetFiltersButton()->click();
+    findNamed<QAbstractButton>(library, u"Reset Filters"_s)->click();
     library->requestRemoval(env.history().tracks().at(2));
     shoot(window, u"library-confirm-delete"_s);
-    library->deleteConfirmation()->reject();
+    openQuestion(library)->reject();
     library->requestClearAll();
     shoot(window, u"library-confirm-clear-all"_s);
-    library->clearAllConfirmation()->reject();
+    openQuestion(library)->reject();
     env.player().stop();
 
     content->setSelectedTab(NavigationItem::batch);
     auto* batch = qobject_cast<BatchView*>(content->currentScreen());
-    batch->editor()->setPlainText(
-        u"https://www.youtube.com/watch?v=first\nhttps://youtu.be/slow-second\nnot a link\n"_s);
+    findNamed<QPlainTextEdit>(batch, u"YouTube links, one per line"_s)
+        ->setPlainText(
+            u"https://www.youtube.com/watch?v=first\nhttps://youtu.be/slow-second\nnot a link\n"_s);
     shoot(window, u"batch-composing"_s);
-    batch->addButton()->click();
-    batch->runner().addUrlsToQueue(u"https://youtu.be/third\nhttps://youtu.be/fourth"_s);
+    findNamed<QAbstractButton>(batch, u"Add to Queue"_s)->click();
+    env.batch().addUrlsToQueue(u"https://youtu.be/third\nhttps://youtu.be/fourth"_s);
     VideoMetadata known;
     known.title = u"Morning Walk (Live Session)"_s;
     known.channel = u"Field Recordings"_s;
     known.duration = u"4:12"_s;
-    batch->runner().setMetadata(batch->runner().queue().at(2).id, known);
+    env.batch().setMetadata(env.batch().queue().at(2).id, known);
     shoot(window, u"batch-queued"_s);
-    batch->ripAllButton()->click();
+    findButtonStarting(batch, u"Rip All"_s)->click();
     QElapsedTimer waited;
     waited.start();
-    while (batch->runner().queue().at(1).status.progress() < 0.4 && waited.elapsed() < 10000)
+    while (env.batch().queue().at(1).status.progress() < 0.4 && waited.elapsed() < 10000)
         settle(50);
     shoot(window, u"batch-processing"_s);
-    batch->stopButton()->click();
+    findNamed<QAbstractButton>(batch, u"Stop Batch"_s)->click();
     settle(300);
 
     content->setSelectedTab(NavigationItem::convert);
     content->setSelectedTab(NavigationItem::batch);
     batch = qobject_cast<BatchView*>(content->currentScreen());
-    batch->runner().clearQueue();
-    batch->runner().addUrlsToQueue(
+    env.batch().clearQueue();
+    env.batch().addUrlsToQueue(
         u"https://youtu.be/one\nhttps://youtu.be/missing-two\nhttps://youtu.be/three"_s);
-    batch->ripAllButton()->click();
+    findButtonStarting(batch, u"Rip All"_s)->click();
     waited.restart();
-    while (batch->runner().isProcessing() && waited.elapsed() < 20000)
+    while (env.batch().isProcessing() && waited.elapsed() < 20000)
         settle(50);
     // Point at the failed row's indicator so its tooltip shows.
-    QListView* list = batch->queueList();
-    const QRect row = list->visualRect(batch->model()->index(1));
+    QListView* list = findNamed<QListView>(batch, u"Queue"_s);
+    const QRect row = list->visualRect(list->model()->index(1, 0));
     const QRect status = BatchItemDelegate::geometry(row, false).status;
     QToolTip::showText(list->viewport()->mapToGlobal(QPoint(status.right() - 8, row.center().y())),
-                       batch->model()->index(1).data(Qt::ToolTipRole).toString(), list);
+                       list->model()->index(1, 0).data(Qt::ToolTipRole).toString(), list);
     shoot(window, u"batch-finished-failure"_s);
     QToolTip::hideText();
     settle(400);
-    batch->runner().clearQueue();
-    batch->runner().addUrlsToQueue(u"https://youtu.be/one\nhttps://youtu.be/four"_s);
+    env.batch().clearQueue();
+    env.batch().addUrlsToQueue(u"https://youtu.be/one\nhttps://youtu.be/four"_s);
     shoot(window, u"batch-already-in-library"_s);
-    batch->runner().clearQueue();
+    env.batch().clearQueue();
 
     // A playlist offered by the converter, then ripped two at a time.
     const QString playlist = u"https://www.youtube.com/playlist?list=PLcoastal"_s;
@@ -377,23 +378,23 @@ void shootLibraryAndBatch(Shooter& shoot)
     env.preview().clear();
     content->setSelectedTab(NavigationItem::batch);
     batch = qobject_cast<BatchView*>(content->currentScreen());
-    batch->runner().addUrlsToQueue(playlist);
+    env.batch().addUrlsToQueue(playlist);
     waited.restart();
-    while (batch->runner().isExpanding() && waited.elapsed() < 10000)
+    while (env.batch().isExpanding() && waited.elapsed() < 10000)
         settle(50);
     settle();
     shoot(window, u"batch-playlist-expanded"_s);
-    batch->ripAllButton()->click();
+    findButtonStarting(batch, u"Rip All"_s)->click();
     waited.restart();
-    while (batch->runner().queue().at(1).status.progress() < 0.4 && waited.elapsed() < 10000)
+    while (env.batch().queue().at(1).status.progress() < 0.4 && waited.elapsed() < 10000)
         settle(50);
     shoot(window, u"batch-playlist-parallel"_s);
-    batch->stopButton()->click();
+    findNamed<QAbstractButton>(batch, u"Stop Batch"_s)->click();
     settle(300);
-    batch->runner().clearQueue();
-    batch->runner().addUrlsToQueue(u"https://www.youtube.com/playlist?list=PLprivate"_s);
+    env.batch().clearQueue();
+    env.batch().addUrlsToQueue(u"https://www.youtube.com/playlist?list=PLprivate"_s);
     waited.restart();
-    while (batch->runner().isExpanding() && waited.elapsed() < 10000)
+    while (env.batch().isExpanding() && waited.elapsed() < 10000)
         settle(50);
     shoot(window, u"batch-playlist-failed"_s);
     if (env.engine().currentStatus().isBusy())
@@ -453,20 +454,20 @@ void shootRealRip(Shooter& shoot)
     second.setQuery(second.query() + u"&via=youtu.be"_s);
     QUrl third = server.titledPageUrl(u"Über den Wolken"_s);
     third.setQuery(third.query() + u"&via=youtu.be"_s);
-    batch->runner().addUrlsToQueue(second.toString() + u'\n' + third.toString());
-    batch->ripAllButton()->click();
-    if (waitFor([&] { return batch->runner().queue().at(0).metadata.has_value(); }, 30000))
+    env.batch().addUrlsToQueue(second.toString() + u'\n' + third.toString());
+    findButtonStarting(batch, u"Rip All"_s)->click();
+    if (waitFor([&] { return env.batch().queue().at(0).metadata.has_value(); }, 30000))
         shoot(window, u"rip-batch-running"_s);
-    waitFor([&] { return !batch->runner().isProcessing(); }, 120000);
+    waitFor([&] { return !env.batch().isProcessing(); }, 120000);
     shoot(window, u"rip-batch-done"_s);
 
     // A page with two videos makes two files: the row and the converter count the second.
     QUrl two = server.twoVideosUrl();
     two.setQuery(u"via=youtu.be"_s);
-    batch->runner().addUrlsToQueue(two.toString());
-    batch->ripAllButton()->click();
-    waitFor([&] { return batch->runner().isProcessing(); }, 5000);
-    waitFor([&] { return !batch->runner().isProcessing(); }, 180000);
+    env.batch().addUrlsToQueue(two.toString());
+    findButtonStarting(batch, u"Rip All"_s)->click();
+    waitFor([&] { return env.batch().isProcessing(); }, 5000);
+    waitFor([&] { return !env.batch().isProcessing(); }, 180000);
     shoot(window, u"rip-batch-two-files"_s);
     content->setSelectedTab(NavigationItem::convert);
     engine.startExtraction(server.twoVideosUrl().toString());

@@ -31,21 +31,6 @@ public:
     };
     State state() const;
 
-    BatchRunner& runner() const { return *m_runner; }
-    BatchQueueModel* model() const { return m_model; }
-
-    // Parts, for tests and accessibility checks.
-    QPlainTextEdit* editor() const { return m_editor; }
-    QPushButton* pasteButton() const { return m_paste; }
-    QPushButton* addButton() const { return m_add; }
-    QPushButton* clearQueueButton() const { return m_clearQueue; }
-    QListView* queueList() const { return m_list; }
-    QLabel* countLabel() const { return m_count; }
-    QLabel* expansionLabel() const { return m_expansionText; }
-    QPushButton* stopButton() const { return m_stop; }
-    QPushButton* addMoreButton() const { return m_addMore; }
-    QPushButton* ripAllButton() const { return m_ripAll; }
-
 private:
     void buildContent() override;
     QWidget* buildHeader();

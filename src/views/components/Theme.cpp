@@ -274,6 +274,14 @@ QLabel* label(const QString& text, const QFont& labelFont, QWidget* parent)
     return result;
 }
 
+QLabel* centredText(const QString& text, const QFont& labelFont, QWidget* parent)
+{
+    QLabel* result = label(text, labelFont, parent);
+    result->setAlignment(Qt::AlignCenter);
+    result->setWordWrap(true);
+    return result;
+}
+
 void setTextColor(QWidget* widget, const QColor& color)
 {
     QPalette palette = widget->palette();
@@ -351,11 +359,12 @@ void makeProminent(QPushButton* button, const QColor& tint, ControlSize size)
                  small ? QString() : QStringLiteral("font-weight: 600; ")));
 }
 
-QString plainButtonSheet(const QColor& textColor)
+QString plainButtonSheet(const QColor& textColor, int padding)
 {
     return QStringLiteral("QPushButton, QToolButton { background: transparent; border: none; "
-                          "color: %1; padding: 2px; }")
-        .arg(textColor.name(QColor::HexArgb));
+                          "color: %1; padding: %2px; }")
+        .arg(textColor.name(QColor::HexArgb))
+        .arg(padding);
 }
 
 } // namespace Theme

@@ -71,6 +71,8 @@ void paintShadow(QPainter& painter, const QPainterPath& shape, const QColor& col
 // A label in the given font.
 QLabel* label(const QString& text, const QFont& font, QWidget* parent = nullptr);
 void setTextColor(QWidget* widget, const QColor& color);
+// A label centred and wrapped, as an empty state's title and text.
+QLabel* centredText(const QString& text, const QFont& font, QWidget* parent = nullptr);
 // A section caption: shown in capitals, 11 bold, secondary; its accessible name keeps the
 // literal text.
 QLabel* caption(const QString& text, QWidget* parent);
@@ -98,6 +100,6 @@ QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget
                          int pixelSize = 11);
 // A filled button in a tint with white text.
 void makeProminent(QPushButton* button, const QColor& tint, ControlSize size = ControlSize::small);
-QString plainButtonSheet(const QColor& textColor);
+QString plainButtonSheet(const QColor& textColor, int padding = 2);
 
 } // namespace Theme

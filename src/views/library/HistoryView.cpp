@@ -45,33 +45,6 @@ constexpr FilterItem kFilterItems[] = {
     {QT_TRANSLATE_NOOP("HistoryView", "OPUS"), u"OPUS"},
 };
 
-QLabel* symbolLabel(const QString& symbol, int pixelSize, const QColor& color)
-{
-    auto* label = new QLabel(Symbols::glyphName(symbol));
-    label->setFont(Symbols::font(pixelSize + 2));
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, color);
-    label->setPalette(palette);
-    label->setAlignment(Qt::AlignCenter);
-    label->setAccessibleName(QString());
-    return label;
-}
-
-QLabel* textLabel(const QString& text, int pixelSize, QFont::Weight weight,
-                  std::optional<QColor> color = std::nullopt)
-{
-    auto* label = new QLabel(text);
-    label->setFont(Theme::font(pixelSize, weight));
-    if (color) {
-        QPalette palette = label->palette();
-        palette.setColor(QPalette::WindowText, *color);
-        label->setPalette(palette);
-    }
-    label->setAlignment(Qt::AlignCenter);
-    label->setWordWrap(true);
-    return label;
-}
-
 QMessageBox* confirmation(QWidget* parent, const QString& title, const QString& message,
                           const QString& destructiveText, QPushButton** destructive)
 {
@@ -195,8 +168,7 @@ QWidget* HistoryView::buildTopBar()
     auto* searchRow = new QHBoxLayout(searchBox);
     searchRow->setContentsMargins(8, 5, 8, 5);
     searchRow->setSpacing(6);
-    searchRow->addWidget(
-        symbolLabel(QStringLiteral("magnifyingglass"), 12, secondaryText(palette())));
+    searchRow->addWidget(symbol(QStringLiteral("magnifyingglass"), secondaryText(palette()), 12));
     m_searchField = new QLineEdit;
     m_searchField->setPlaceholderText(tr("Search tracks..."));
     m_searchField->setAccessibleName(tr("Search tracks"));
@@ -211,7 +183,7 @@ QWidget* HistoryView::buildTopBar()
     m_clearSearch->setAccessibleName(tr("Clear search"));
     m_clearSearch->setToolTip(tr("Clear search"));
     m_clearSearch->setCursor(Qt::ArrowCursor);
-    m_clearSearch->setStyleSheet(QStringLiteral("QToolButton { border: none; padding: 0; }"));
+    m_clearSearch->setStyleSheet(plainButtonSheet(secondaryText(palette()), 0));
     m_clearSearch->setVisible(false);
     searchRow->addWidget(m_clearSearch);
     // 220 wide when there is room, never narrower than 160.
@@ -293,12 +265,14 @@ QWidget* HistoryView::buildEmptyState()
     auto* column = new QVBoxLayout(page);
     column->setSpacing(12);
     column->addStretch(1);
-    column->addWidget(symbolLabel(QStringLiteral("music.note.list"), 42,
-                                  withOpacity(secondaryText(palette()), 0.5)));
-    m_emptyTitle = textLabel(tr("No Ripped Audio Yet"), 15, QFont::Bold);
+    const QColor dim = secondaryText(palette());
+    column->addWidget(symbol(QStringLiteral("music.note.list"), withOpacity(dim, 0.5), 42), 0,
+                      Qt::AlignHCenter);
+    m_emptyTitle = centredText(tr("No Ripped Audio Yet"), Theme::font(15, QFont::Bold));
     column->addWidget(m_emptyTitle);
-    m_emptyText = textLabel(tr("Extracted YouTube tracks and MP3s will appear here."), 12,
-                            QFont::Normal, secondaryText(palette()));
+    m_emptyText =
+        centredText(tr("Extracted YouTube tracks and MP3s will appear here."), Theme::font(12));
+    setTextColor(m_emptyText, dim);
     column->addWidget(m_emptyText);
     column->addStretch(1);
     return page;
@@ -310,12 +284,14 @@ QWidget* HistoryView::buildNoMatchState()
     auto* column = new QVBoxLayout(page);
     column->setSpacing(12);
     column->addStretch(1);
-    column->addWidget(symbolLabel(QStringLiteral("magnifyingglass"), 36,
-                                  withOpacity(secondaryText(palette()), 0.5)));
-    column->addWidget(textLabel(tr("No Matching Tracks"), 14, QFont::Bold));
-    column->addWidget(
-        textLabel(tr("Try searching with different terms or selecting 'All Formats'."), 12,
-                  QFont::Normal, secondaryText(palette())));
+    const QColor dim = secondaryText(palette());
+    column->addWidget(symbol(QStringLiteral("magnifyingglass"), withOpacity(dim, 0.5), 36), 0,
+                      Qt::AlignHCenter);
+    column->addWidget(centredText(tr("No Matching Tracks"), Theme::font(14, QFont::Bold)));
+    QLabel* hint = centredText(tr("Try searching with different terms or selecting 'All Formats'."),
+                               Theme::font(12));
+    setTextColor(hint, dim);
+    column->addWidget(hint);
     m_resetFilters = new QPushButton(tr("Reset Filters"));
     m_resetFilters->setFont(Theme::font(11));
     connect(m_resetFilters, &QPushButton::clicked, this, [this] {
@@ -402,7 +378,7 @@ QMenu* HistoryView::contextMenuFor(int row, QWidget* parent)
             [this, track] { m_details.refresh(track); });
     menu->addSeparator();
     QAction* remove = menu->addAction(tr("Remove from Library"));
-    remove->setIcon(Symbols::icon(QStringLiteral("trash"), QColor(0xe0, 0x38, 0x2f), 14));
+    remove->setIcon(Symbols::icon(QStringLiteral("trash"), red(palette()), 14));
     connect(remove, &QAction::triggered, this, [this, track] { m_history.removeTrack(track); });
     return menu;
 }

@@ -48,8 +48,6 @@ public:
     void setSearchText(const QString& text);
     QString selectedFilter() const;
     void setSelectedFilter(const QString& filter);
-    std::optional<HistoryTrack> trackToDelete() const { return m_trackToDelete; }
-    bool showClearAllAlert() const { return m_clearAllConfirmation != nullptr; }
 
     // The delete confirmation's question: about the pending record, or general with none.
     static QString deleteMessage(const std::optional<HistoryTrack>& track);
@@ -59,19 +57,6 @@ public:
 
     // The row's context menu, owned by the caller.
     QMenu* contextMenuFor(int row, QWidget* parent = nullptr);
-
-    // Parts, for tests and accessibility checks.
-    QLineEdit* searchField() const { return m_searchField; }
-    QToolButton* clearSearchButton() const { return m_clearSearch; }
-    QToolButton* formatButton() const { return m_formatButton; }
-    QPushButton* clearAllButton() const { return m_clearAll; }
-    QToolButton* moreButton() const { return m_moreButton; }
-    QLabel* refreshLabel() const { return m_refreshLabel; }
-    QPushButton* resetFiltersButton() const { return m_resetFilters; }
-    TrackListView* listView() const { return m_list; }
-    LibraryListModel* model() const { return m_model; }
-    QMessageBox* deleteConfirmation() const { return m_deleteConfirmation; }
-    QMessageBox* clearAllConfirmation() const { return m_clearAllConfirmation; }
 
 private:
     void buildContent() override;

@@ -28,12 +28,8 @@ public:
     void openLinks(const QStringList& links);
     // Comes to the front; activationToken is the desktop's permission to, on Wayland.
     void bringToFront(const QByteArray& activationToken = {});
-    QAction* playPauseAction() const { return m_playPause; }
-    QAction* stopAction() const { return m_stop; }
     // Quits as File › Quit does, without asking about running rips: for a logout or a kill.
     void quitWithoutAsking();
-    // The question asked when the window closes while a rip runs; null otherwise.
-    QMessageBox* quitConfirmation() const { return m_quitConfirmation; }
 
     // The links a drop carries, one per line: its URLs, else its text.
     static QString droppedText(const QMimeData* data);
