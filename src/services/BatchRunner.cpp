@@ -171,8 +171,7 @@ void BatchRunner::expandNext()
         return;
     m_expansionError.clear();
     const QString link = m_playlistsToExpand.takeFirst();
-    const MadeRun<PlaylistListing> made =
-        m_engine.newPlaylistListing(Links::isList(link) ? Links::listing(link) : link, this);
+    const MadeRun<PlaylistListing> made = m_engine.newPlaylistListing(link, this);
     m_listing = made.run;
     m_expansionError = made.refusal;
     if (!m_listing) {

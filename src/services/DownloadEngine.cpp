@@ -168,9 +168,11 @@ MadeRun<PlaylistListing> DownloadEngine::newPlaylistListing(const QString& link,
     const std::optional<ToolInvocation> tool = ytDlpInvocation();
     if (!tool)
         return {nullptr, missingToolText()};
-    if (!Links::isUsable(Links::trimmed(link)))
+    const QString trimmed = Links::trimmed(link);
+    if (!Links::isUsable(trimmed))
         return {nullptr, invalidLinkText()};
-    return {new PlaylistListing(*tool, Links::trimmed(link), m_silenceLimitMs, parent), {}};
+    const QString listed = Links::isList(trimmed) ? Links::listing(trimmed) : trimmed;
+    return {new PlaylistListing(*tool, listed, m_silenceLimitMs, parent), {}};
 }
 
 void DownloadEngine::savePreferences()

@@ -112,8 +112,8 @@ public:
     // A fetch of the link's metadata with the tool and options a rip would use; nullptr when
     // yt-dlp is missing or the link is not one to hand to it.
     MetadataFetch* newMetadataFetch(const QString& link, QObject* parent);
-    // A listing of a playlist link's entries, run as a rip would be; refused when the tool is
-    // missing or the link is not usable.
+    // A listing of a playlist link's entries (a channel's through its uploads tab), run as a
+    // rip would be; refused when the tool is missing or the link is not usable.
     MadeRun<PlaylistListing> newPlaylistListing(const QString& link, QObject* parent);
 
     // Writes all the output choices.

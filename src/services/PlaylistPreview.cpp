@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "PlaylistPreview.h"
 
-#include "models/Links.h"
 #include "services/BatchRunner.h"
 #include "services/DownloadEngine.h"
 #include "services/PlaylistListing.h"
@@ -21,8 +20,7 @@ void PlaylistPreview::list(const QString& link)
         return;
     clear();
     m_link = link;
-    const MadeRun<PlaylistListing> made =
-        m_engine.newPlaylistListing(Links::isList(link) ? Links::listing(link) : link, this);
+    const MadeRun<PlaylistListing> made = m_engine.newPlaylistListing(link, this);
     m_listing = made.run;
     m_error = made.refusal;
     if (!m_listing) {
