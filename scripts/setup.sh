@@ -10,6 +10,8 @@ packages=(
     llvm-14 libc6-dbg
     qt6-base-dev qt6-base-dev-tools qt6-multimedia-dev qt6-svg-dev
     qt6-httpserver-dev qt6-websockets-dev libsimdjson-dev
+    # tags and pictures written into the files
+    libtag1-dev pkg-config
     # lupdate and lrelease for the translations; Qt's own texts in the shipped languages
     qt6-l10n-tools qt6-translations-l10n
     # run

@@ -37,7 +37,8 @@ QStringList report()
             u"before_dl:%(.{id,title,uploader,channel,duration,thumbnail,webpage_url})j"_s,
             file,
             u"--print-to-file"_s,
-            u"after_move:%(.{filepath,title,uploader,channel,duration,thumbnail})j"_s,
+            u"after_move:%(.{filepath,title,uploader,channel,duration,thumbnail,track,artist,"
+            "artists,album,album_artist,track_number,release_year})j"_s,
             file};
 }
 
@@ -67,7 +68,7 @@ private slots:
         QTest::addColumn<QStringList>("expected");
 
         const QString link = u"https://youtu.be/abc"_s;
-        const QStringList bothOn = {u"--embed-thumbnail"_s, u"--embed-metadata"_s};
+        const QStringList bothOn = {u"--write-thumbnail"_s, u"--embed-metadata"_s};
         const QStringList ffmpegAt = {u"--ffmpeg-location"_s, u"/opt/tools/bin"_s};
         auto quality = [](const char* value) {
             return QStringList{u"--audio-quality"_s, QString::fromLatin1(value)};
@@ -80,7 +81,7 @@ private slots:
         QTest::newRow("opus best gives 0")
             << AudioFormat(AudioFormat::opus) << AudioQuality(AudioQuality::best) << QString()
             << true << false
-            << head(u"opus"_s) + quality("0") + QStringList{u"--embed-thumbnail"_s, link};
+            << head(u"opus"_s) + quality("0") + QStringList{u"--write-thumbnail"_s, link};
         QTest::newRow("flac 128 has no quality")
             << AudioFormat(AudioFormat::flac) << AudioQuality(AudioQuality::k128)
             << u"/opt/tools/bin/ffmpeg"_s << true << true

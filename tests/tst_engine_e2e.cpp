@@ -13,9 +13,11 @@
 #include "support/MediaServer.h"
 #include "support/TestSupport.h"
 
+#include <QDataStream>
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -26,6 +28,8 @@
 #include <QTcpSocket>
 #include <QTest>
 #include <csignal>
+#include <taglib/fileref.h>
+#include <taglib/tpropertymap.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -75,6 +79,46 @@ Probed probed(const QString& path)
         }
     }
     return result;
+}
+
+// The embedded picture's size, as ffmpeg decodes it: an attached picture stream, or (Opus) the
+// picture block of the Vorbis comment.
+QSize coverSize(const QString& path)
+{
+    QProcess ffmpeg;
+    ffmpeg.start(u"ffmpeg"_s,
+                 {u"-v"_s, u"error"_s, u"-i"_s, path, u"-map"_s, u"0:v:0?"_s, u"-frames:v"_s,
+                  u"1"_s, u"-f"_s, u"image2pipe"_s, u"-c:v"_s, u"png"_s, u"-"_s});
+    ffmpeg.waitForFinished(30000);
+    QImage image = QImage::fromData(ffmpeg.readAllStandardOutput());
+    if (image.isNull()) {
+        // Picture type, MIME type and description, then four 32-bit figures and the data.
+        const QByteArray block =
+            QByteArray::fromBase64(probed(path).tags.value(u"metadata_block_picture"_s).toLatin1());
+        QDataStream in(block);
+        quint32 type = 0, length = 0;
+        in >> type >> length;
+        in.skipRawData(int(length));
+        in >> length;
+        in.skipRawData(int(length) + 16);
+        in >> length;
+        image = QImage::fromData(block.right(length));
+    }
+    return image.size();
+}
+
+// The file's tags as TagLib reads them, under its common names (TITLE, ARTIST, ALBUM...).
+QHash<QString, QString> taglibTags(const QString& path)
+{
+    QHash<QString, QString> tags;
+    const TagLib::FileRef file(QFile::encodeName(path).constData());
+    if (file.isNull())
+        return tags;
+    const TagLib::PropertyMap properties = file.file()->properties();
+    for (auto it = properties.begin(); it != properties.end(); ++it)
+        tags.insert(QString::fromStdString(it->first.to8Bit(true)),
+                    QString::fromStdString(it->second.toString().to8Bit(true)));
+    return tags;
 }
 
 QList<QJsonObject> jsonLines(const QByteArray& output)
@@ -245,7 +289,12 @@ private slots:
                                 u"1 MB"_s,
                                 QString(),
                                 0,
-                                link};
+                                link,
+                                {},
+                                {},
+                                0,
+                                0,
+                                0};
         };
         const HistoryTrack missing = record(u"Missing"_s, m_server->missingUrl().toString());
         HistoryTrack known = record(u"Known"_s, m_server->pageUrl().toString());
@@ -556,6 +605,99 @@ private slots:
                      qPrintable(engine.currentStatus().error()));
         }
         QCOMPARE(fixture.completions().size(), 1);
+    }
+
+    void musicTags_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QUrl>("page"); // empty: the info JSON below
+        QTest::addColumn<QStringList>("flags");
+        QTest::addColumn<QStringList>(
+            "expected"); // title, artist, album, track, year; none: no tags
+        QTest::addColumn<QSize>("cover");
+        const QString ruled = u"Loopback Band - Night Drive (Official Video)"_s;
+        const QStringList nightDrive = {u"Night Drive"_s, u"Loopback Band"_s};
+        QTest::newRow("mp3: artist from the title, Topic uploader")
+            << u"mp3"_s << m_server->musicPageUrl(ruled, u"Loopback Band - Topic"_s)
+            << QStringList() << nightDrive << QSize(180, 180);
+        QTest::newRow("m4a: the site's artist")
+            << u"m4a"_s << m_server->musicPageUrl(u"Night Drive"_s, u"Uploader"_s, ruled.left(13))
+            << QStringList() << nightDrive << QSize(180, 180);
+        QTest::newRow("flac: VEVO uploader")
+            << u"flac"_s << m_server->musicPageUrl(u"Night Drive"_s, u"Loopback BandVEVO"_s)
+            << QStringList() << nightDrive << QSize(180, 180);
+        QTest::newRow("opus: the site's music fields")
+            << u"opus"_s << QUrl() << QStringList()
+            << QStringList{u"Night Drive"_s, u"Info Artist"_s, u"Info Album"_s, u"3"_s, u"2021"_s}
+            << QSize(180, 180);
+        QTest::newRow("mp3: both rules off")
+            << u"mp3"_s << m_server->musicPageUrl(ruled, u"Loopback Band - Topic"_s)
+            << QStringList{u"--no-square-cover"_s, u"--no-artist-from-title"_s}
+            << QStringList{ruled, u"Loopback Band"_s} << QSize(320, 180);
+        QTest::newRow("mp3: tags off, the record keeps the facts")
+            << u"mp3"_s << m_server->musicPageUrl(ruled, u"Loopback Band - Topic"_s)
+            << QStringList{u"--no-tags"_s} << QStringList() << QSize(180, 180);
+    }
+    // The tags a listener keeps, written into each format that carries them and read back with
+    // TagLib, the record holding the same song and artist, and the cover cropped to its square.
+    void musicTags()
+    {
+        QFETCH(QString, format);
+        QFETCH(QUrl, page);
+        QFETCH(QStringList, flags);
+        QFETCH(QStringList, expected);
+        QFETCH(QSize, cover);
+        QTemporaryDir scratch;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        if (page.isEmpty()) {
+            // A site's music fields, as yt-dlp loads them from an info JSON ("Veldtone/bin"
+            // under the data folder is where the tools are looked for first).
+            const QJsonObject info{
+                {u"id"_s, u"info1"_s},
+                {u"title"_s, u"Info Artist - Night Drive (Live)"_s},
+                {u"extractor"_s, u"generic"_s},
+                {u"extractor_key"_s, u"Generic"_s},
+                {u"webpage_url"_s, m_server->pageUrl().toString()},
+                {u"url"_s, m_server->mediaUrl().toString()},
+                {u"ext"_s, u"webm"_s},
+                {u"thumbnails"_s,
+                 QJsonArray{QJsonObject{{u"url"_s, m_server->thumbnailUrl().toString()}}}},
+                {u"uploader"_s, u"Uploader"_s},
+                {u"track"_s, u"Night Drive"_s},
+                {u"artist"_s, u"Info Artist"_s},
+                {u"album"_s, u"Info Album"_s},
+                {u"track_number"_s, 3},
+                {u"release_year"_s, 2021}};
+            TestSupport::writeFile(scratch.filePath(u"info.json"_s), QJsonDocument(info).toJson());
+            TestSupport::writeScript(scratch.filePath(u"data/Veldtone/bin/yt-dlp"_s),
+                                     "exec /usr/bin/yt-dlp --load-info-json \"" +
+                                         scratch.filePath(u"info.json"_s).toUtf8() + "\" \"$@\"\n");
+            environment.insert(u"XDG_DATA_HOME"_s, scratch.filePath(u"data"_s));
+            page = m_server->pageUrl();
+        }
+        QProcess rip;
+        rip.setProcessEnvironment(environment);
+        rip.start(qEnvironmentVariable("VELDTONE_RIP"),
+                  flags + QStringList{u"--format"_s, format, u"--dest"_s, scratch.path(),
+                                      u"--library"_s, scratch.filePath(u"lib"_s), page.toString()});
+        QVERIFY(finished(rip, 180000));
+        const QByteArray output = rip.readAllStandardOutput();
+        QVERIFY2(rip.exitCode() == 0, output.constData());
+        const QJsonObject record = jsonLines(output).last().value(u"record"_s).toObject();
+        const QString file = record.value(u"filePath"_s).toString();
+        const QHash<QString, QString> tags = taglibTags(file);
+        const QStringList keys = {u"TITLE"_s, u"ARTIST"_s, u"ALBUM"_s, u"TRACKNUMBER"_s, u"DATE"_s};
+        // yt-dlp's own tags give the upload date where the site names no year.
+        const qsizetype checked =
+            expected.isEmpty() ? keys.size() : std::max<qsizetype>(expected.size(), 4);
+        for (qsizetype i = 0; i < checked; ++i)
+            QCOMPARE(tags.value(keys.at(i)).section(u'/', 0, 0), expected.value(i));
+        if (expected.isEmpty())
+            expected = QStringList{u"Night Drive"_s, u"Loopback Band"_s};
+        QCOMPARE(record.value(u"title"_s).toString(), expected.at(0));
+        QCOMPARE(record.value(u"channel"_s).toString(), expected.at(1));
+        QCOMPARE(record.value(u"album"_s).toString(), expected.value(2));
+        QCOMPARE(coverSize(file), cover);
     }
 
     // The headless driver with its own library: the metadata fetch flows into the record, the

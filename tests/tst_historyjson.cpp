@@ -23,7 +23,12 @@ HistoryTrack sampleTrack()
             u"4.2 MB"_s,
             QString(),
             785000000.25,
-            u"https://www.youtube.com/watch?v=abc"_s};
+            u"https://www.youtube.com/watch?v=abc"_s,
+            {},
+            {},
+            0,
+            0,
+            0};
 }
 
 // A valid record as JSON text, with one member replaced (or left out when value is empty).
@@ -89,6 +94,14 @@ private slots:
             "\"youtubeUrl\":\"https:\\/\\/www.youtube.com\\/watch?v=abc\"}]";
         QCOMPARE(HistoryTrackJson::encode({sampleTrack(), second}).value(), expected);
 
+        // Music facts follow the eleven, in a fixed order, only those known.
+        HistoryTrack song = sampleTrack();
+        song.album = u"Blue"_s;
+        song.trackNumber = 3;
+        song.year = 1971;
+        QVERIFY(HistoryTrackJson::encode({song})->endsWith(
+            "watch?v=abc\",\"album\":\"Blue\",\"trackNumber\":3,\"year\":1971}]"));
+
         // Half a surrogate pair has no UTF-8 form; it is written as U+FFFD, as Qt converts it.
         HistoryTrack broken = sampleTrack();
         broken.title = QString(QChar(0xD800)) + u'x' + QChar(0xDC00);
@@ -128,6 +141,13 @@ private slots:
             track.quality = AudioQuality::allCases()[(i / 5) % 5];
             track.title = u"Song %1 \u00fc/\\\"\u2028"_s.arg(i);
             track.completedAt = random.generateDouble() * 1e9 - 1e8;
+            if (i % 3 == 0) {
+                track.album = u"Album %1"_s.arg(i);
+                track.albumArtist = u"Various"_s;
+                track.trackNumber = i + 1;
+                track.trackCount = 200;
+                track.year = 1900 + i;
+            }
             tracks << track;
         }
         const QByteArray json = HistoryTrackJson::encode(tracks).value();
@@ -152,7 +172,8 @@ private slots:
             "[ {\"youtubeUrl\":\"u\",\"completedAt\":42,\"id\":"
             "\"0a1b2c3d-4e5f-6789-abcd-ef0123456789\",\"title\":\"Caf\\u00e9\",\"channel\":\"c\","
             "\"duration\":\"--:--\",\"format\":\"opus\",\"quality\":\"128\",\"filePath\":\"/a/b."
-            "opus\",\"fileSize\":\"--\",\"thumbnailUrl\":\"\",\"extra\":{\"x\":[1,2]}} ]\n";
+            "opus\",\"fileSize\":\"--\",\"thumbnailUrl\":\"\",\"extra\":{\"x\":[1,2]},"
+            "\"album\":7,\"trackNumber\":\"3\",\"year\":-5,\"albumArtist\":\"A\"} ]\n";
         const auto decoded = HistoryTrackJson::decode(json);
         QVERIFY(decoded);
         QCOMPARE(decoded->size(), 1);
@@ -161,6 +182,11 @@ private slots:
         QCOMPARE(track.title, u"Caf\u00e9"_s);
         QCOMPARE(track.filePath, u"/a/b.opus"_s);
         QCOMPARE(track.completedAt, 42.0);
+        // A music fact of another form is not known; the record still reads.
+        QCOMPARE(track.album, QString());
+        QCOMPARE(track.trackNumber, 0);
+        QCOMPARE(track.year, 0);
+        QCOMPARE(track.albumArtist, u"A"_s);
     }
 
     void failsWholeListStrictly_data()

@@ -31,9 +31,22 @@ HistoryTrack makeTrack(const QString& title, const QString& channel, AudioFormat
     static int serial = 0;
     if (filePath.isEmpty())
         filePath = u"/music/song%1.mp3"_s.arg(++serial);
-    return {QUuid::createUuid(),      title,    channel,     u"3:32"_s, format,
-            AudioQuality::k256,       filePath, u"4.2 MB"_s, QString(), HistoryTrack::now(),
-            u"https://youtu.be/abc"_s};
+    return {QUuid::createUuid(),
+            title,
+            channel,
+            u"3:32"_s,
+            format,
+            AudioQuality::k256,
+            filePath,
+            u"4.2 MB"_s,
+            QString(),
+            HistoryTrack::now(),
+            u"https://youtu.be/abc"_s,
+            {},
+            {},
+            0,
+            0,
+            0};
 }
 
 QStringList shownTitles(const LibraryListModel& model)

@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "HistoryTrack.h"
 
-#include <QFileInfo>
+#include "models/DisplayTexts.h"
 
+#include <QFileInfo>
 #include <cmath>
 
 namespace {
 // 2001-01-01T00:00:00Z in milliseconds since the Unix epoch.
 constexpr qint64 kReferenceEpochMs = 978307200000LL;
 } // namespace
+
+QString HistoryTrack::byline() const
+{
+    return album.isEmpty() ? channel : channel + DisplayTexts::kSeparator + album;
+}
 
 bool HistoryTrack::fileExists() const
 {

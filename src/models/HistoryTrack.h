@@ -25,6 +25,17 @@ struct HistoryTrack
     // a record survives a save and load bit for bit.
     double completedAt = 0;
     QString youtubeUrl;
+    // Music facts, when known (empty or 0 when not); the library file holds them after the
+    // eleven members above, and only when known.
+    QString album;
+    QString albumArtist;
+    int trackNumber = 0;
+    int trackCount = 0;
+    int year = 0;
+
+    // Who made it, as a row's second line shows it: "Artist • Album" when the album is known,
+    // else the artist or channel alone.
+    QString byline() const;
 
     // Whether something exists at filePath right now; false for an empty path.
     bool fileExists() const;

@@ -130,6 +130,25 @@ std::optional<QUuid> parseUuid(std::string_view text)
     return QUuid::fromString(QLatin1StringView(text.data(), 36));
 }
 
+// One of the optional music facts after the eleven members, when it is one and well formed.
+void decodeMusicFact(const simdjson::dom::key_value_pair& field, HistoryTrack& track)
+{
+    std::string_view text;
+    std::int64_t number = 0;
+    if (field.key == "album" && !field.value.get_string().get(text))
+        track.album = fromUtf8(text);
+    else if (field.key == "albumArtist" && !field.value.get_string().get(text))
+        track.albumArtist = fromUtf8(text);
+    else if (field.value.get_int64().get(number) || number <= 0 || number > 99999)
+        return;
+    else if (field.key == "trackNumber")
+        track.trackNumber = int(number);
+    else if (field.key == "trackCount")
+        track.trackCount = int(number);
+    else if (field.key == "year")
+        track.year = int(number);
+}
+
 // Fills track from one JSON object; returns an empty text on success, otherwise the reason.
 QString decodeTrack(simdjson::dom::element element, HistoryTrack& track)
 {
@@ -141,8 +160,11 @@ QString decodeTrack(simdjson::dom::element element, HistoryTrack& track)
         unsigned key = 0;
         while (key < kKeyCount && kKeyNames[key] != field.key)
             ++key;
-        if (key == kKeyCount)
+        if (key == kKeyCount) {
+            // The music facts are optional; a value of another form is not known.
+            decodeMusicFact(field, track);
             continue; // Members this program does not know are left alone.
+        }
         seen |= 1u << key;
         const auto wrongType = [key]() -> QString {
             return u'"' + fromUtf8(kKeyNames[key]) + u"\" has the wrong type";
@@ -377,6 +399,21 @@ bool appendTrack(QByteArray& out, const HistoryTrack& track)
     appendNumber(out, track.completedAt);
     out.append(",\"youtubeUrl\":");
     appendString(out, track.youtubeUrl);
+    const auto appendText = [&out](const char* key, const QString& value) {
+        if (value.isEmpty())
+            return;
+        out.append(",\"").append(key).append("\":");
+        appendString(out, value);
+    };
+    const auto appendCount = [&out](const char* key, int value) {
+        if (value > 0)
+            out.append(",\"").append(key).append("\":").append(QByteArray::number(value));
+    };
+    appendText("album", track.album);
+    appendText("albumArtist", track.albumArtist);
+    appendCount("trackNumber", track.trackNumber);
+    appendCount("trackCount", track.trackCount);
+    appendCount("year", track.year);
     out.append('}');
     return true;
 }

@@ -15,6 +15,21 @@ struct VideoMetadata
     QString thumbnailUrl;
     QString webpageUrl;
 
+    // What the site says of the music, when it says it (yt-dlp's track, artist, album,
+    // album_artist, track_number and release_year).
+    struct Music
+    {
+        QString track;
+        QString artist;
+        QString album;
+        QString albumArtist;
+        int trackNumber = 0;
+        int year = 0;
+
+        friend bool operator==(const Music&, const Music&) = default;
+    };
+    Music music;
+
     // "m:ss" under an hour, "h:mm:ss" from one hour on.
     static QString formattedDuration(qint64 seconds);
 

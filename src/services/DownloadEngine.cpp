@@ -100,6 +100,22 @@ void DownloadEngine::setEmbedMetadata(bool on)
     emit embedMetadataChanged();
 }
 
+void DownloadEngine::setSquareCover(bool on)
+{
+    if (m_choices.squareCover == on)
+        return;
+    m_choices.squareCover = on;
+    emit squareCoverChanged();
+}
+
+void DownloadEngine::setArtistFromTitle(bool on)
+{
+    if (m_choices.artistFromTitle == on)
+        return;
+    m_choices.artistFromTitle = on;
+    emit artistFromTitleChanged();
+}
+
 void DownloadEngine::setCookiesFromBrowser(const QString& browser)
 {
     if (m_choices.cookiesFromBrowser == browser ||
@@ -231,6 +247,8 @@ MadeRun<ExtractionJob> DownloadEngine::newJob(const QString& url, int playlistIt
     request.ffmpegPath = m_dependencies.ffmpegPath();
     request.embedArtwork = m_choices.embedArtwork;
     request.embedMetadata = m_choices.embedMetadata;
+    request.squareCover = m_choices.squareCover;
+    request.artistFromTitle = m_choices.artistFromTitle;
     // A file is written over only when it is this link's earlier rip in this format; a
     // playlist's items share its link, so none of theirs is.
     for (const HistoryTrack& track : m_history.tracks()) {
@@ -293,7 +311,7 @@ QList<HistoryTrack> DownloadEngine::record(const ExtractionJob& job,
     // A run that named no file still gets its record, with the link's facts.
     QList<ExtractionJob::File> files = result.files;
     if (files.isEmpty())
-        files.append({QString(), std::nullopt, std::nullopt});
+        files.append({QString(), std::nullopt, std::nullopt, std::nullopt});
     QList<HistoryTrack> tracks;
     for (const ExtractionJob::File& file : files) {
         HistoryTrack track;
@@ -308,8 +326,16 @@ QList<HistoryTrack> DownloadEngine::record(const ExtractionJob& job,
         if (!metadata && files.size() == 1)
             metadata = result.metadata ? result.metadata : fetched;
         if (metadata) {
-            track.title = metadata->title;
-            track.channel = metadata->channel;
+            // Song and artist, as the file's tags give them.
+            const MusicTags tags =
+                file.tags.value_or(MusicTags::of(*metadata, job.request().artistFromTitle));
+            track.title = tags.title;
+            track.channel = tags.artist;
+            track.album = tags.album;
+            track.albumArtist = tags.albumArtist;
+            track.trackNumber = tags.trackNumber;
+            track.trackCount = tags.trackCount;
+            track.year = tags.year;
             track.duration = metadata->duration;
             track.thumbnailUrl = metadata->thumbnailUrl;
         } else {

@@ -52,6 +52,9 @@ class DownloadEngine : public QObject
     Q_PROPERTY(bool embedArtwork READ embedArtwork WRITE setEmbedArtwork NOTIFY embedArtworkChanged)
     Q_PROPERTY(
         bool embedMetadata READ embedMetadata WRITE setEmbedMetadata NOTIFY embedMetadataChanged)
+    Q_PROPERTY(bool squareCover READ squareCover WRITE setSquareCover NOTIFY squareCoverChanged)
+    Q_PROPERTY(bool artistFromTitle READ artistFromTitle WRITE setArtistFromTitle NOTIFY
+                   artistFromTitleChanged)
     Q_PROPERTY(int simultaneousRips READ simultaneousRips WRITE setSimultaneousRips NOTIFY
                    simultaneousRipsChanged)
     Q_PROPERTY(QString cookiesFromBrowser READ cookiesFromBrowser WRITE setCookiesFromBrowser NOTIFY
@@ -83,6 +86,8 @@ public:
     QUrl targetFolder() const { return m_choices.targetFolder; }
     bool embedArtwork() const { return m_choices.embedArtwork; }
     bool embedMetadata() const { return m_choices.embedMetadata; }
+    bool squareCover() const { return m_choices.squareCover; }
+    bool artistFromTitle() const { return m_choices.artistFromTitle; }
     QString cookiesFromBrowser() const { return m_choices.cookiesFromBrowser; }
     int simultaneousRips() const { return m_choices.simultaneousRips; }
     QString proxy() const { return m_choices.proxy; }
@@ -93,6 +98,8 @@ public:
     void setTargetFolder(const QUrl& folder);
     void setEmbedArtwork(bool on);
     void setEmbedMetadata(bool on);
+    void setSquareCover(bool on);
+    void setArtistFromTitle(bool on);
     // A browser of EnginePreferences::cookieBrowsers(), or empty for none; others are ignored.
     void setCookiesFromBrowser(const QString& browser);
     // Kept within 1 to 4.
@@ -160,6 +167,8 @@ signals:
     void targetFolderChanged();
     void embedArtworkChanged();
     void embedMetadataChanged();
+    void squareCoverChanged();
+    void artistFromTitleChanged();
     void cookiesFromBrowserChanged();
     void simultaneousRipsChanged();
     void proxyChanged();

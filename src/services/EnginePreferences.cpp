@@ -103,6 +103,10 @@ OutputChoices load(const QSettings& settings)
         choices.embedArtwork = *on;
     if (const auto on = readBoolean(settings.value(SettingsKeys::embedMetadata)))
         choices.embedMetadata = *on;
+    if (const auto on = readBoolean(settings.value(SettingsKeys::squareCover)))
+        choices.squareCover = *on;
+    if (const auto on = readBoolean(settings.value(SettingsKeys::artistFromTitle)))
+        choices.artistFromTitle = *on;
     // Anything but a browser we offer would be handed to the tool as it stands.
     if (const auto text = readString(settings.value(SettingsKeys::cookiesFromBrowser));
         text && cookieBrowsers().contains(*text))
@@ -128,6 +132,8 @@ void save(QSettings& settings, const OutputChoices& choices)
     settings.setValue(SettingsKeys::defaultQuality, choices.quality.rawValue());
     settings.setValue(SettingsKeys::embedArtwork, choices.embedArtwork);
     settings.setValue(SettingsKeys::embedMetadata, choices.embedMetadata);
+    settings.setValue(SettingsKeys::squareCover, choices.squareCover);
+    settings.setValue(SettingsKeys::artistFromTitle, choices.artistFromTitle);
     settings.setValue(SettingsKeys::cookiesFromBrowser, choices.cookiesFromBrowser);
     settings.setValue(SettingsKeys::simultaneousRips, choices.simultaneousRips);
     settings.setValue(SettingsKeys::proxy, choices.proxy);

@@ -20,6 +20,10 @@ struct OutputChoices
     QUrl targetFolder;
     bool embedArtwork = SettingsKeys::embedArtworkDefault;
     bool embedMetadata = SettingsKeys::embedMetadataDefault;
+    // The embedded picture is the thumbnail's centred square.
+    bool squareCover = SettingsKeys::squareCoverDefault;
+    // "Artist - Song" titles give the artist when the site names none.
+    bool artistFromTitle = SettingsKeys::artistFromTitleDefault;
     // The browser whose cookies yt-dlp reads, as yt-dlp names it; empty for none.
     QString cookiesFromBrowser;
     // How many batch items rip at once, 1 to 4.

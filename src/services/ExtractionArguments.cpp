@@ -35,9 +35,9 @@ QStringList extractionArguments(const QString& link, AudioFormat format, AudioQu
         arguments << QStringLiteral("--audio-quality") << quality.ytdlpQualityArg();
     if (ffmpegPath)
         arguments << QStringLiteral("--ffmpeg-location") << QFileInfo(*ffmpegPath).path();
-    // WAV cannot carry a picture; asking for one fails the whole job after converting.
+    // The picture is embedded by the job itself, cropped as chosen; WAV carries none.
     if (embedArtwork && format != AudioFormat::wav)
-        arguments << QStringLiteral("--embed-thumbnail");
+        arguments << QStringLiteral("--write-thumbnail");
     if (embedMetadata)
         arguments << QStringLiteral("--embed-metadata");
     // The item's facts as the download begins, and the final path once the file is in place;
@@ -48,7 +48,8 @@ QStringList extractionArguments(const QString& link, AudioFormat format, AudioQu
                                 "webpage_url})j")
               << report << QStringLiteral("--print-to-file")
               << QStringLiteral("after_move:%(.{filepath,title,uploader,channel,duration,"
-                                "thumbnail})j")
+                                "thumbnail,track,artist,artists,album,album_artist,track_number,"
+                                "release_year})j")
               << report;
     arguments << toolOptions << link;
     return arguments;

@@ -3,11 +3,13 @@
 
 #include "models/DisplayTexts.h"
 #include "services/Background.h"
+#include "services/CoverArt.h"
 #include "services/ExtractionArguments.h"
 #include "services/FilePathTracker.h"
 #include "services/OutputFiles.h"
 #include "services/RunReport.h"
 #include "services/ScratchFolders.h"
+#include "services/TagWriter.h"
 #include "services/ToolOutputReader.h"
 
 #include <QDir>
@@ -181,6 +183,7 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
             found.append({path, report.metadata});
     }
     for (qsizetype i = 0; i < found.size(); ++i) {
+        const std::optional<MusicTags> tags = tag(found.at(i).first, found.at(i).second, request);
         const OutputFiles::Moved moved = OutputFiles::moveIntoFolder(
             found.at(i).first, request.destination, request.replaceable);
         if (moved.path.isEmpty()) {
@@ -190,9 +193,27 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
             result.notMoved = keepNotMoved(rest, scratch, request, moved.error);
             break;
         }
-        result.files.append({moved.path, OutputFiles::getFileSize(moved.path), found.at(i).second});
+        result.files.append(
+            {moved.path, OutputFiles::getFileSize(moved.path), found.at(i).second, tags});
     }
     return result;
+}
+
+std::optional<MusicTags> ExtractionJob::tag(const QString& path,
+                                            const std::optional<VideoMetadata>& metadata,
+                                            const Request& request)
+{
+    std::optional<MusicTags> tags;
+    if (metadata)
+        tags = MusicTags::of(*metadata, request.artistFromTitle);
+    const QString thumbnail = CoverArt::thumbnailBeside(path);
+    const QByteArray cover = request.embedArtwork && !thumbnail.isEmpty()
+                                 ? CoverArt::fromThumbnail(thumbnail, request.squareCover)
+                                 : QByteArray();
+    // A file whose tags cannot be written is still the rip the user asked for: it is kept.
+    (void)TagWriter::write(path, request.format, request.embedMetadata ? tags : std::nullopt,
+                           cover);
+    return tags;
 }
 
 QString ExtractionJob::keepNotMoved(const QStringList& files, const QString& scratch,

@@ -4,6 +4,7 @@
 #include "models/AudioFormat.h"
 #include "models/AudioQuality.h"
 #include "models/DownloadStatus.h"
+#include "models/MusicTags.h"
 #include "models/VideoMetadata.h"
 #include "services/ToolInvocation.h"
 
@@ -44,17 +45,23 @@ public:
         std::optional<QString> ffmpegPath;
         bool embedArtwork = true;
         bool embedMetadata = true;
+        // The embedded picture is the thumbnail's centred square, not the whole frame.
+        bool squareCover = true;
+        // "Artist - Song" titles give the artist, when the site names none.
+        bool artistFromTitle = true;
         // Files in the destination this job may write over: the same link's earlier rips in
         // the same format, as the library records them.
         QSet<QString> replaceable;
     };
 
-    // One finished file, moved into the destination; metadata as the run reported its item.
+    // One finished file, moved into the destination; metadata as the run reported its item,
+    // tags as the file carries them (or would, with tags off).
     struct File
     {
         QString path;
         std::optional<QString> fileSize;
         std::optional<VideoMetadata> metadata;
+        std::optional<MusicTags> tags;
     };
 
     // What a run produced: every finished file in the order made (none when none was found),
@@ -92,7 +99,11 @@ private:
     void readLine(QByteArrayView line);
     void readReport();
     void exited(const ToolRun::Result& result);
-    // Finds the finished files and moves them from the scratch folder into the destination.
+    // Writes a finished file's tags and picture while it is still in the scratch folder.
+    static std::optional<MusicTags>
+    tag(const QString& path, const std::optional<VideoMetadata>& metadata, const Request& request);
+    // Finds the finished files, tags them and moves them from the scratch folder into the
+    // destination.
     static Result place(const std::shared_ptr<FilePathTracker>& tracker, const QString& scratch,
                         const Request& request);
     // Keeps files that could not be moved out where no sweep removes them; gives the line the

@@ -3,6 +3,7 @@
 
 #include "services/Background.h"
 
+#include <QStringList>
 #include <QUuid>
 #include <limits>
 #include <simdjson.h>
@@ -38,6 +39,39 @@ qint64 jsonDuration(simdjson::dom::object& object)
     return std::max<qint64>(seconds, 0);
 }
 
+// A small positive count (a track number, a year), or 0 for anything else.
+int jsonCount(simdjson::dom::object& object, const char* key)
+{
+    std::int64_t number = 0;
+    if (object[key].get_int64().get(number) != simdjson::SUCCESS || number <= 0 || number > 99999)
+        return 0;
+    return int(number);
+}
+
+VideoMetadata::Music musicOf(simdjson::dom::object& object)
+{
+    VideoMetadata::Music music;
+    music.track = jsonString(object, "track").value_or(QString()).trimmed();
+    // Newer yt-dlp lists every artist; older ones give one text.
+    simdjson::dom::array artists;
+    if (object["artists"].get_array().get(artists) == simdjson::SUCCESS) {
+        QStringList names;
+        for (simdjson::dom::element artist : artists) {
+            std::string_view name;
+            if (artist.get_string().get(name) == simdjson::SUCCESS && !name.empty())
+                names.append(QString::fromUtf8(name.data(), qsizetype(name.size())).trimmed());
+        }
+        music.artist = names.join(QStringLiteral(", "));
+    }
+    if (music.artist.isEmpty())
+        music.artist = jsonString(object, "artist").value_or(QString()).trimmed();
+    music.album = jsonString(object, "album").value_or(QString()).trimmed();
+    music.albumArtist = jsonString(object, "album_artist").value_or(QString()).trimmed();
+    music.trackNumber = jsonCount(object, "track_number");
+    music.year = jsonCount(object, "release_year");
+    return music;
+}
+
 VideoMetadata metadataOf(simdjson::dom::object& object, const QString& link)
 {
     VideoMetadata metadata;
@@ -51,6 +85,7 @@ VideoMetadata metadataOf(simdjson::dom::object& object, const QString& link)
     metadata.duration = VideoMetadata::formattedDuration(metadata.durationSeconds);
     metadata.thumbnailUrl = jsonString(object, "thumbnail").value_or(QString());
     metadata.webpageUrl = jsonString(object, "webpage_url").value_or(link);
+    metadata.music = musicOf(object);
     return metadata;
 }
 

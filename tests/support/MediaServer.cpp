@@ -55,7 +55,8 @@ bool MediaServer::start()
                    "-filter_complex [0:a][1:a]amerge=inputs=2[a] -map 2:v -map [a] "
                    "-c:v libvpx -b:v 20k -c:a libvorbis -q:a 3"_s.arg(seconds),
                    media, &m_error) ||
-        !runFfmpeg(u"-f lavfi -i color=c=0x2a6f97:s=160x90:d=1 -frames:v 1"_s, thumbnail, &m_error))
+        !runFfmpeg(u"-f lavfi -i color=c=0x2a6f97:s=320x180:d=1 -frames:v 1"_s, thumbnail,
+                   &m_error))
         return false;
     QFile mediaFile(media);
     QFile image(thumbnail);
@@ -71,6 +72,14 @@ bool MediaServer::start()
     m_server.route(u"/titled"_s, [this](const QHttpServerRequest& request) {
         const QString title = request.query().queryItemValue(u"t"_s, QUrl::FullyDecoded);
         return QHttpServerResponse("text/html", page(title.toUtf8(), kMediaPath));
+    });
+    m_server.route(u"/music"_s, [this](const QHttpServerRequest& request) {
+        const QUrlQuery query = request.query();
+        const auto item = [&](const QString& key) {
+            return query.queryItemValue(key, QUrl::FullyDecoded).toUtf8();
+        };
+        return QHttpServerResponse("text/html",
+                                   page(item(u"t"_s), kMediaPath, item(u"u"_s), item(u"a"_s)));
     });
     m_server.route(u"/private/tone.html"_s, [this](const QHttpServerRequest& request) {
         if (!request.value("Cookie").contains(kPrivateCookie))
@@ -98,12 +107,15 @@ bool MediaServer::start()
     return m_port != 0;
 }
 
-QByteArray MediaServer::page(const QByteArray& title, const QString& media) const
+QByteArray MediaServer::page(const QByteArray& title, const QString& media,
+                             const QByteArray& uploader, const QByteArray& artist) const
 {
+    const QByteArray byArtist =
+        artist.isEmpty() ? QByteArray() : ", \"byArtist\": {\"name\": \"" + artist + "\"}";
     const QByteArray json =
         "{\"@context\": \"https://schema.org\", \"@type\": \"VideoObject\", \"name\": \"" + title +
-        "\", \"author\": {\"@type\": \"Person\", \"name\": \"" + kAuthor +
-        "\"}, \"duration\": \"PT" + QByteArray::number(m_options.durationSeconds) +
+        "\", \"author\": {\"@type\": \"Person\", \"name\": \"" + uploader + "\"}" + byArtist +
+        ", \"duration\": \"PT" + QByteArray::number(m_options.durationSeconds) +
         "S\", \"uploadDate\": \"2024-05-01\", \"thumbnailUrl\": \"" +
         url(kThumbnailPath).toEncoded() + "\", \"contentUrl\": \"" + url(media).toEncoded() + "\"}";
     return "<!DOCTYPE html>\n<html><head><meta charset=\"utf-8\"><title>" + title +
@@ -126,6 +138,22 @@ QUrl MediaServer::titledPageUrl(const QString& title) const
     QUrl page = url(u"/titled"_s);
     page.setQuery(QUrlQuery{{u"t"_s, title}});
     return page;
+}
+
+QUrl MediaServer::musicPageUrl(const QString& title, const QString& uploader,
+                               const QString& artist) const
+{
+    QUrl page = url(u"/music"_s);
+    QUrlQuery query{{u"t"_s, title}, {u"u"_s, uploader}};
+    if (!artist.isEmpty())
+        query.addQueryItem(u"a"_s, artist);
+    page.setQuery(query);
+    return page;
+}
+
+QUrl MediaServer::mediaUrl() const
+{
+    return url(kMediaPath);
 }
 
 QUrl MediaServer::twoVideosUrl() const

@@ -37,6 +37,10 @@ public:
     // A page of the same clip with another title (no quotes or angle brackets), so two rips
     // make two files.
     QUrl titledPageUrl(const QString& title) const;
+    // A page of the clip as a music upload: its title, its uploader and, when given, the artist
+    // the page names (JSON-LD byArtist).
+    QUrl musicPageUrl(const QString& title, const QString& uploader,
+                      const QString& artist = {}) const;
     // The clip's page that answers 403 unless the request carries kPrivateCookie.
     QUrl privatePageUrl() const;
     // A page embedding the clip twice, which yt-dlp lists as a playlist of two
@@ -51,12 +55,16 @@ public:
     // The clip's page by a link that also names that playlist (watch?v=…&list=…).
     QUrl pageInPlaylistUrl() const;
     static constexpr const char* kPlaylistTitle = "Loopback Playlist";
+    // A 320x180 JPEG.
     QUrl thumbnailUrl() const;
+    // The clip's own address, for an info JSON to point at.
+    QUrl mediaUrl() const;
     QUrl missingUrl() const;
 
 private:
     QUrl url(const QString& path) const;
-    QByteArray page(const QByteArray& title, const QString& mediaPath) const;
+    QByteArray page(const QByteArray& title, const QString& mediaPath,
+                    const QByteArray& uploader = kAuthor, const QByteArray& artist = {}) const;
 
     Options m_options;
     QTemporaryDir m_dir;

@@ -3,7 +3,8 @@
 // tests, the benchmark and checking a release by hand.
 //
 //   veldtone-rip [--format mp3|m4a|flac|wav|opus] [--quality 320|256|192|128|0] [--dest DIR]
-//                [--no-artwork] [--no-tags] [--library DIR] [--metadata]
+//                [--no-artwork] [--no-tags] [--no-square-cover] [--no-artist-from-title]
+//                [--library DIR] [--metadata]
 //                [--cookies-from-browser BROWSER] URL
 //
 // Prints every published status as one JSON line, then the library record of a completed job.
@@ -103,6 +104,12 @@ int main(int argc, char** argv)
                                              QStringLiteral("Do not embed artwork."));
     const QCommandLineOption noTagsOption(QStringLiteral("no-tags"),
                                           QStringLiteral("Do not embed tags."));
+    const QCommandLineOption noSquareOption(
+        QStringLiteral("no-square-cover"),
+        QStringLiteral("Embed the thumbnail whole, not its centred square."));
+    const QCommandLineOption noTitleArtistOption(
+        QStringLiteral("no-artist-from-title"),
+        QStringLiteral("Do not read \"Artist - Song\" titles as artist and song."));
     const QCommandLineOption libraryOption(
         QStringLiteral("library"),
         QStringLiteral("Folder of the library file history.json (default: a fresh temporary one)."),
@@ -115,7 +122,8 @@ int main(int argc, char** argv)
                        "brave, edge, opera, vivaldi)."),
         QStringLiteral("browser"));
     parser.addOptions({formatOption, qualityOption, destOption, noArtworkOption, noTagsOption,
-                       libraryOption, metadataOption, cookiesOption});
+                       noSquareOption, noTitleArtistOption, libraryOption, metadataOption,
+                       cookiesOption});
     parser.addPositionalArgument(QStringLiteral("URL"), QStringLiteral("The link to rip."));
     if (!parser.parse(app.arguments())) {
         fail(parser.errorText());
@@ -185,6 +193,8 @@ int main(int argc, char** argv)
     }
     engine.setEmbedArtwork(!parser.isSet(noArtworkOption));
     engine.setEmbedMetadata(!parser.isSet(noTagsOption));
+    engine.setSquareCover(!parser.isSet(noSquareOption));
+    engine.setArtistFromTitle(!parser.isSet(noTitleArtistOption));
     if (parser.isSet(cookiesOption)) {
         engine.setCookiesFromBrowser(parser.value(cookiesOption));
         if (engine.cookiesFromBrowser() != parser.value(cookiesOption)) {

@@ -40,7 +40,7 @@ OutputOptionsForm::OutputOptionsForm(Kind kind, DownloadEngine& engine, DesktopS
     for (auto signal :
          {&DownloadEngine::selectedFormatChanged, &DownloadEngine::selectedQualityChanged,
           &DownloadEngine::targetFolderChanged, &DownloadEngine::embedArtworkChanged,
-          &DownloadEngine::embedMetadataChanged}) {
+          &DownloadEngine::embedMetadataChanged, &DownloadEngine::squareCoverChanged}) {
         connect(&m_engine, signal, this, &OutputOptionsForm::update);
     }
     update();
@@ -170,8 +170,13 @@ QWidget* OutputOptionsForm::buildSwitches()
         m_artworkBox->setIcon(Symbols::icon(QStringLiteral("photo.artframe"), iconColor, 13));
         m_metadataBox = new QCheckBox(tr("Embed ID3 Tags"), switches);
         m_metadataBox->setIcon(Symbols::icon(QStringLiteral("tag.fill"), iconColor, 13));
+        m_squareBox = new QCheckBox(tr("Square cover art"), switches);
+        m_squareBox->setIcon(Symbols::icon(QStringLiteral("crop"), iconColor, 13));
+        m_squareBox->setFont(Theme::font(11));
+        connect(m_squareBox, &QCheckBox::toggled, &m_engine, &DownloadEngine::setSquareCover);
         row->addWidget(m_artworkBox);
         row->addWidget(m_metadataBox);
+        row->addWidget(m_squareBox);
         row->addStretch(1);
     } else {
         QVBoxLayout* switchColumn = column(switches, 10);
@@ -233,6 +238,10 @@ void OutputOptionsForm::update()
             m_bitratePicker->findData(m_engine.selectedQuality().rawValue()));
         m_artworkBox->setChecked(m_engine.embedArtwork());
         m_metadataBox->setChecked(m_engine.embedMetadata());
+        if (m_squareBox) {
+            const QSignalBlocker blockSquare(m_squareBox);
+            m_squareBox->setChecked(m_engine.squareCover());
+        }
     }
     if (m_losslessNote) {
         m_bitratePicker->setVisible(format.supportsBitrate());

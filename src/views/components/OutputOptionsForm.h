@@ -53,4 +53,6 @@ private:
     QLabel* m_losslessNote = nullptr;
     QCheckBox* m_artworkBox = nullptr;
     QCheckBox* m_metadataBox = nullptr;
+    // The converter's only: the settings screen keeps it with the music settings.
+    QCheckBox* m_squareBox = nullptr;
 };

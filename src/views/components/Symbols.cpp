@@ -48,6 +48,7 @@ constexpr Entry kTable[] = {
     {u"trash", u"delete"},
     {u"photo.artframe", u"image"},
     {u"tag.fill", u"sell"},
+    {u"crop", u"crop_square"},
     // Status.
     {u"checkmark.circle.fill", u"check_circle"},
     {u"checkmark.seal.fill", u"verified"},

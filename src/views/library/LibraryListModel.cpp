@@ -240,8 +240,10 @@ QVariant LibraryListModel::data(const QModelIndex& index, int role) const
     case Qt::AccessibleTextRole:
         return track.title;
     case Qt::AccessibleDescriptionRole: {
-        QString text =
-            track.channel + u", " + track.duration + u", " + track.format.rawValue().toUpper();
+        QString text = track.channel;
+        if (!track.album.isEmpty())
+            text += u", " + track.album;
+        text += u", " + track.duration + u", " + track.format.rawValue().toUpper();
         if (track.format.supportsBitrate())
             text += u", " + track.quality.shortName();
         text += u", " + track.fileSize;

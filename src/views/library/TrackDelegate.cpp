@@ -165,7 +165,7 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const int bulletWidth = QFontMetrics(bulletFont).horizontalAdvance(QStringLiteral("•"));
     const int durationWidth = detailMetrics.horizontalAdvance(track.duration);
     const int channelRoom = std::max(0, g.text.width() - bulletWidth - durationWidth - 12);
-    const QString channel = detailMetrics.elidedText(track.channel, Qt::ElideRight, channelRoom);
+    const QString channel = detailMetrics.elidedText(track.byline(), Qt::ElideRight, channelRoom);
     int x = g.text.left();
     painter->setFont(detailFont);
     const QRect line(x, y, g.text.width(), detailMetrics.height());

@@ -115,6 +115,7 @@ void SettingsView::buildContent()
     layout->addWidget(title);
     layout->addSpacing(shadow.bottom());
     layout->addWidget(buildDefaultsCard());
+    layout->addWidget(buildMusicCard());
     layout->addWidget(buildToolsCard());
     layout->addWidget(buildAboutCard());
     layout->addStretch(1);
@@ -143,6 +144,41 @@ QWidget* SettingsView::buildDefaultsCard()
         m_engine.savePreferences();
     });
     layout->addWidget(labelledRow(tr("Simultaneous rips"), parallel, 0));
+    return card(content, this);
+}
+
+QWidget* SettingsView::buildMusicCard()
+{
+    auto* content = new QWidget;
+    QVBoxLayout* layout = column(content, 10);
+    layout->addWidget(sectionTitle(tr("Music"), this));
+    // A switch that follows the engine's choice, wherever it is changed, and saves it.
+    const auto addSwitch = [&](const QString& text, bool (DownloadEngine::*get)() const,
+                               void (DownloadEngine::*set)(bool),
+                               void (DownloadEngine::*changed)()) {
+        auto* box = new QCheckBox(text, content);
+        box->setFont(Theme::font(12));
+        box->setChecked((m_engine.*get)());
+        connect(box, &QCheckBox::toggled, this, [this, set](bool on) {
+            (m_engine.*set)(on);
+            m_engine.savePreferences();
+        });
+        connect(&m_engine, changed, box, [this, box, get] {
+            const QSignalBlocker block(box);
+            box->setChecked((m_engine.*get)());
+        });
+        layout->addWidget(box);
+    };
+    addSwitch(tr("Square cover art"), &DownloadEngine::squareCover, &DownloadEngine::setSquareCover,
+              &DownloadEngine::squareCoverChanged);
+    addSwitch(tr("Read artist from titles"), &DownloadEngine::artistFromTitle,
+              &DownloadEngine::setArtistFromTitle, &DownloadEngine::artistFromTitleChanged);
+    QLabel* hint = label(tr("A title such as \"Artist - Song (Official Video)\" gives the artist "
+                            "and the song when the site names neither."),
+                         Theme::font(11), content);
+    hint->setWordWrap(true);
+    setTextColor(hint, secondaryText(palette()));
+    layout->addWidget(hint);
     return card(content, this);
 }
 

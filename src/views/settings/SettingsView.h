@@ -29,6 +29,7 @@ public:
 private:
     void buildContent() override;
     QWidget* buildDefaultsCard();
+    QWidget* buildMusicCard();
     QWidget* buildToolsCard();
     QWidget* buildAboutCard();
     // The proxy and the speed limit every yt-dlp run takes.
