@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "models/MusicTags.h"
 #include "models/ToolAdvice.h"
 #include "models/VideoMetadata.h"
 
@@ -51,6 +52,48 @@ private slots:
         QFETCH(ToolAdvice::Kind, kind);
         QCOMPARE(ToolAdvice::forError(error), kind);
         QCOMPARE(ToolAdvice::text(kind).isEmpty(), kind == ToolAdvice::Kind::none);
+    }
+
+    void musicTags_data()
+    {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("uploader");
+        QTest::addColumn<QString>("siteArtist");
+        QTest::addColumn<bool>("fromTitle");
+        QTest::addColumn<QString>("song");
+        QTest::addColumn<QString>("artist");
+        QTest::newRow("hyphen, noise") << u"Band - Song (Official Video)"_s << u"Label"_s
+                                       << QString() << true << u"Song"_s << u"Band"_s;
+        QTest::newRow("en dash, two noises")
+            << u"Band \u2013 Song (Lyrics) [Official Audio]"_s << u"x"_s << QString() << true
+            << u"Song"_s << u"Band"_s;
+        QTest::newRow("em dash, first one") << u"A \u2014 B - C (Official Music Video)"_s << u"x"_s
+                                            << QString() << true << u"B - C"_s << u"A"_s;
+        QTest::newRow("what is kept")
+            << u"Band - Song (Live) [feat. Other]"_s << u"x"_s << QString() << true
+            << u"Song (Live) [feat. Other]"_s << u"Band"_s;
+        QTest::newRow("no spaces, no split") << u"AC-DC"_s << u"Some Artist - Topic"_s << QString()
+                                             << true << u"AC-DC"_s << u"Some Artist"_s;
+        QTest::newRow("empty side")
+            << u" - Song"_s << u"LabelVEVO"_s << QString() << true << u" - Song"_s << u"Label"_s;
+        QTest::newRow("rule off") << u"Band - Song (Audio)"_s << u"VEVO"_s << QString() << false
+                                  << u"Band - Song (Audio)"_s << u"VEVO"_s;
+        QTest::newRow("the site's artist wins")
+            << u"Band - Song"_s << u"x"_s << u"Real"_s << true << u"Song"_s << u"Real"_s;
+    }
+    void musicTags()
+    {
+        QFETCH(QString, title);
+        QFETCH(QString, uploader);
+        QFETCH(QString, siteArtist);
+        QFETCH(bool, fromTitle);
+        VideoMetadata video;
+        video.title = title;
+        video.channel = uploader;
+        video.music.artist = siteArtist;
+        const MusicTags tags = MusicTags::of(video, fromTitle);
+        QTEST(tags.title, "song");
+        QTEST(tags.artist, "artist");
     }
 };
 
