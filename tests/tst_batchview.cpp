@@ -96,8 +96,7 @@ class TestBatchView : public QObject
         QStringList links;
         for (const QString& name : names)
             links << link(name);
-        // Typed into the editor while it shows; once the queue shows, links come in by drop
-        // or from another instance, straight to the queue.
+        // Once the queue shows, links come straight to it, as a drop brings them.
         if (!editor()) {
             runner().addUrlsToQueue(links.join(u'\n'));
             return;

@@ -73,6 +73,8 @@ private slots:
             QCOMPARE(env.savedSettings()->value(u"defaultFormat"_s).toString(), u"opus"_s);
             QVERIFY(press(&screen.view, kArtwork));
             QTRY_COMPARE(env.savedSettings()->value(u"embedArtwork"_s).toBool(), false);
+            QVERIFY(press(&screen.view, u"Square cover art"_s));
+            QTRY_COMPARE(env.savedSettings()->value(u"squareCover"_s).toBool(), false);
 
             // A proxy yt-dlp cannot use is refused with a line and not saved.
             auto* proxy = findNamed<QLineEdit>(&screen.view, u"Proxy"_s);
@@ -105,6 +107,8 @@ private slots:
                  u"Best Available (Original)"_s);
         QVERIFY(!screen.box(kArtwork)->isChecked());
         QVERIFY(screen.box(kTags)->isChecked());
+        QVERIFY(!screen.box(u"Square cover art"_s)->isChecked());
+        QVERIFY(screen.box(u"Read artist from titles"_s)->isChecked());
         QCOMPARE(screen.view.findChild<ElidedLabel*>()->text(), folder);
         QCOMPARE(findNamed<QLineEdit>(&screen.view, u"Proxy"_s)->text(),
                  u"socks5://127.0.0.1:1080"_s);

@@ -3,6 +3,7 @@
 
 #include "models/DisplayTexts.h"
 #include "models/Links.h"
+#include "models/MusicTags.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "services/MetadataFetch.h"
@@ -75,8 +76,14 @@ void DetailsRefresher::startMore()
                 [this, fetch, id = item.id](const std::optional<VideoMetadata>& metadata) {
                     m_running.removeOne(fetch);
                     fetch->deleteLater();
-                    if (metadata)
-                        m_history.updateDetails(id, *metadata);
+                    if (metadata) {
+                        // Song and artist as a rip of the link would tag them.
+                        VideoMetadata details = *metadata;
+                        const MusicTags tags = MusicTags::of(details, m_engine.artistFromTitle());
+                        details.title = tags.title;
+                        details.channel = tags.artist;
+                        m_history.updateDetails(id, details);
+                    }
                     itemDone();
                     startMore();
                 });

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "TagWriter.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <taglib/attachedpictureframe.h>
 #include <taglib/flacfile.h>
@@ -129,24 +128,21 @@ bool writeOpus(const QByteArray& path, const std::optional<MusicTags>& tags, con
 
 namespace TagWriter {
 
-std::optional<QString> write(const QString& path, AudioFormat format,
-                             const std::optional<MusicTags>& tags, const QByteArray& jpeg)
+bool write(const QString& path, AudioFormat format, const std::optional<MusicTags>& tags,
+           const QByteArray& jpeg)
 {
-    if (format == AudioFormat::wav || (!tags && jpeg.isEmpty()))
-        return std::nullopt;
+    if (!tags && jpeg.isEmpty())
+        return true;
     const QByteArray name = QFile::encodeName(path);
-    bool written = false;
     if (format == AudioFormat::mp3)
-        written = writeMp3(name, tags, jpeg);
-    else if (format == AudioFormat::m4a)
-        written = writeM4a(name, tags, jpeg);
-    else if (format == AudioFormat::flac)
-        written = writeFlac(name, tags, jpeg);
-    else if (format == AudioFormat::opus)
-        written = writeOpus(name, tags, jpeg);
-    if (written)
-        return std::nullopt;
-    return QCoreApplication::translate("TagWriter", "Could not write the tags into %1").arg(path);
+        return writeMp3(name, tags, jpeg);
+    if (format == AudioFormat::m4a)
+        return writeM4a(name, tags, jpeg);
+    if (format == AudioFormat::flac)
+        return writeFlac(name, tags, jpeg);
+    if (format == AudioFormat::opus)
+        return writeOpus(name, tags, jpeg);
+    return true;
 }
 
 } // namespace TagWriter

@@ -14,8 +14,8 @@
 namespace TagWriter {
 
 // tags: nullopt writes none. jpeg: empty embeds no picture, else it replaces the file's ones.
-// Gives why the file could not be written, or nothing.
-std::optional<QString> write(const QString& path, AudioFormat format,
-                             const std::optional<MusicTags>& tags, const QByteArray& jpeg);
+// False when the file could not be read or written.
+bool write(const QString& path, AudioFormat format, const std::optional<MusicTags>& tags,
+           const QByteArray& jpeg);
 
 } // namespace TagWriter

@@ -252,14 +252,6 @@
         <translation>MP3 und Audio in Studioqualität aus YouTube-Videos rippen</translation>
     </message>
     <message>
-        <source>Tools Missing (yt-dlp or ffmpeg)</source>
-        <translation>Werkzeuge fehlen (yt-dlp oder ffmpeg)</translation>
-    </message>
-    <message>
-        <source>Install Automatically</source>
-        <translation>Automatisch installieren</translation>
-    </message>
-    <message>
         <source>YouTube Video Link</source>
         <translation>YouTube-Videolink</translation>
     </message>
@@ -276,34 +268,6 @@
         <translation>Einfügen</translation>
     </message>
     <message>
-        <source>Downloading Audio...</source>
-        <translation>Audio wird heruntergeladen...</translation>
-    </message>
-    <message>
-        <source>Download progress</source>
-        <translation>Download-Fortschritt</translation>
-    </message>
-    <message>
-        <source>Cancel Download</source>
-        <translation>Download abbrechen</translation>
-    </message>
-    <message>
-        <source>Extraction Complete!</source>
-        <translation>Extraktion abgeschlossen!</translation>
-    </message>
-    <message>
-        <source>Play</source>
-        <translation>Abspielen</translation>
-    </message>
-    <message>
-        <source>Extraction Failed</source>
-        <translation>Extraktion fehlgeschlagen</translation>
-    </message>
-    <message>
-        <source>Dismiss</source>
-        <translation>Schließen</translation>
-    </message>
-    <message>
         <source>New Rip</source>
         <translation>Neuer Rip</translation>
     </message>
@@ -316,28 +280,8 @@
         <translation>Werkzeuge werden geprüft</translation>
     </message>
     <message>
-        <source>Veldtone can automatically download and set up yt-dlp &amp; ffmpeg for you.</source>
-        <translation>Veldtone kann yt-dlp &amp; ffmpeg automatisch für Sie herunterladen und einrichten.</translation>
-    </message>
-    <message>
-        <source>ETA: %1</source>
-        <translation>Restzeit: %1</translation>
-    </message>
-    <message>
-        <source>Playing; press to pause</source>
-        <translation>Wird abgespielt; drücken zum Pausieren</translation>
-    </message>
-    <message>
-        <source>Press to play</source>
-        <translation>Drücken zum Abspielen</translation>
-    </message>
-    <message>
         <source>Extracting Audio...</source>
         <translation>Audio wird extrahiert...</translation>
-    </message>
-    <message>
-        <source>Open Settings</source>
-        <translation>Einstellungen öffnen</translation>
     </message>
     <message>
         <source>Update Tools</source>
@@ -346,18 +290,6 @@
     <message>
         <source>yt-dlp %1 is out of date</source>
         <translation>yt-dlp %1 ist veraltet</translation>
-    </message>
-    <message>
-        <source>Queue the whole playlist</source>
-        <translation>Ganze Playlist einreihen</translation>
-    </message>
-    <message>
-        <source>This link is a playlist.</source>
-        <translation>Dieser Link ist eine Playlist.</translation>
-    </message>
-    <message>
-        <source>Rip all %1 tracks in Batch</source>
-        <translation>Alle %1 Titel im Stapel rippen</translation>
     </message>
 </context>
 <context>
@@ -725,6 +657,21 @@
     </message>
 </context>
 <context>
+    <name>MissingToolsCard</name>
+    <message>
+        <source>Tools Missing (yt-dlp or ffmpeg)</source>
+        <translation>Werkzeuge fehlen (yt-dlp oder ffmpeg)</translation>
+    </message>
+    <message>
+        <source>Install Automatically</source>
+        <translation>Automatisch installieren</translation>
+    </message>
+    <message>
+        <source>Veldtone can automatically download and set up yt-dlp &amp; ffmpeg for you.</source>
+        <translation>Veldtone kann yt-dlp &amp; ffmpeg automatisch für Sie herunterladen und einrichten.</translation>
+    </message>
+</context>
+<context>
     <name>Navigation</name>
     <message>
         <source>Convert</source>
@@ -801,6 +748,10 @@
         <source>Select Download Folder</source>
         <translation>Downloadordner auswählen</translation>
     </message>
+    <message>
+        <source>Square cover art</source>
+        <translation>Quadratisches Cover</translation>
+    </message>
 </context>
 <context>
     <name>PlaylistListing</name>
@@ -815,6 +766,78 @@
     <message>
         <source>The playlist has no tracks.</source>
         <translation>Die Playlist enthält keine Titel.</translation>
+    </message>
+</context>
+<context>
+    <name>PlaylistOfferCard</name>
+    <message>
+        <source>This link is a playlist.</source>
+        <translation>Dieser Link ist eine Playlist.</translation>
+    </message>
+    <message>
+        <source>Rip all %1 tracks in Batch</source>
+        <translation>Alle %1 Titel im Stapel rippen</translation>
+    </message>
+</context>
+<context>
+    <name>RipFailureCard</name>
+    <message>
+        <source>Extraction Failed</source>
+        <translation>Extraktion fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Update Tools</source>
+        <translation>Werkzeuge aktualisieren</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Einstellungen öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>RipProgressCard</name>
+    <message>
+        <source>Downloading Audio...</source>
+        <translation>Audio wird heruntergeladen...</translation>
+    </message>
+    <message>
+        <source>Download progress</source>
+        <translation>Download-Fortschritt</translation>
+    </message>
+    <message>
+        <source>Cancel Download</source>
+        <translation>Download abbrechen</translation>
+    </message>
+    <message>
+        <source>ETA: %1</source>
+        <translation>Restzeit: %1</translation>
+    </message>
+</context>
+<context>
+    <name>RipSuccessCard</name>
+    <message>
+        <source>Extraction Complete!</source>
+        <translation>Extraktion abgeschlossen!</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Queue the whole playlist</source>
+        <translation>Ganze Playlist einreihen</translation>
+    </message>
+    <message>
+        <source>Playing; press to pause</source>
+        <translation>Wird abgespielt; drücken zum Pausieren</translation>
+    </message>
+    <message>
+        <source>Press to play</source>
+        <translation>Drücken zum Abspielen</translation>
     </message>
 </context>
 <context>
@@ -910,6 +933,22 @@
     <message>
         <source>Not saved: a proxy is an http, https, socks4, socks4a, socks5 or socks5h link, such as socks5://127.0.0.1:1080.</source>
         <translation>Nicht gespeichert: Ein Proxy ist ein http-, https-, socks4-, socks4a-, socks5- oder socks5h-Link, etwa socks5://127.0.0.1:1080.</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Musik</translation>
+    </message>
+    <message>
+        <source>Square cover art</source>
+        <translation>Quadratisches Cover</translation>
+    </message>
+    <message>
+        <source>Read artist from titles</source>
+        <translation>Interpret aus Titeln lesen</translation>
+    </message>
+    <message>
+        <source>A title such as &quot;Artist - Song (Official Video)&quot; gives the artist and the song when the site names neither.</source>
+        <translation>Ein Titel wie „Interpret - Song (Official Video)“ liefert Interpret und Song, wenn die Seite keine nennt.</translation>
     </message>
 </context>
 <context>

@@ -252,14 +252,6 @@
         <translation>Extrae MP3 y audio con calidad de estudio de vídeos de YouTube</translation>
     </message>
     <message>
-        <source>Tools Missing (yt-dlp or ffmpeg)</source>
-        <translation>Faltan herramientas (yt-dlp o ffmpeg)</translation>
-    </message>
-    <message>
-        <source>Install Automatically</source>
-        <translation>Instalar automáticamente</translation>
-    </message>
-    <message>
         <source>YouTube Video Link</source>
         <translation>Enlace del vídeo de YouTube</translation>
     </message>
@@ -276,34 +268,6 @@
         <translation>Pegar</translation>
     </message>
     <message>
-        <source>Downloading Audio...</source>
-        <translation>Descargando audio...</translation>
-    </message>
-    <message>
-        <source>Download progress</source>
-        <translation>Progreso de la descarga</translation>
-    </message>
-    <message>
-        <source>Cancel Download</source>
-        <translation>Cancelar descarga</translation>
-    </message>
-    <message>
-        <source>Extraction Complete!</source>
-        <translation>¡Extracción completada!</translation>
-    </message>
-    <message>
-        <source>Play</source>
-        <translation>Reproducir</translation>
-    </message>
-    <message>
-        <source>Extraction Failed</source>
-        <translation>Error en la extracción</translation>
-    </message>
-    <message>
-        <source>Dismiss</source>
-        <translation>Cerrar</translation>
-    </message>
-    <message>
         <source>New Rip</source>
         <translation>Nueva extracción</translation>
     </message>
@@ -316,28 +280,8 @@
         <translation>Comprobando herramientas</translation>
     </message>
     <message>
-        <source>Veldtone can automatically download and set up yt-dlp &amp; ffmpeg for you.</source>
-        <translation>Veldtone puede descargar y configurar yt-dlp y ffmpeg automáticamente por ti.</translation>
-    </message>
-    <message>
-        <source>ETA: %1</source>
-        <translation>Restante: %1</translation>
-    </message>
-    <message>
-        <source>Playing; press to pause</source>
-        <translation>Reproduciendo; pulsa para pausar</translation>
-    </message>
-    <message>
-        <source>Press to play</source>
-        <translation>Pulsa para reproducir</translation>
-    </message>
-    <message>
         <source>Extracting Audio...</source>
         <translation>Extrayendo audio...</translation>
-    </message>
-    <message>
-        <source>Open Settings</source>
-        <translation>Abrir ajustes</translation>
     </message>
     <message>
         <source>Update Tools</source>
@@ -346,18 +290,6 @@
     <message>
         <source>yt-dlp %1 is out of date</source>
         <translation>yt-dlp %1 está desactualizado</translation>
-    </message>
-    <message>
-        <source>Queue the whole playlist</source>
-        <translation>Poner en cola toda la lista</translation>
-    </message>
-    <message>
-        <source>This link is a playlist.</source>
-        <translation>Este enlace es una lista de reproducción.</translation>
-    </message>
-    <message>
-        <source>Rip all %1 tracks in Batch</source>
-        <translation>Extraer las %1 pistas en lote</translation>
     </message>
 </context>
 <context>
@@ -725,6 +657,21 @@
     </message>
 </context>
 <context>
+    <name>MissingToolsCard</name>
+    <message>
+        <source>Tools Missing (yt-dlp or ffmpeg)</source>
+        <translation>Faltan herramientas (yt-dlp o ffmpeg)</translation>
+    </message>
+    <message>
+        <source>Install Automatically</source>
+        <translation>Instalar automáticamente</translation>
+    </message>
+    <message>
+        <source>Veldtone can automatically download and set up yt-dlp &amp; ffmpeg for you.</source>
+        <translation>Veldtone puede descargar y configurar yt-dlp y ffmpeg automáticamente por ti.</translation>
+    </message>
+</context>
+<context>
     <name>Navigation</name>
     <message>
         <source>Convert</source>
@@ -801,6 +748,10 @@
         <source>Select Download Folder</source>
         <translation>Seleccionar carpeta de descargas</translation>
     </message>
+    <message>
+        <source>Square cover art</source>
+        <translation>Portada cuadrada</translation>
+    </message>
 </context>
 <context>
     <name>PlaylistListing</name>
@@ -815,6 +766,78 @@
     <message>
         <source>The playlist has no tracks.</source>
         <translation>La lista no tiene pistas.</translation>
+    </message>
+</context>
+<context>
+    <name>PlaylistOfferCard</name>
+    <message>
+        <source>This link is a playlist.</source>
+        <translation>Este enlace es una lista de reproducción.</translation>
+    </message>
+    <message>
+        <source>Rip all %1 tracks in Batch</source>
+        <translation>Extraer las %1 pistas en lote</translation>
+    </message>
+</context>
+<context>
+    <name>RipFailureCard</name>
+    <message>
+        <source>Extraction Failed</source>
+        <translation>Error en la extracción</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>Update Tools</source>
+        <translation>Actualizar herramientas</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Abrir ajustes</translation>
+    </message>
+</context>
+<context>
+    <name>RipProgressCard</name>
+    <message>
+        <source>Downloading Audio...</source>
+        <translation>Descargando audio...</translation>
+    </message>
+    <message>
+        <source>Download progress</source>
+        <translation>Progreso de la descarga</translation>
+    </message>
+    <message>
+        <source>Cancel Download</source>
+        <translation>Cancelar descarga</translation>
+    </message>
+    <message>
+        <source>ETA: %1</source>
+        <translation>Restante: %1</translation>
+    </message>
+</context>
+<context>
+    <name>RipSuccessCard</name>
+    <message>
+        <source>Extraction Complete!</source>
+        <translation>¡Extracción completada!</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Reproducir</translation>
+    </message>
+    <message>
+        <source>Queue the whole playlist</source>
+        <translation>Poner en cola toda la lista</translation>
+    </message>
+    <message>
+        <source>Playing; press to pause</source>
+        <translation>Reproduciendo; pulsa para pausar</translation>
+    </message>
+    <message>
+        <source>Press to play</source>
+        <translation>Pulsa para reproducir</translation>
     </message>
 </context>
 <context>
@@ -910,6 +933,22 @@
     <message>
         <source>Not saved: a proxy is an http, https, socks4, socks4a, socks5 or socks5h link, such as socks5://127.0.0.1:1080.</source>
         <translation>No guardado: un proxy es un enlace http, https, socks4, socks4a, socks5 o socks5h, como socks5://127.0.0.1:1080.</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Música</translation>
+    </message>
+    <message>
+        <source>Square cover art</source>
+        <translation>Portada cuadrada</translation>
+    </message>
+    <message>
+        <source>Read artist from titles</source>
+        <translation>Leer el artista de los títulos</translation>
+    </message>
+    <message>
+        <source>A title such as &quot;Artist - Song (Official Video)&quot; gives the artist and the song when the site names neither.</source>
+        <translation>Un título como «Artista - Canción (Official Video)» da el artista y la canción cuando el sitio no los nombra.</translation>
     </message>
 </context>
 <context>

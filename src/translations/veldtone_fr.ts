@@ -252,14 +252,6 @@
         <translation>Extrayez des MP3 et de l&apos;audio en qualité studio depuis des vidéos YouTube</translation>
     </message>
     <message>
-        <source>Tools Missing (yt-dlp or ffmpeg)</source>
-        <translation>Outils manquants (yt-dlp ou ffmpeg)</translation>
-    </message>
-    <message>
-        <source>Install Automatically</source>
-        <translation>Installer automatiquement</translation>
-    </message>
-    <message>
         <source>YouTube Video Link</source>
         <translation>Lien de la vidéo YouTube</translation>
     </message>
@@ -276,34 +268,6 @@
         <translation>Coller</translation>
     </message>
     <message>
-        <source>Downloading Audio...</source>
-        <translation>Téléchargement de l&apos;audio...</translation>
-    </message>
-    <message>
-        <source>Download progress</source>
-        <translation>Progression du téléchargement</translation>
-    </message>
-    <message>
-        <source>Cancel Download</source>
-        <translation>Annuler le téléchargement</translation>
-    </message>
-    <message>
-        <source>Extraction Complete!</source>
-        <translation>Extraction terminée&#xa0;!</translation>
-    </message>
-    <message>
-        <source>Play</source>
-        <translation>Lire</translation>
-    </message>
-    <message>
-        <source>Extraction Failed</source>
-        <translation>Échec de l&apos;extraction</translation>
-    </message>
-    <message>
-        <source>Dismiss</source>
-        <translation>Fermer</translation>
-    </message>
-    <message>
         <source>New Rip</source>
         <translation>Nouvelle extraction</translation>
     </message>
@@ -316,28 +280,8 @@
         <translation>Vérification des outils</translation>
     </message>
     <message>
-        <source>Veldtone can automatically download and set up yt-dlp &amp; ffmpeg for you.</source>
-        <translation>Veldtone peut télécharger et configurer automatiquement yt-dlp et ffmpeg pour vous.</translation>
-    </message>
-    <message>
-        <source>ETA: %1</source>
-        <translation>Reste&#xa0;:&#xa0;%1</translation>
-    </message>
-    <message>
-        <source>Playing; press to pause</source>
-        <translation>Lecture en cours&#xa0;; appuyez pour mettre en pause</translation>
-    </message>
-    <message>
-        <source>Press to play</source>
-        <translation>Appuyez pour lire</translation>
-    </message>
-    <message>
         <source>Extracting Audio...</source>
         <translation>Extraction de l&apos;audio...</translation>
-    </message>
-    <message>
-        <source>Open Settings</source>
-        <translation>Ouvrir les réglages</translation>
     </message>
     <message>
         <source>Update Tools</source>
@@ -346,18 +290,6 @@
     <message>
         <source>yt-dlp %1 is out of date</source>
         <translation>yt-dlp %1 est obsolète</translation>
-    </message>
-    <message>
-        <source>Queue the whole playlist</source>
-        <translation>Mettre toute la playlist en file</translation>
-    </message>
-    <message>
-        <source>This link is a playlist.</source>
-        <translation>Ce lien est une playlist.</translation>
-    </message>
-    <message>
-        <source>Rip all %1 tracks in Batch</source>
-        <translation>Extraire les %1 titres dans le lot</translation>
     </message>
 </context>
 <context>
@@ -725,6 +657,21 @@
     </message>
 </context>
 <context>
+    <name>MissingToolsCard</name>
+    <message>
+        <source>Tools Missing (yt-dlp or ffmpeg)</source>
+        <translation>Outils manquants (yt-dlp ou ffmpeg)</translation>
+    </message>
+    <message>
+        <source>Install Automatically</source>
+        <translation>Installer automatiquement</translation>
+    </message>
+    <message>
+        <source>Veldtone can automatically download and set up yt-dlp &amp; ffmpeg for you.</source>
+        <translation>Veldtone peut télécharger et configurer automatiquement yt-dlp et ffmpeg pour vous.</translation>
+    </message>
+</context>
+<context>
     <name>Navigation</name>
     <message>
         <source>Convert</source>
@@ -801,6 +748,10 @@
         <source>Select Download Folder</source>
         <translation>Choisir le dossier de téléchargement</translation>
     </message>
+    <message>
+        <source>Square cover art</source>
+        <translation>Pochette carrée</translation>
+    </message>
 </context>
 <context>
     <name>PlaylistListing</name>
@@ -815,6 +766,78 @@
     <message>
         <source>The playlist has no tracks.</source>
         <translation>La playlist ne contient aucun titre.</translation>
+    </message>
+</context>
+<context>
+    <name>PlaylistOfferCard</name>
+    <message>
+        <source>This link is a playlist.</source>
+        <translation>Ce lien est une playlist.</translation>
+    </message>
+    <message>
+        <source>Rip all %1 tracks in Batch</source>
+        <translation>Extraire les %1 titres dans le lot</translation>
+    </message>
+</context>
+<context>
+    <name>RipFailureCard</name>
+    <message>
+        <source>Extraction Failed</source>
+        <translation>Échec de l&apos;extraction</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Update Tools</source>
+        <translation>Mettre à jour les outils</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Ouvrir les réglages</translation>
+    </message>
+</context>
+<context>
+    <name>RipProgressCard</name>
+    <message>
+        <source>Downloading Audio...</source>
+        <translation>Téléchargement de l&apos;audio...</translation>
+    </message>
+    <message>
+        <source>Download progress</source>
+        <translation>Progression du téléchargement</translation>
+    </message>
+    <message>
+        <source>Cancel Download</source>
+        <translation>Annuler le téléchargement</translation>
+    </message>
+    <message>
+        <source>ETA: %1</source>
+        <translation>Reste&#xa0;:&#xa0;%1</translation>
+    </message>
+</context>
+<context>
+    <name>RipSuccessCard</name>
+    <message>
+        <source>Extraction Complete!</source>
+        <translation>Extraction terminée&#xa0;!</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Lire</translation>
+    </message>
+    <message>
+        <source>Queue the whole playlist</source>
+        <translation>Mettre toute la playlist en file</translation>
+    </message>
+    <message>
+        <source>Playing; press to pause</source>
+        <translation>Lecture en cours&#xa0;; appuyez pour mettre en pause</translation>
+    </message>
+    <message>
+        <source>Press to play</source>
+        <translation>Appuyez pour lire</translation>
     </message>
 </context>
 <context>
@@ -910,6 +933,22 @@
     <message>
         <source>Not saved: a proxy is an http, https, socks4, socks4a, socks5 or socks5h link, such as socks5://127.0.0.1:1080.</source>
         <translation>Non enregistré : un proxy est un lien http, https, socks4, socks4a, socks5 ou socks5h, comme socks5://127.0.0.1:1080.</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Musique</translation>
+    </message>
+    <message>
+        <source>Square cover art</source>
+        <translation>Pochette carrée</translation>
+    </message>
+    <message>
+        <source>Read artist from titles</source>
+        <translation>Lire l’artiste dans les titres</translation>
+    </message>
+    <message>
+        <source>A title such as &quot;Artist - Song (Official Video)&quot; gives the artist and the song when the site names neither.</source>
+        <translation>Un titre comme « Artiste - Chanson (Official Video) » donne l’artiste et la chanson quand le site ne les nomme pas.</translation>
     </message>
 </context>
 <context>

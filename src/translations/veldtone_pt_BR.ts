@@ -252,14 +252,6 @@
         <translation>Extraia MP3 e áudio com qualidade de estúdio de vídeos do YouTube</translation>
     </message>
     <message>
-        <source>Tools Missing (yt-dlp or ffmpeg)</source>
-        <translation>Ferramentas ausentes (yt-dlp ou ffmpeg)</translation>
-    </message>
-    <message>
-        <source>Install Automatically</source>
-        <translation>Instalar automaticamente</translation>
-    </message>
-    <message>
         <source>YouTube Video Link</source>
         <translation>Link do vídeo do YouTube</translation>
     </message>
@@ -276,34 +268,6 @@
         <translation>Colar</translation>
     </message>
     <message>
-        <source>Downloading Audio...</source>
-        <translation>Baixando áudio...</translation>
-    </message>
-    <message>
-        <source>Download progress</source>
-        <translation>Progresso do download</translation>
-    </message>
-    <message>
-        <source>Cancel Download</source>
-        <translation>Cancelar download</translation>
-    </message>
-    <message>
-        <source>Extraction Complete!</source>
-        <translation>Extração concluída!</translation>
-    </message>
-    <message>
-        <source>Play</source>
-        <translation>Reproduzir</translation>
-    </message>
-    <message>
-        <source>Extraction Failed</source>
-        <translation>Falha na extração</translation>
-    </message>
-    <message>
-        <source>Dismiss</source>
-        <translation>Fechar</translation>
-    </message>
-    <message>
         <source>New Rip</source>
         <translation>Nova extração</translation>
     </message>
@@ -316,28 +280,8 @@
         <translation>Verificando ferramentas</translation>
     </message>
     <message>
-        <source>Veldtone can automatically download and set up yt-dlp &amp; ffmpeg for you.</source>
-        <translation>O Veldtone pode baixar e configurar o yt-dlp e o ffmpeg automaticamente para você.</translation>
-    </message>
-    <message>
-        <source>ETA: %1</source>
-        <translation>Restante: %1</translation>
-    </message>
-    <message>
-        <source>Playing; press to pause</source>
-        <translation>Reproduzindo; pressione para pausar</translation>
-    </message>
-    <message>
-        <source>Press to play</source>
-        <translation>Pressione para reproduzir</translation>
-    </message>
-    <message>
         <source>Extracting Audio...</source>
         <translation>Extraindo áudio...</translation>
-    </message>
-    <message>
-        <source>Open Settings</source>
-        <translation>Abrir configurações</translation>
     </message>
     <message>
         <source>Update Tools</source>
@@ -346,18 +290,6 @@
     <message>
         <source>yt-dlp %1 is out of date</source>
         <translation>yt-dlp %1 está desatualizado</translation>
-    </message>
-    <message>
-        <source>Queue the whole playlist</source>
-        <translation>Enfileirar a playlist inteira</translation>
-    </message>
-    <message>
-        <source>This link is a playlist.</source>
-        <translation>Este link é uma playlist.</translation>
-    </message>
-    <message>
-        <source>Rip all %1 tracks in Batch</source>
-        <translation>Extrair as %1 faixas em lote</translation>
     </message>
 </context>
 <context>
@@ -725,6 +657,21 @@
     </message>
 </context>
 <context>
+    <name>MissingToolsCard</name>
+    <message>
+        <source>Tools Missing (yt-dlp or ffmpeg)</source>
+        <translation>Ferramentas ausentes (yt-dlp ou ffmpeg)</translation>
+    </message>
+    <message>
+        <source>Install Automatically</source>
+        <translation>Instalar automaticamente</translation>
+    </message>
+    <message>
+        <source>Veldtone can automatically download and set up yt-dlp &amp; ffmpeg for you.</source>
+        <translation>O Veldtone pode baixar e configurar o yt-dlp e o ffmpeg automaticamente para você.</translation>
+    </message>
+</context>
+<context>
     <name>Navigation</name>
     <message>
         <source>Convert</source>
@@ -801,6 +748,10 @@
         <source>Select Download Folder</source>
         <translation>Selecionar pasta de downloads</translation>
     </message>
+    <message>
+        <source>Square cover art</source>
+        <translation>Capa quadrada</translation>
+    </message>
 </context>
 <context>
     <name>PlaylistListing</name>
@@ -815,6 +766,78 @@
     <message>
         <source>The playlist has no tracks.</source>
         <translation>A playlist não tem faixas.</translation>
+    </message>
+</context>
+<context>
+    <name>PlaylistOfferCard</name>
+    <message>
+        <source>This link is a playlist.</source>
+        <translation>Este link é uma playlist.</translation>
+    </message>
+    <message>
+        <source>Rip all %1 tracks in Batch</source>
+        <translation>Extrair as %1 faixas em lote</translation>
+    </message>
+</context>
+<context>
+    <name>RipFailureCard</name>
+    <message>
+        <source>Extraction Failed</source>
+        <translation>Falha na extração</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Fechar</translation>
+    </message>
+    <message>
+        <source>Update Tools</source>
+        <translation>Atualizar ferramentas</translation>
+    </message>
+    <message>
+        <source>Open Settings</source>
+        <translation>Abrir configurações</translation>
+    </message>
+</context>
+<context>
+    <name>RipProgressCard</name>
+    <message>
+        <source>Downloading Audio...</source>
+        <translation>Baixando áudio...</translation>
+    </message>
+    <message>
+        <source>Download progress</source>
+        <translation>Progresso do download</translation>
+    </message>
+    <message>
+        <source>Cancel Download</source>
+        <translation>Cancelar download</translation>
+    </message>
+    <message>
+        <source>ETA: %1</source>
+        <translation>Restante: %1</translation>
+    </message>
+</context>
+<context>
+    <name>RipSuccessCard</name>
+    <message>
+        <source>Extraction Complete!</source>
+        <translation>Extração concluída!</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Reproduzir</translation>
+    </message>
+    <message>
+        <source>Queue the whole playlist</source>
+        <translation>Enfileirar a playlist inteira</translation>
+    </message>
+    <message>
+        <source>Playing; press to pause</source>
+        <translation>Reproduzindo; pressione para pausar</translation>
+    </message>
+    <message>
+        <source>Press to play</source>
+        <translation>Pressione para reproduzir</translation>
     </message>
 </context>
 <context>
@@ -910,6 +933,22 @@
     <message>
         <source>Not saved: a proxy is an http, https, socks4, socks4a, socks5 or socks5h link, such as socks5://127.0.0.1:1080.</source>
         <translation>Não salvo: um proxy é um link http, https, socks4, socks4a, socks5 ou socks5h, como socks5://127.0.0.1:1080.</translation>
+    </message>
+    <message>
+        <source>Music</source>
+        <translation>Música</translation>
+    </message>
+    <message>
+        <source>Square cover art</source>
+        <translation>Capa quadrada</translation>
+    </message>
+    <message>
+        <source>Read artist from titles</source>
+        <translation>Ler o artista dos títulos</translation>
+    </message>
+    <message>
+        <source>A title such as &quot;Artist - Song (Official Video)&quot; gives the artist and the song when the site names neither.</source>
+        <translation>Um título como “Artista - Música (Official Video)” dá o artista e a música quando o site não os informa.</translation>
     </message>
 </context>
 <context>

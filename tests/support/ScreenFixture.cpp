@@ -208,9 +208,4 @@ bool press(QWidget* root, const QString& name)
     return false;
 }
 
-QStringList visibleTexts(QWidget* root)
-{
-    return reachable(root).keys();
-}
-
 } // namespace ScreenFixture

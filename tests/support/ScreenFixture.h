@@ -119,7 +119,5 @@ QHash<QString, QAccessibleInterface*> reachable(QWidget* root);
 // Presses (or toggles) the control named name the way a screen reader does. A button clicks a
 // moment later, as after a mouse press, so callers wait for the effect.
 bool press(QWidget* root, const QString& name);
-// Every text a screen reader finds shown under root: labels and the names of controls.
-QStringList visibleTexts(QWidget* root);
 
 } // namespace ScreenFixture
