@@ -24,6 +24,7 @@
 #include "views/shell/ScreenFactory.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLineEdit>
@@ -139,6 +140,9 @@ void addSamples(Environment& env)
         track.thumbnailUrl = sample.cover >= 0 ? covers[sample.cover] : QString();
         track.completedAt = when += 86400;
         track.youtubeUrl = kLink;
+        // One record carries the music facts of an album.
+        if (sample.format == AudioFormat::mp3)
+            track.album = u"Harbour Lights"_s;
         writeSilentWav(track.filePath, 185);
         env.history().addTrack(track);
     }
@@ -235,6 +239,14 @@ void shootWindow(Shooter& shoot)
         shoot(window, u"settings-proxy-refused"_s);
         proxy->clear();
         emit proxy->editingFinished();
+    }
+    // The music settings, scrolled into view.
+    for (QCheckBox* box : content->currentScreen()->findChildren<QCheckBox*>()) {
+        if (box->text() != u"Read artist from titles")
+            continue;
+        if (auto* scroll = content->currentScreen()->findChild<QScrollArea*>())
+            scroll->ensureWidgetVisible(box, 0, 200);
+        shoot(window, u"settings-music"_s);
     }
 
     content->setSelectedTab(NavigationItem::history);

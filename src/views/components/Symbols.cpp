@@ -48,7 +48,7 @@ constexpr Entry kTable[] = {
     {u"trash", u"delete"},
     {u"photo.artframe", u"image"},
     {u"tag.fill", u"sell"},
-    {u"crop", u"crop_square"},
+    {u"crop", u"crop"},
     // Status.
     {u"checkmark.circle.fill", u"check_circle"},
     {u"checkmark.seal.fill", u"verified"},
