@@ -187,7 +187,8 @@ std::vector<BenchFigure> screens()
         view.resize(880, 600);
         view.show();
         waitForPaint(&view);
-        auto* queue = ScreenFixture::findNamed<QListView>(&view, QStringLiteral("Queue"));
+        // The queue list, hidden until it has rows.
+        auto* queue = view.findChild<QListView*>();
         ScreenFixture::findNamed<QPlainTextEdit>(&view,
                                                  QStringLiteral("YouTube links, one per line"))
             ->setPlainText(text);
