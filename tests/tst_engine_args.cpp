@@ -38,7 +38,7 @@ QStringList report()
             file,
             u"--print-to-file"_s,
             u"after_move:%(.{filepath,title,uploader,channel,duration,thumbnail,track,artist,"
-            "artists,album,album_artist,track_number,release_year})j"_s,
+            "artists,album,album_artist,track_number,release_year,chapters})j"_s,
             file};
 }
 

@@ -391,7 +391,7 @@ private slots:
         QCOMPARE(engine.currentStatus().kind(), DownloadStatus::Kind::completed);
         const QList<HistoryTrack> records = fixture.history().tracks();
         QCOMPARE(records.size(), 2);
-        QCOMPARE(engine.lastRipMoreCount(), 1);
+        QVERIFY(engine.lastRipSummary().endsWith(u" and 1 more track"_s));
         // Newest first: the second file ripped leads the library.
         QCOMPARE(engine.currentStatus().filePath(), records.at(1).filePath);
         QVERIFY(records.at(0).title != records.at(1).title);
@@ -668,6 +668,85 @@ private slots:
         QCOMPARE(record.value(u"channel"_s).toString(), expected.at(1));
         QCOMPARE(record.value(u"album"_s).toString(), expected.value(2));
         QCOMPARE(coverSize(file), cover);
+    }
+
+    // A video's chapters become tracks of an album named after it, a playlist ripped as an
+    // album becomes numbered tracks in the album's folder, and a split without chapters rips
+    // one file and says so.
+    void albumsAndChapters()
+    {
+        QTemporaryDir scratch;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        const auto rip = [&](const QStringList& arguments) {
+            QProcess process;
+            process.setProcessEnvironment(environment);
+            process.start(qEnvironmentVariable("VELDTONE_RIP"),
+                          QStringList{u"--format"_s, u"mp3"_s, u"--dest"_s, scratch.path()} +
+                              arguments);
+            const bool ended = finished(process, 180000);
+            const QByteArray output = process.readAllStandardOutput();
+            return ended && process.exitCode() == 0 ? output : QByteArray("failed: " + output);
+        };
+        const auto duration = [](const QString& file) {
+            return probe(file).value(u"format"_s)[u"duration"_s].toString().toDouble();
+        };
+
+        QVERIFY(!rip({u"--split-chapters"_s, m_server->chaptersPageUrl().toString()})
+                     .startsWith("failed"));
+        QDir album(scratch.filePath(u"Live at the Pier"_s));
+        QCOMPARE(album.entryList(QDir::Files),
+                 (QStringList{u"01 Part 1.mp3"_s, u"02 Part 2.mp3"_s, u"03 Part 3.mp3"_s}));
+        // Nothing but the album is left: not the whole file, not the thumbnail.
+        QCOMPARE(
+            QDir(scratch.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+            QStringList{album.dirName()});
+        double total = 0;
+        for (int i = 1; i <= 3; ++i) {
+            const QString file = album.filePath(u"0%1 Part %1.mp3"_s.arg(i));
+            const QHash<QString, QString> tags = taglibTags(file);
+            QCOMPARE(tags.value(u"TITLE"_s), u"Part %1"_s.arg(i));
+            QCOMPARE(tags.value(u"TRACKNUMBER"_s), u"%1/3"_s.arg(i));
+            QCOMPARE(tags.value(u"ALBUM"_s), u"Live at the Pier"_s);
+            QCOMPARE(tags.value(u"ARTIST"_s), kAuthor);
+            // Each part is its third of the clip, give or take a frame at each end.
+            QVERIFY2(qAbs(duration(file) - 2.0) < 0.06,
+                     qPrintable(QString::number(duration(file))));
+            total += duration(file);
+        }
+        QVERIFY2(qAbs(total - 6.0) < 0.08, qPrintable(QString::number(total)));
+        QVERIFY(album.removeRecursively());
+
+        // A playlist of two (from an info JSON, for an uploader) as an album.
+        const QByteArray entry = "{\"id\": \"ID\", \"title\": \"Loopback Band - ID\", \"url\": \"" +
+                                 m_server->mediaUrl().toEncoded() + "\", \"ext\": \"webm\"}";
+        TestSupport::writeFile(scratch.filePath(u"lib/info.json"_s),
+                               "{\"_type\": \"playlist\", \"id\": \"pl\", \"title\": \"Night "
+                               "Album\", \"uploader\": \"Loopback Band\", \"extractor\": "
+                               "\"generic\", \"extractor_key\": \"Generic\", \"entries\": [" +
+                                   QByteArray(entry).replace("ID", "First") + ", " +
+                                   QByteArray(entry).replace("ID", "Second") + "]}");
+        TestSupport::writeScript(scratch.filePath(u"lib/Veldtone/bin/yt-dlp"_s),
+                                 "exec /usr/bin/yt-dlp --no-clean-info-json --load-info-json \"" +
+                                     scratch.filePath(u"lib/info.json"_s).toUtf8() + "\" \"$@\"\n");
+        environment.insert(u"XDG_DATA_HOME"_s, scratch.filePath(u"lib"_s));
+        const QByteArray output = rip({u"--album"_s, m_server->playlistUrl().toString()});
+        QVERIFY2(!output.startsWith("failed"), output.constData());
+        const QDir tracks(scratch.filePath(u"Loopback Band - Night Album"_s));
+        QCOMPARE(tracks.entryList(QDir::Files),
+                 (QStringList{u"01 First.mp3"_s, u"02 Second.mp3"_s}));
+        const QHash<QString, QString> second = taglibTags(tracks.filePath(u"02 Second.mp3"_s));
+        QCOMPARE(second.value(u"ALBUM"_s), u"Night Album"_s);
+        QCOMPARE(second.value(u"ALBUMARTIST"_s), u"Loopback Band"_s);
+        QCOMPARE(second.value(u"TRACKNUMBER"_s), u"2/2"_s);
+
+        // No chapters to split by: one file, and the converter says so.
+        EngineFixture fixture;
+        QVERIFY(fixture.isReady());
+        fixture.engine().setSplitChapters(true);
+        fixture.engine().startExtraction(m_server->pageUrl().toString());
+        QVERIFY(fixture.waitForEnd());
+        QCOMPARE(fixture.engine().lastRipSummary(),
+                 kTitle + u".mp3 \u2022 No chapters; ripped as one file."_s);
     }
 
     // The headless driver with its own library: the metadata fetch flows into the record, the

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "models/AlbumPlace.h"
 #include "models/DownloadStatus.h"
 #include "models/VideoMetadata.h"
 
@@ -28,6 +29,8 @@ struct BatchItem
     int moreFiles = 0;
     // The library holds this video in the batch's format already: not ripped unless asked.
     bool alreadyInLibrary = false;
+    // Ripped as this track of an album.
+    std::optional<AlbumPlace> album;
 
     friend bool operator==(const BatchItem&, const BatchItem&) = default;
 };

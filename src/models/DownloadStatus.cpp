@@ -45,8 +45,8 @@ bool operator==(const DownloadStatus& a, const DownloadStatus& b)
     case DownloadStatus::Kind::idle:
         return true;
     case DownloadStatus::Kind::downloading:
-        return a.m_progress == b.m_progress && a.m_speed == b.m_speed && a.m_eta == b.m_eta
-            && a.m_totalSize == b.m_totalSize;
+        return a.m_progress == b.m_progress && a.m_speed == b.m_speed && a.m_eta == b.m_eta &&
+               a.m_totalSize == b.m_totalSize;
     case DownloadStatus::Kind::converting:
     case DownloadStatus::Kind::completed:
     case DownloadStatus::Kind::failed:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "models/AlbumPlace.h"
 #include "models/VideoMetadata.h"
 
 #include <QString>
@@ -14,6 +15,9 @@ struct PlaylistEntry
     int playlistItem = 0;
     // What the listing says: the title always, channel and duration empty when not given.
     VideoMetadata metadata;
+    // The entry as a track of its playlist: the playlist's title and uploader (empty when not
+    // given), its position and how many entries the playlist has (0 when not given).
+    AlbumPlace album;
 
     friend bool operator==(const PlaylistEntry&, const PlaylistEntry&) = default;
 };

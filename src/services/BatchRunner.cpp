@@ -83,25 +83,27 @@ QString BatchRunner::expandingText(int count)
     return tr("Expanding playlist… %1").arg(count);
 }
 
-int BatchRunner::addUrlsToQueue(const QString& text)
+int BatchRunner::addUrlsToQueue(const QString& text, bool asAlbum)
 {
     QList<PlaylistEntry> entries;
     int playlists = 0;
     for (const QString& link : Links::accepted(text)) {
         if (!Links::isList(link))
-            entries.append(PlaylistEntry{link, 0, {}});
-        else if (addPlaylist(link))
+            entries.append(PlaylistEntry{link, 0, {}, {}});
+        else if (addPlaylist(link, asAlbum))
             ++playlists;
     }
-    return appendEntries(entries) + playlists;
+    return appendEntries(entries, false) + playlists;
 }
 
-bool BatchRunner::addPlaylist(const QString& link)
+bool BatchRunner::addPlaylist(const QString& link, bool asAlbum)
 {
-    if (link.isEmpty() || m_playlistsToExpand.contains(link) ||
+    const auto waiting = std::find_if(m_playlistsToExpand.cbegin(), m_playlistsToExpand.cend(),
+                                      [&link](const auto& next) { return next.first == link; });
+    if (link.isEmpty() || waiting != m_playlistsToExpand.cend() ||
         (m_listing && m_listing->link() == Links::listing(link)))
         return false;
-    m_playlistsToExpand.append(link);
+    m_playlistsToExpand.append({link, asAlbum});
     expandNext();
     return true;
 }
@@ -135,7 +137,7 @@ bool BatchRunner::inLibrary(const QString& id, AudioFormat format)
     return m_libraryCounts.contains(libraryKey(format, id));
 }
 
-int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries)
+int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum)
 {
     const AudioFormat format = m_engine.selectedFormat();
     QSet<QString> queued;
@@ -149,6 +151,8 @@ int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries)
         queued.insert(key);
         BatchItem& item = added.emplaceBack(entry.link);
         item.playlistItem = entry.playlistItem;
+        if (asAlbum)
+            item.album = entry.album;
         if (!entry.metadata.title.isEmpty())
             item.metadata = entry.metadata;
         // Items of one playlist link share it, so the library cannot tell them apart.
@@ -170,7 +174,8 @@ void BatchRunner::expandNext()
     if (m_listing || m_playlistsToExpand.isEmpty())
         return;
     m_expansionError.clear();
-    const QString link = m_playlistsToExpand.takeFirst();
+    const auto [link, album] = m_playlistsToExpand.takeFirst();
+    const bool asAlbum = album;
     const MadeRun<PlaylistListing> made = m_engine.newPlaylistListing(link, this);
     m_listing = made.run;
     m_expansionError = made.refusal;
@@ -180,8 +185,8 @@ void BatchRunner::expandNext()
         return;
     }
     connect(m_listing, &PlaylistListing::entriesArrived, this,
-            [this](const QList<PlaylistEntry>& entries) {
-                appendEntries(entries);
+            [this, asAlbum](const QList<PlaylistEntry>& entries) {
+                appendEntries(entries, asAlbum);
                 emit expansionChanged();
             });
     connect(m_listing, &PlaylistListing::finished, this, [this](const QString& error) {
@@ -311,8 +316,8 @@ void BatchRunner::startItem(int row)
     const QUuid id = m_queue.at(row).id;
     m_currentProcessingIndex = row;
     const MadeRun<ExtractionJob> made =
-        m_engine.newJob(m_queue.at(row).url, m_queue.at(row).playlistItem, std::nullopt,
-                        std::nullopt, std::nullopt, this);
+        m_engine.newJob(m_queue.at(row).url, m_queue.at(row).playlistItem, m_queue.at(row).album,
+                        std::nullopt, std::nullopt, std::nullopt, this);
     ExtractionJob* job = made.run;
     if (!job) {
         setStatus(id, DownloadStatus::failed(made.refusal));

@@ -48,10 +48,11 @@ public:
 
     // Appends one item per accepted line, a playlist's as its entries once listed; returns
     // how many rows and playlists were taken.
-    int addUrlsToQueue(const QString& text);
+    // asAlbum: the playlists among them are ripped as albums.
+    int addUrlsToQueue(const QString& text, bool asAlbum = false);
     // Lists a playlist link, whatever its site, and queues its entries; false when it is
     // listed or waiting to be already.
-    bool addPlaylist(const QString& link);
+    bool addPlaylist(const QString& link, bool asAlbum = false);
     // Playlists are listed one at a time, in the order given.
     bool isExpanding() const { return m_listing != nullptr; }
     // "Expanding playlist… 240" (entries so far) while one is listed, why the last one
@@ -61,7 +62,10 @@ public:
     static QString expandingText(int count);
 
     // Queues entries already listed that are not queued yet; returns how many rows it added.
-    int addEntries(const QList<PlaylistEntry>& entries) { return appendEntries(entries); }
+    int addEntries(const QList<PlaylistEntry>& entries, bool asAlbum = false)
+    {
+        return appendEntries(entries, asAlbum);
+    }
     void removeItem(const QUuid& id);
     // What is known of an item's video; its row shows it at once.
     void setMetadata(const QUuid& id, const VideoMetadata& metadata);
@@ -96,7 +100,7 @@ private:
     void fill();
     // Queues entries that are not queued yet, marking those the library holds; returns how
     // many rows it added.
-    int appendEntries(const QList<PlaylistEntry>& entries);
+    int appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum);
     void expandNext();
     void startItem(int row);
     void setStatus(const QUuid& id, const DownloadStatus& status);
@@ -117,7 +121,8 @@ private:
     // after the whole library is replaced, then kept up to date from the store's changes.
     QHash<QString, int> m_libraryCounts;
     bool m_libraryCounted = false;
-    QStringList m_playlistsToExpand;
+    // Links waiting to be listed, each with whether it is ripped as an album.
+    QList<std::pair<QString, bool>> m_playlistsToExpand;
     PlaylistListing* m_listing = nullptr;
     QString m_expansionError;
 };

@@ -108,6 +108,14 @@ void DownloadEngine::setSquareCover(bool on)
     emit squareCoverChanged();
 }
 
+void DownloadEngine::setSplitChapters(bool on)
+{
+    if (m_choices.splitChapters == on)
+        return;
+    m_choices.splitChapters = on;
+    emit splitChaptersChanged();
+}
+
 void DownloadEngine::setArtistFromTitle(bool on)
 {
     if (m_choices.artistFromTitle == on)
@@ -209,6 +217,19 @@ QString DownloadEngine::moreTracksText(int count)
     return count == 1 ? tr("and 1 more track") : tr("and %1 more tracks").arg(count);
 }
 
+QString DownloadEngine::ripSummary(const ExtractionJob::Result& result)
+{
+    if (result.files.isEmpty())
+        return {};
+    if (!result.chapterAlbum.isEmpty())
+        return tr("%1 tracks in \"%2\"").arg(result.files.size()).arg(result.chapterAlbum);
+    const QString name = QFileInfo(result.files.first().path).fileName();
+    if (result.noChapters)
+        return name + DisplayTexts::kSeparator + tr("No chapters; ripped as one file.");
+    const int more = int(result.files.size()) - 1;
+    return more > 0 ? QString(name + u' ' + moreTracksText(more)) : name;
+}
+
 QString DownloadEngine::missingToolText()
 {
     return tr("yt-dlp is missing. Please check Settings.");
@@ -220,6 +241,7 @@ QString DownloadEngine::invalidLinkText()
 }
 
 MadeRun<ExtractionJob> DownloadEngine::newJob(const QString& url, int playlistItem,
+                                              const std::optional<AlbumPlace>& album,
                                               std::optional<AudioFormat> format,
                                               std::optional<AudioQuality> quality,
                                               std::optional<QUrl> destination, QObject* parent)
@@ -235,6 +257,7 @@ MadeRun<ExtractionJob> DownloadEngine::newJob(const QString& url, int playlistIt
     if (!Links::isUsable(request.link))
         return {nullptr, invalidLinkText()};
     request.playlistItem = std::max(playlistItem, 0);
+    request.album = album;
     // The destination goes on the list the sweep at start walks, once per folder.
     if (!m_rememberedFolders.contains(request.destination)) {
         m_rememberedFolders.insert(request.destination);
@@ -249,6 +272,7 @@ MadeRun<ExtractionJob> DownloadEngine::newJob(const QString& url, int playlistIt
     request.embedMetadata = m_choices.embedMetadata;
     request.squareCover = m_choices.squareCover;
     request.artistFromTitle = m_choices.artistFromTitle;
+    request.splitChapters = m_choices.splitChapters;
     // A file is written over only when it is this link's earlier rip in this format; a
     // playlist's items share its link, so none of theirs is.
     for (const HistoryTrack& track : m_history.tracks()) {
@@ -265,7 +289,8 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
 {
     if (m_currentStatus.isBusy())
         return;
-    const MadeRun<ExtractionJob> made = newJob(url, 0, format, quality, destination, this);
+    const MadeRun<ExtractionJob> made =
+        newJob(url, 0, std::nullopt, format, quality, destination, this);
     ExtractionJob* job = made.run;
     if (!job) {
         setCurrentStatus(DownloadStatus::failed(made.refusal));
@@ -366,17 +391,17 @@ void DownloadEngine::jobFinished(ExtractionJob* job, const ExtractionJob::Result
     }
     const std::optional<QString> outputPath =
         result.files.isEmpty() ? std::nullopt : std::optional(result.files.first().path);
-    const int more = std::max<int>(int(result.files.size()) - 1, 0);
-    if (m_lastDownloadedFile != outputPath || m_lastRipMoreCount != more) {
+    const QString summary = ripSummary(result);
+    if (m_lastDownloadedFile != outputPath || m_lastRipSummary != summary) {
         m_lastDownloadedFile = outputPath;
-        m_lastRipMoreCount = more;
+        m_lastRipSummary = summary;
         emit lastDownloadedFileChanged();
     }
     // Published before the record goes in, as the converter has always seen it.
     setCurrentStatus(status);
     const QList<HistoryTrack> tracks = record(*job, result, m_currentMetadata);
     if (onComplete)
-        onComplete(tracks.first());
+        onComplete(tracks);
 }
 
 void DownloadEngine::cancel()

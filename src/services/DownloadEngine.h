@@ -55,6 +55,8 @@ class DownloadEngine : public QObject
     Q_PROPERTY(bool squareCover READ squareCover WRITE setSquareCover NOTIFY squareCoverChanged)
     Q_PROPERTY(bool artistFromTitle READ artistFromTitle WRITE setArtistFromTitle NOTIFY
                    artistFromTitleChanged)
+    Q_PROPERTY(
+        bool splitChapters READ splitChapters WRITE setSplitChapters NOTIFY splitChaptersChanged)
     Q_PROPERTY(int simultaneousRips READ simultaneousRips WRITE setSimultaneousRips NOTIFY
                    simultaneousRipsChanged)
     Q_PROPERTY(QString cookiesFromBrowser READ cookiesFromBrowser WRITE setCookiesFromBrowser NOTIFY
@@ -64,7 +66,8 @@ class DownloadEngine : public QObject
         int speedLimitKBps READ speedLimitKBps WRITE setSpeedLimitKBps NOTIFY speedLimitKBpsChanged)
 
 public:
-    using CompletionHandler = std::function<void(const HistoryTrack&)>;
+    // Gets every record a completed run made, in the order made.
+    using CompletionHandler = std::function<void(const QList<HistoryTrack>&)>;
     using MetadataHandler = std::function<void(const std::optional<VideoMetadata>&)>;
 
     // settings: where the five output choices are kept (nullptr: the user's own settings).
@@ -78,9 +81,14 @@ public:
     QString currentUrl() const { return m_currentUrl; }
     std::optional<QString> lastDownloadedFile() const { return m_lastDownloadedFile; }
     // How many more files than lastDownloadedFile the last completed rip made.
-    int lastRipMoreCount() const { return m_lastRipMoreCount; }
+    // The converter's last completed rip in a line: the file's name, with "and 2 more tracks"
+    // for a page of several videos; "12 tracks in "Album"" for a video split into chapters;
+    // the name and "No chapters; ripped as one file." when a split found none.
+    QString lastRipSummary() const { return m_lastRipSummary; }
     // "and 2 more tracks", said after the first file's name.
     static QString moreTracksText(int count);
+    // lastRipSummary() for a run's result.
+    static QString ripSummary(const ExtractionJob::Result& result);
     AudioFormat selectedFormat() const { return m_choices.format; }
     AudioQuality selectedQuality() const { return m_choices.quality; }
     QUrl targetFolder() const { return m_choices.targetFolder; }
@@ -88,6 +96,7 @@ public:
     bool embedMetadata() const { return m_choices.embedMetadata; }
     bool squareCover() const { return m_choices.squareCover; }
     bool artistFromTitle() const { return m_choices.artistFromTitle; }
+    bool splitChapters() const { return m_choices.splitChapters; }
     QString cookiesFromBrowser() const { return m_choices.cookiesFromBrowser; }
     int simultaneousRips() const { return m_choices.simultaneousRips; }
     QString proxy() const { return m_choices.proxy; }
@@ -100,6 +109,7 @@ public:
     void setEmbedMetadata(bool on);
     void setSquareCover(bool on);
     void setArtistFromTitle(bool on);
+    void setSplitChapters(bool on);
     // A browser of EnginePreferences::cookieBrowsers(), or empty for none; others are ignored.
     void setCookiesFromBrowser(const QString& browser);
     // Kept within 1 to 4.
@@ -135,8 +145,10 @@ public:
     // A job of its own for another queue (the batch), made as a rip here would be and not yet
     // started; the engine's published state stays the converter's. Refused when the tool is
     // missing or the link is not usable.
-    // playlistItem: 0, or the item of the playlist url names (a playlist entry with no page).
+    // playlistItem: 0, or the item of the playlist url names (a playlist entry with no page);
+    // album: the album track the file becomes, if any.
     MadeRun<ExtractionJob> newJob(const QString& url, int playlistItem,
+                                  const std::optional<AlbumPlace>& album,
                                   std::optional<AudioFormat> format,
                                   std::optional<AudioQuality> quality,
                                   std::optional<QUrl> destination, QObject* parent);
@@ -169,6 +181,7 @@ signals:
     void embedMetadataChanged();
     void squareCoverChanged();
     void artistFromTitleChanged();
+    void splitChaptersChanged();
     void cookiesFromBrowserChanged();
     void simultaneousRipsChanged();
     void proxyChanged();
@@ -197,7 +210,7 @@ private:
     std::optional<VideoMetadata> m_currentMetadata;
     QString m_currentUrl;
     std::optional<QString> m_lastDownloadedFile;
-    int m_lastRipMoreCount = 0;
+    QString m_lastRipSummary;
     // The link m_currentMetadata describes.
     QString m_metadataLink;
     // The list of folders jobs have used, and its writes; the sweep of their leftovers.

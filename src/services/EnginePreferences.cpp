@@ -107,6 +107,8 @@ OutputChoices load(const QSettings& settings)
         choices.squareCover = *on;
     if (const auto on = readBoolean(settings.value(SettingsKeys::artistFromTitle)))
         choices.artistFromTitle = *on;
+    if (const auto on = readBoolean(settings.value(SettingsKeys::splitChapters)))
+        choices.splitChapters = *on;
     // Anything but a browser we offer would be handed to the tool as it stands.
     if (const auto text = readString(settings.value(SettingsKeys::cookiesFromBrowser));
         text && cookieBrowsers().contains(*text))
@@ -134,6 +136,7 @@ void save(QSettings& settings, const OutputChoices& choices)
     settings.setValue(SettingsKeys::embedMetadata, choices.embedMetadata);
     settings.setValue(SettingsKeys::squareCover, choices.squareCover);
     settings.setValue(SettingsKeys::artistFromTitle, choices.artistFromTitle);
+    settings.setValue(SettingsKeys::splitChapters, choices.splitChapters);
     settings.setValue(SettingsKeys::cookiesFromBrowser, choices.cookiesFromBrowser);
     settings.setValue(SettingsKeys::simultaneousRips, choices.simultaneousRips);
     settings.setValue(SettingsKeys::proxy, choices.proxy);

@@ -24,6 +24,8 @@ struct OutputChoices
     bool squareCover = SettingsKeys::squareCoverDefault;
     // "Artist - Song" titles give the artist when the site names none.
     bool artistFromTitle = SettingsKeys::artistFromTitleDefault;
+    // A video with chapters becomes one track per chapter.
+    bool splitChapters = SettingsKeys::splitChaptersDefault;
     // The browser whose cookies yt-dlp reads, as yt-dlp names it; empty for none.
     QString cookiesFromBrowser;
     // How many batch items rip at once, 1 to 4.

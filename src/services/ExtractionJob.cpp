@@ -52,10 +52,10 @@ void ExtractionJob::start()
             DownloadStatus::failed(tr("Cannot write to the folder %1").arg(m_request.destination)));
         return;
     }
-    ToolRun::Command command = m_request.tool.command(
-        extractionArguments(m_request.link, m_request.format, m_request.quality,
-                            m_request.ffmpegPath, m_request.embedArtwork, m_request.embedMetadata,
-                            m_request.tool.options, m_request.playlistItem));
+    ToolRun::Command command = m_request.tool.command(extractionArguments(
+        m_request.link, m_request.format, m_request.quality, m_request.ffmpegPath,
+        m_request.embedArtwork, m_request.embedMetadata, m_request.tool.options,
+        m_request.playlistItem, m_request.splitChapters));
     // Its paths are relative to the scratch folder.
     command.workingDirectory = m_scratchFolder;
     m_run = new ToolRun(std::move(command), this);
@@ -160,6 +160,65 @@ QString insideScratch(const QString& path, const QString& scratch)
 
 } // namespace
 
+namespace {
+
+// One file to put into the destination: where, under which name (empty: its own), and what
+// it is tagged with.
+struct Piece
+{
+    QString path;
+    QString folder;
+    QString name;
+    std::optional<VideoMetadata> metadata;
+    std::optional<MusicTags> tags;
+    QByteArray cover;
+};
+
+// Whether every chapter was cut into a file the run names inside the scratch folder.
+bool chaptersCut(QList<RunReport::Chapter>& chapters, const QString& scratch)
+{
+    for (RunReport::Chapter& chapter : chapters) {
+        chapter.path = insideScratch(chapter.path, scratch);
+        if (chapter.path.isEmpty() || !QFileInfo::exists(chapter.path))
+            return false;
+    }
+    return !chapters.isEmpty();
+}
+
+// A video's chapters as the tracks of an album named after it, in a folder of that name.
+QList<Piece> chapterPieces(const Piece& whole, const QList<RunReport::Chapter>& chapters,
+                           const QString& destination)
+{
+    MusicTags video;
+    video.title = QFileInfo(whole.path).completeBaseName();
+    video = whole.tags.value_or(video);
+    AlbumPlace place{video.title, video.artist, 0, int(chapters.size())};
+    const QString folder =
+        destination + u'/' + AlbumPlace::pathPart(video.title, QStringLiteral("Chapters"));
+    QList<Piece> pieces;
+    for (const RunReport::Chapter& chapter : chapters) {
+        place.trackNumber = int(pieces.size()) + 1;
+        MusicTags tags = video;
+        tags.title = chapter.title.isEmpty()
+                         ? ExtractionJob::tr("Chapter %1").arg(place.trackNumber)
+                         : chapter.title;
+        tags.album = place.album;
+        tags.albumArtist = place.albumArtist;
+        tags.trackNumber = place.trackNumber;
+        tags.trackCount = place.trackCount;
+        VideoMetadata metadata = whole.metadata.value_or(VideoMetadata());
+        metadata.title = tags.title;
+        metadata.durationSeconds = qint64(chapter.end - chapter.start);
+        metadata.duration = VideoMetadata::formattedDuration(metadata.durationSeconds);
+        pieces.append({chapter.path, folder,
+                       place.fileName(tags.title, QFileInfo(chapter.path).suffix()), metadata, tags,
+                       whole.cover});
+    }
+    return pieces;
+}
+
+} // namespace
+
 ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker>& tracker,
                                            const QString& scratch, const Request& request)
 {
@@ -168,11 +227,17 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
     result.metadata = report.metadata;
     // The paths the tool reports are exact; its output lines and the newest file are for a
     // tool that reports none.
-    QList<std::pair<QString, std::optional<VideoMetadata>>> found;
+    struct Found
+    {
+        QString path;
+        std::optional<VideoMetadata> metadata;
+        QList<RunReport::Chapter> chapters;
+    };
+    QList<Found> found;
     for (const RunReport::File& file : report.files) {
         const QString path = insideScratch(file.path, scratch);
         if (!path.isEmpty() && QFileInfo::exists(path))
-            found.append({path, file.metadata});
+            found.append({path, file.metadata, file.chapters});
     }
     if (found.isEmpty()) {
         QString path = insideScratch(tracker->path().value_or(QString()), scratch);
@@ -180,40 +245,61 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
             path = OutputFiles::findLatestAudioFile(scratch, request.format.rawValue())
                        .value_or(QString());
         if (!path.isEmpty())
-            found.append({path, report.metadata});
+            found.append({path, report.metadata, {}});
     }
-    for (qsizetype i = 0; i < found.size(); ++i) {
-        const std::optional<MusicTags> tags = tag(found.at(i).first, found.at(i).second, request);
-        const OutputFiles::Moved moved = OutputFiles::moveIntoFolder(
-            found.at(i).first, request.destination, request.replaceable);
+
+    QList<Piece> pieces;
+    for (Found& file : found) {
+        Piece whole{file.path, request.destination, {}, file.metadata, {}, {}};
+        if (file.metadata)
+            whole.tags = MusicTags::of(*file.metadata, request.artistFromTitle);
+        const QString thumbnail = CoverArt::thumbnailBeside(file.path);
+        if (request.embedArtwork && !thumbnail.isEmpty())
+            whole.cover = CoverArt::fromThumbnail(thumbnail, request.squareCover);
+        if (request.splitChapters && chaptersCut(file.chapters, scratch)) {
+            // The whole file stays behind in the scratch folder, which goes.
+            const QList<Piece> parts = chapterPieces(whole, file.chapters, request.destination);
+            result.chapterAlbum = parts.first().tags->album;
+            pieces.append(parts);
+            continue;
+        }
+        result.noChapters = request.splitChapters;
+        if (request.album && whole.tags) {
+            const AlbumPlace& album = *request.album;
+            whole.tags->album = album.album;
+            whole.tags->albumArtist = album.albumArtist;
+            whole.tags->trackNumber = album.trackNumber;
+            whole.tags->trackCount = album.trackCount;
+            whole.folder = request.destination + u'/' + album.folderName();
+            whole.name = album.fileName(whole.tags->title, QFileInfo(file.path).suffix());
+        }
+        pieces.append(whole);
+    }
+
+    for (qsizetype i = 0; i < pieces.size(); ++i) {
+        Piece& piece = pieces[i];
+        // A file whose tags cannot be written is still the rip the user asked for: it is kept.
+        (void)TagWriter::write(piece.path, request.format,
+                               request.embedMetadata ? piece.tags : std::nullopt, piece.cover);
+        if (!piece.name.isEmpty()) {
+            const QString renamed = QFileInfo(piece.path).path() + u'/' + piece.name;
+            if (QFile::rename(piece.path, renamed))
+                piece.path = renamed;
+        }
+        QDir().mkpath(piece.folder);
+        const OutputFiles::Moved moved =
+            OutputFiles::moveIntoFolder(piece.path, piece.folder, request.replaceable);
         if (moved.path.isEmpty()) {
             QStringList rest;
-            for (qsizetype j = i; j < found.size(); ++j)
-                rest.append(found.at(j).first);
+            for (qsizetype j = i; j < pieces.size(); ++j)
+                rest.append(pieces.at(j).path);
             result.notMoved = keepNotMoved(rest, scratch, request, moved.error);
             break;
         }
         result.files.append(
-            {moved.path, OutputFiles::getFileSize(moved.path), found.at(i).second, tags});
+            {moved.path, OutputFiles::getFileSize(moved.path), piece.metadata, piece.tags});
     }
     return result;
-}
-
-std::optional<MusicTags> ExtractionJob::tag(const QString& path,
-                                            const std::optional<VideoMetadata>& metadata,
-                                            const Request& request)
-{
-    std::optional<MusicTags> tags;
-    if (metadata)
-        tags = MusicTags::of(*metadata, request.artistFromTitle);
-    const QString thumbnail = CoverArt::thumbnailBeside(path);
-    const QByteArray cover = request.embedArtwork && !thumbnail.isEmpty()
-                                 ? CoverArt::fromThumbnail(thumbnail, request.squareCover)
-                                 : QByteArray();
-    // A file whose tags cannot be written is still the rip the user asked for: it is kept.
-    (void)TagWriter::write(path, request.format, request.embedMetadata ? tags : std::nullopt,
-                           cover);
-    return tags;
 }
 
 QString ExtractionJob::keepNotMoved(const QStringList& files, const QString& scratch,
@@ -244,6 +330,11 @@ QString ExtractionJob::keepNotMoved(const QStringList& files, const QString& scr
     QFile keep(ScratchFolders::keepFile(scratch));
     (void)keep.open(QIODevice::WriteOnly);
     return line + u' ' + tr("(kept in %1)").arg(scratch);
+}
+
+void ExtractionJob::finish(const DownloadStatus& status)
+{
+    finish(status, Result());
 }
 
 void ExtractionJob::finish(const DownloadStatus& status, const Result& result)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "models/AlbumPlace.h"
 #include "models/AudioFormat.h"
 #include "models/AudioQuality.h"
 #include "models/DownloadStatus.h"
@@ -49,6 +50,10 @@ public:
         bool squareCover = true;
         // "Artist - Song" titles give the artist, when the site names none.
         bool artistFromTitle = true;
+        // A video with chapters becomes one tagged track per chapter, in a folder of its own.
+        bool splitChapters = false;
+        // The file is this track of an album: named and tagged so, in the album's folder.
+        std::optional<AlbumPlace> album;
         // Files in the destination this job may write over: the same link's earlier rips in
         // the same format, as the library records them.
         QSet<QString> replaceable;
@@ -67,11 +72,15 @@ public:
     // What a run produced: every finished file in the order made (none when none was found),
     // and what the tool reported of the link when it named no file. notMoved says why a file
     // could not be moved into the destination and where it was kept; the job then fails.
+    // chapterAlbum names the album a video split into (its files are the tracks); noChapters
+    // says a split was asked for and the video had none.
     struct Result
     {
         QList<File> files;
         std::optional<VideoMetadata> metadata;
         QString notMoved;
+        QString chapterAlbum;
+        bool noChapters = false;
     };
 
     explicit ExtractionJob(Request request, QObject* parent = nullptr);
@@ -99,9 +108,6 @@ private:
     void readLine(QByteArrayView line);
     void readReport();
     void exited(const ToolRun::Result& result);
-    // Writes a finished file's tags and picture while it is still in the scratch folder.
-    static std::optional<MusicTags>
-    tag(const QString& path, const std::optional<VideoMetadata>& metadata, const Request& request);
     // Finds the finished files, tags them and moves them from the scratch folder into the
     // destination.
     static Result place(const std::shared_ptr<FilePathTracker>& tracker, const QString& scratch,
@@ -110,7 +116,8 @@ private:
     // failed job shows.
     static QString keepNotMoved(const QStringList& files, const QString& scratch,
                                 const Request& request, const QString& error);
-    void finish(const DownloadStatus& status, const Result& result = {});
+    void finish(const DownloadStatus& status);
+    void finish(const DownloadStatus& status, const Result& result);
     void setStatus(const DownloadStatus& status);
     void removeScratchFolder();
 

@@ -173,6 +173,14 @@ std::optional<PlaylistEntry> MetadataFetch::playlistEntry(QByteArrayView line,
     simdjson::dom::element duration;
     if (object["duration"].get(duration) != simdjson::SUCCESS || !duration.is_number())
         entry.metadata.duration.clear();
+    entry.album.album = jsonString(object, "playlist_title").value_or(QString()).trimmed();
+    entry.album.albumArtist = jsonString(object, "playlist_uploader").value_or(QString()).trimmed();
+    entry.album.trackNumber = jsonCount(object, "playlist_index");
+    if (entry.album.trackNumber == 0)
+        entry.album.trackNumber = std::max(position, 1);
+    entry.album.trackCount = jsonCount(object, "n_entries");
+    if (entry.album.trackCount == 0)
+        entry.album.trackCount = jsonCount(object, "playlist_count");
     // A flat entry that points elsewhere ("_type": "url") has a page of its own; one the
     // listing resolved in place (media embedded in the playlist's page) is ripped as the
     // playlist's Nth item.

@@ -41,11 +41,11 @@ void PlaylistPreview::list(const QString& link)
     m_listing->start();
 }
 
-void PlaylistPreview::ripAll()
+void PlaylistPreview::ripAll(bool asAlbum)
 {
     if (m_listing || m_entries.isEmpty())
         return;
-    m_batch.addEntries(std::exchange(m_entries, {}));
+    m_batch.addEntries(std::exchange(m_entries, {}), asAlbum);
     clear();
     m_batch.startBatchProcessing();
 }

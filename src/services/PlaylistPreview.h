@@ -31,8 +31,9 @@ public:
     int count() const { return int(m_entries.size()); }
     bool isListing() const { return m_listing != nullptr; }
     QString error() const { return m_error; }
-    // Queues the listed entries and starts the batch; the offer ends.
-    void ripAll();
+    // Queues the listed entries (as an album's tracks when asAlbum) and starts the batch; the
+    // offer ends.
+    void ripAll(bool asAlbum = false);
     void clear();
 
 signals:

@@ -8,6 +8,33 @@
 #include <algorithm>
 #include <simdjson.h>
 
+namespace {
+
+// The chapters a line names, in order; one without a sane start and end is left out.
+QList<RunReport::Chapter> chaptersOf(simdjson::dom::object& object)
+{
+    QList<RunReport::Chapter> chapters;
+    simdjson::dom::array list;
+    if (object["chapters"].get_array().get(list))
+        return chapters;
+    for (simdjson::dom::element element : list) {
+        RunReport::Chapter chapter;
+        std::string_view text;
+        if (element["filepath"].get_string().get(text) == simdjson::SUCCESS)
+            chapter.path = QString::fromUtf8(text.data(), qsizetype(text.size()));
+        if (element["title"].get_string().get(text) == simdjson::SUCCESS)
+            chapter.title = QString::fromUtf8(text.data(), qsizetype(text.size())).trimmed();
+        if (element["start_time"].get_double().get(chapter.start) ||
+            element["end_time"].get_double().get(chapter.end) || !(chapter.start >= 0) ||
+            !(chapter.end > chapter.start) || chapter.end > 1e7)
+            continue;
+        chapters.append(chapter);
+    }
+    return chapters;
+}
+
+} // namespace
+
 RunReport RunReport::parse(QByteArrayView bytes, const QString& link)
 {
     RunReport report;
@@ -42,7 +69,7 @@ RunReport RunReport::parse(QByteArrayView bytes, const QString& link)
             QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
         if (std::none_of(report.files.cbegin(), report.files.cend(),
                          [&](const File& file) { return file.path == filePath; }))
-            report.files.append({filePath, *metadata});
+            report.files.append({filePath, *metadata, chaptersOf(object)});
     }
     return report;
 }

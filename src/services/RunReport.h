@@ -19,10 +19,20 @@ struct RunReport
 
     // A finished file, as the line written once it was in place names it (a path relative
     // to the folder the run works in, or absolute), with the facts of its own item.
+    // A part of a file cut at its chapters, as the run named it.
+    struct Chapter
+    {
+        QString path;
+        QString title;
+        double start = 0;
+        double end = 0;
+    };
     struct File
     {
         QString path;
         VideoMetadata metadata;
+        // The file's chapters, each with the part cut from it when the run split them.
+        QList<Chapter> chapters;
     };
 
     // The facts of the latest line.

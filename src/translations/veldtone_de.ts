@@ -185,6 +185,10 @@
         <source>Retry Failed</source>
         <translation>Fehlgeschlagene wiederholen</translation>
     </message>
+    <message>
+        <source>Rip playlists as albums</source>
+        <translation>Playlists als Alben rippen</translation>
+    </message>
 </context>
 <context>
     <name>ByteCount</name>
@@ -370,6 +374,14 @@
         <source>and %1 more tracks</source>
         <translation>und %1 weitere Titel</translation>
     </message>
+    <message>
+        <source>%1 tracks in &quot;%2&quot;</source>
+        <translation>%1 Titel in „%2“</translation>
+    </message>
+    <message>
+        <source>No chapters; ripped as one file.</source>
+        <translation>Keine Kapitel; als eine Datei gerippt.</translation>
+    </message>
 </context>
 <context>
     <name>ExtractionJob</name>
@@ -392,6 +404,10 @@
     <message>
         <source>(kept in %1)</source>
         <translation>(aufbewahrt in %1)</translation>
+    </message>
+    <message>
+        <source>Chapter %1</source>
+        <translation>Kapitel %1</translation>
     </message>
 </context>
 <context>
@@ -752,6 +768,10 @@
         <source>Square cover art</source>
         <translation>Quadratisches Cover</translation>
     </message>
+    <message>
+        <source>Split by chapters</source>
+        <translation>Nach Kapiteln teilen</translation>
+    </message>
 </context>
 <context>
     <name>PlaylistListing</name>
@@ -777,6 +797,10 @@
     <message>
         <source>Rip all %1 tracks in Batch</source>
         <translation>Alle %1 Titel im Stapel rippen</translation>
+    </message>
+    <message>
+        <source>Rip as album</source>
+        <translation>Als Album rippen</translation>
     </message>
 </context>
 <context>

@@ -185,6 +185,10 @@
         <source>Retry Failed</source>
         <translation>Reintentar los fallidos</translation>
     </message>
+    <message>
+        <source>Rip playlists as albums</source>
+        <translation>Extraer listas como álbumes</translation>
+    </message>
 </context>
 <context>
     <name>ByteCount</name>
@@ -370,6 +374,14 @@
         <source>and %1 more tracks</source>
         <translation>y %1 pistas más</translation>
     </message>
+    <message>
+        <source>%1 tracks in &quot;%2&quot;</source>
+        <translation>%1 pistas en «%2»</translation>
+    </message>
+    <message>
+        <source>No chapters; ripped as one file.</source>
+        <translation>Sin capítulos; extraído en un solo archivo.</translation>
+    </message>
 </context>
 <context>
     <name>ExtractionJob</name>
@@ -392,6 +404,10 @@
     <message>
         <source>(kept in %1)</source>
         <translation>(guardado en %1)</translation>
+    </message>
+    <message>
+        <source>Chapter %1</source>
+        <translation>Capítulo %1</translation>
     </message>
 </context>
 <context>
@@ -752,6 +768,10 @@
         <source>Square cover art</source>
         <translation>Portada cuadrada</translation>
     </message>
+    <message>
+        <source>Split by chapters</source>
+        <translation>Dividir por capítulos</translation>
+    </message>
 </context>
 <context>
     <name>PlaylistListing</name>
@@ -777,6 +797,10 @@
     <message>
         <source>Rip all %1 tracks in Batch</source>
         <translation>Extraer las %1 pistas en lote</translation>
+    </message>
+    <message>
+        <source>Rip as album</source>
+        <translation>Extraer como álbum</translation>
     </message>
 </context>
 <context>

@@ -185,6 +185,10 @@
         <source>Retry Failed</source>
         <translation>Réessayer les échecs</translation>
     </message>
+    <message>
+        <source>Rip playlists as albums</source>
+        <translation>Extraire les playlists comme albums</translation>
+    </message>
 </context>
 <context>
     <name>ByteCount</name>
@@ -370,6 +374,14 @@
         <source>and %1 more tracks</source>
         <translation>et %1 autres pistes</translation>
     </message>
+    <message>
+        <source>%1 tracks in &quot;%2&quot;</source>
+        <translation>%1 pistes dans « %2 »</translation>
+    </message>
+    <message>
+        <source>No chapters; ripped as one file.</source>
+        <translation>Aucun chapitre ; extrait en un seul fichier.</translation>
+    </message>
 </context>
 <context>
     <name>ExtractionJob</name>
@@ -392,6 +404,10 @@
     <message>
         <source>(kept in %1)</source>
         <translation>(conservé dans %1)</translation>
+    </message>
+    <message>
+        <source>Chapter %1</source>
+        <translation>Chapitre %1</translation>
     </message>
 </context>
 <context>
@@ -752,6 +768,10 @@
         <source>Square cover art</source>
         <translation>Pochette carrée</translation>
     </message>
+    <message>
+        <source>Split by chapters</source>
+        <translation>Découper par chapitres</translation>
+    </message>
 </context>
 <context>
     <name>PlaylistListing</name>
@@ -777,6 +797,10 @@
     <message>
         <source>Rip all %1 tracks in Batch</source>
         <translation>Extraire les %1 titres dans le lot</translation>
+    </message>
+    <message>
+        <source>Rip as album</source>
+        <translation>Extraire comme album</translation>
     </message>
 </context>
 <context>

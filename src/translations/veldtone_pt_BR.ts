@@ -185,6 +185,10 @@
         <source>Retry Failed</source>
         <translation>Tentar novamente os que falharam</translation>
     </message>
+    <message>
+        <source>Rip playlists as albums</source>
+        <translation>Extrair playlists como álbuns</translation>
+    </message>
 </context>
 <context>
     <name>ByteCount</name>
@@ -370,6 +374,14 @@
         <source>and %1 more tracks</source>
         <translation>e mais %1 faixas</translation>
     </message>
+    <message>
+        <source>%1 tracks in &quot;%2&quot;</source>
+        <translation>%1 faixas em “%2”</translation>
+    </message>
+    <message>
+        <source>No chapters; ripped as one file.</source>
+        <translation>Sem capítulos; extraído em um só arquivo.</translation>
+    </message>
 </context>
 <context>
     <name>ExtractionJob</name>
@@ -392,6 +404,10 @@
     <message>
         <source>(kept in %1)</source>
         <translation>(mantido em %1)</translation>
+    </message>
+    <message>
+        <source>Chapter %1</source>
+        <translation>Capítulo %1</translation>
     </message>
 </context>
 <context>
@@ -752,6 +768,10 @@
         <source>Square cover art</source>
         <translation>Capa quadrada</translation>
     </message>
+    <message>
+        <source>Split by chapters</source>
+        <translation>Dividir por capítulos</translation>
+    </message>
 </context>
 <context>
     <name>PlaylistListing</name>
@@ -777,6 +797,10 @@
     <message>
         <source>Rip all %1 tracks in Batch</source>
         <translation>Extrair as %1 faixas em lote</translation>
+    </message>
+    <message>
+        <source>Rip as album</source>
+        <translation>Extrair como álbum</translation>
     </message>
 </context>
 <context>

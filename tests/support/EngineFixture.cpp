@@ -100,9 +100,9 @@ bool EngineFixture::waitForEnd(int timeoutMs)
     return done();
 }
 
-std::function<void(const HistoryTrack&)> EngineFixture::completionHandler()
+DownloadEngine::CompletionHandler EngineFixture::completionHandler()
 {
-    return [this](const HistoryTrack& track) { m_completions.append(track); };
+    return [this](const QList<HistoryTrack>& tracks) { m_completions.append(tracks); };
 }
 
 QList<qint64> EngineFixture::processesMentioning(const QString& text)

@@ -61,7 +61,7 @@ public:
     bool waitForEnd(int timeoutMs = 180000);
 
     // A callback for startExtraction that records what it receives.
-    std::function<void(const HistoryTrack&)> completionHandler();
+    DownloadEngine::CompletionHandler completionHandler();
     const QList<HistoryTrack>& completions() const { return m_completions; }
 
     // The pids of live processes whose command line mentions the given text (from /proc).

@@ -81,6 +81,19 @@ bool MediaServer::start()
         return QHttpServerResponse("text/html",
                                    page(item(u"t"_s), kMediaPath, item(u"u"_s), item(u"a"_s)));
     });
+    m_server.route(u"/chapters"_s, [this] {
+        // Three chapters over the whole clip, as JSON-LD clips.
+        const double third = m_options.durationSeconds / 3.0;
+        QByteArray parts;
+        for (int i = 0; i < 3; ++i) {
+            parts += (i ? ", " : "") + "{\"@type\": \"Clip\", \"name\": \"Part "_ba +
+                     QByteArray::number(i + 1) +
+                     "\", \"startOffset\": " + QByteArray::number(i * third) +
+                     ", \"endOffset\": " + QByteArray::number((i + 1) * third) + "}";
+        }
+        return QHttpServerResponse(
+            "text/html", page("Live at the Pier", kMediaPath, kAuthor, {}, "[" + parts + "]"));
+    });
     m_server.route(u"/private/tone.html"_s, [this](const QHttpServerRequest& request) {
         if (!request.value("Cookie").contains(kPrivateCookie))
             return QHttpServerResponse(QHttpServerResponder::StatusCode::Forbidden);
@@ -108,10 +121,13 @@ bool MediaServer::start()
 }
 
 QByteArray MediaServer::page(const QByteArray& title, const QString& media,
-                             const QByteArray& uploader, const QByteArray& artist) const
+                             const QByteArray& uploader, const QByteArray& artist,
+                             const QByteArray& chapters) const
 {
-    const QByteArray byArtist =
+    QByteArray byArtist =
         artist.isEmpty() ? QByteArray() : ", \"byArtist\": {\"name\": \"" + artist + "\"}";
+    if (!chapters.isEmpty())
+        byArtist += ", \"hasPart\": " + chapters;
     const QByteArray json =
         "{\"@context\": \"https://schema.org\", \"@type\": \"VideoObject\", \"name\": \"" + title +
         "\", \"author\": {\"@type\": \"Person\", \"name\": \"" + uploader + "\"}" + byArtist +
@@ -149,6 +165,11 @@ QUrl MediaServer::musicPageUrl(const QString& title, const QString& uploader,
         query.addQueryItem(u"a"_s, artist);
     page.setQuery(query);
     return page;
+}
+
+QUrl MediaServer::chaptersPageUrl() const
+{
+    return url(u"/chapters"_s);
 }
 
 QUrl MediaServer::mediaUrl() const

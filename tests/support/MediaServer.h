@@ -55,6 +55,8 @@ public:
     // The clip's page by a link that also names that playlist (watch?v=…&list=…).
     QUrl pageInPlaylistUrl() const;
     static constexpr const char* kPlaylistTitle = "Loopback Playlist";
+    // "Live at the Pier": the clip in three chapters, "Part 1" to "Part 3".
+    QUrl chaptersPageUrl() const;
     // A 320x180 JPEG.
     QUrl thumbnailUrl() const;
     // The clip's own address, for an info JSON to point at.
@@ -63,8 +65,10 @@ public:
 
 private:
     QUrl url(const QString& path) const;
+    // chapters: a JSON-LD list of clips, or empty.
     QByteArray page(const QByteArray& title, const QString& mediaPath,
-                    const QByteArray& uploader = kAuthor, const QByteArray& artist = {}) const;
+                    const QByteArray& uploader = kAuthor, const QByteArray& artist = {},
+                    const QByteArray& chapters = {}) const;
 
     Options m_options;
     QTemporaryDir m_dir;

@@ -4,7 +4,7 @@
 //
 //   veldtone-rip [--format mp3|m4a|flac|wav|opus] [--quality 320|256|192|128|0] [--dest DIR]
 //                [--no-artwork] [--no-tags] [--no-square-cover] [--no-artist-from-title]
-//                [--library DIR] [--metadata]
+//                [--split-chapters] [--album] [--library DIR] [--metadata]
 //                [--cookies-from-browser BROWSER] URL
 //
 // Prints every published status as one JSON line, then the library record of a completed job.
@@ -12,7 +12,9 @@
 // cancel).
 
 #include "models/HistoryTrackJson.h"
+#include "models/Links.h"
 #include "platform/TerminationSignals.h"
+#include "services/BatchRunner.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
@@ -45,9 +47,12 @@ void printLine(const QByteArray& line)
     std::fflush(stdout);
 }
 
-QByteArray statusLine(const DownloadStatus& status)
+// One status as a JSON line; track: the album track it is of, when above 0.
+QByteArray statusLine(const DownloadStatus& status, int track = 0)
 {
     QJsonObject object;
+    if (track > 0)
+        object.insert(u"track", track);
     switch (status.kind()) {
     case DownloadStatus::Kind::idle:
         object.insert(u"status", QStringLiteral("idle"));
@@ -74,6 +79,15 @@ QByteArray statusLine(const DownloadStatus& status)
         break;
     }
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+void printRecords(const QList<HistoryTrack>& tracks)
+{
+    for (const HistoryTrack& track : tracks) {
+        QByteArray line = "{\"record\":";
+        HistoryTrackJson::appendTrack(line, track);
+        printLine(line + '}');
+    }
 }
 
 void fail(const QString& message)
@@ -110,6 +124,12 @@ int main(int argc, char** argv)
     const QCommandLineOption noTitleArtistOption(
         QStringLiteral("no-artist-from-title"),
         QStringLiteral("Do not read \"Artist - Song\" titles as artist and song."));
+    const QCommandLineOption chaptersOption(
+        QStringLiteral("split-chapters"),
+        QStringLiteral("Make a video with chapters one tagged track per chapter."));
+    const QCommandLineOption albumOption(
+        QStringLiteral("album"),
+        QStringLiteral("List a playlist link and rip each entry as a track of an album."));
     const QCommandLineOption libraryOption(
         QStringLiteral("library"),
         QStringLiteral("Folder of the library file history.json (default: a fresh temporary one)."),
@@ -122,8 +142,8 @@ int main(int argc, char** argv)
                        "brave, edge, opera, vivaldi)."),
         QStringLiteral("browser"));
     parser.addOptions({formatOption, qualityOption, destOption, noArtworkOption, noTagsOption,
-                       noSquareOption, noTitleArtistOption, libraryOption, metadataOption,
-                       cookiesOption});
+                       noSquareOption, noTitleArtistOption, chaptersOption, albumOption,
+                       libraryOption, metadataOption, cookiesOption});
     parser.addPositionalArgument(QStringLiteral("URL"), QStringLiteral("The link to rip."));
     if (!parser.parse(app.arguments())) {
         fail(parser.errorText());
@@ -195,6 +215,7 @@ int main(int argc, char** argv)
     engine.setEmbedMetadata(!parser.isSet(noTagsOption));
     engine.setSquareCover(!parser.isSet(noSquareOption));
     engine.setArtistFromTitle(!parser.isSet(noTitleArtistOption));
+    engine.setSplitChapters(parser.isSet(chaptersOption));
     if (parser.isSet(cookiesOption)) {
         engine.setCookiesFromBrowser(parser.value(cookiesOption));
         if (engine.cookiesFromBrowser() != parser.value(cookiesOption)) {
@@ -203,6 +224,7 @@ int main(int argc, char** argv)
         }
     }
 
+    BatchRunner batch(engine, history);
     TerminationSignals terminations;
 
     int exitCode = kExitRefused;
@@ -215,7 +237,8 @@ int main(int argc, char** argv)
         exitCode = code;
         auto* poll = new QTimer(&app);
         QObject::connect(poll, &QTimer::timeout, &app, [&, poll] {
-            if (!engine.findChildren<QProcess*>().isEmpty())
+            if (!engine.findChildren<QProcess*>().isEmpty() ||
+                !batch.findChildren<QProcess*>().isEmpty())
                 return;
             poll->stop();
             QThreadPool::globalInstance()->waitForDone();
@@ -241,22 +264,62 @@ int main(int argc, char** argv)
         if (cancelled)
             return;
         cancelled = true;
-        if (accepted && engine.currentStatus().isBusy())
-            engine.cancel();
-        else
+        if (parser.isSet(albumOption)) {
+            // Every rip of the album ends, and the listing; their partial files go.
+            batch.stopBatch();
+            batch.clearQueue();
             finish(kExitRefused);
+        } else if (accepted && engine.currentStatus().isBusy()) {
+            engine.cancel();
+        } else {
+            finish(kExitRefused);
+        }
     });
+
+    // A playlist as an album: its entries one at a time, a status line each, with its track.
+    QObject::connect(&batch, &BatchRunner::itemChanged, &app, [&](int row) {
+        const BatchItem& item = batch.queue().at(row);
+        printLine(statusLine(item.status, item.album ? item.album->trackNumber : row + 1));
+    });
+    // The rips start with the first entries listed; a listing that brings none ends the run.
+    QObject::connect(&batch, &BatchRunner::rowsAppended, &app,
+                     [&] { batch.startBatchProcessing(); });
+    QObject::connect(&batch, &BatchRunner::expansionChanged, &app, [&] {
+        if (!cancelled && !batch.isExpanding() && batch.queue().isEmpty()) {
+            fail(batch.expansionText());
+            finish(kExitFailed);
+        }
+    });
+    QObject::connect(&batch, &BatchRunner::batchFinished, &app, [&] {
+        if (batch.queue().isEmpty())
+            fail(batch.expansionText());
+        finish(batch.queue().isEmpty() || batch.failedCount() > 0 ? kExitFailed : kExitCompleted);
+    });
+    auto ripAlbum = [&] {
+        if (format)
+            engine.setSelectedFormat(*format);
+        if (quality)
+            engine.setSelectedQuality(*quality);
+        engine.setSimultaneousRips(1);
+        accepted = true;
+        if (!batch.addPlaylist(Links::trimmed(link), true)) {
+            fail(QStringLiteral("give a playlist link"));
+            finish(kExitRefused);
+        }
+    };
 
     auto startRip = [&] {
         if (cancelled)
             return;
-        engine.startExtraction(link, format, quality, std::nullopt, [&](const HistoryTrack& track) {
-            QByteArray line = "{\"record\":";
-            HistoryTrackJson::appendTrack(line, track);
-            line += '}';
-            printLine(line);
-            finish(kExitCompleted);
-        });
+        if (parser.isSet(albumOption)) {
+            ripAlbum();
+            return;
+        }
+        engine.startExtraction(link, format, quality, std::nullopt,
+                               [&](const QList<HistoryTrack>& tracks) {
+                                   printRecords(tracks);
+                                   finish(kExitCompleted);
+                               });
         if (!accepted) {
             // Refused by the request checks: the status already says why.
             finish(kExitRefused);

@@ -11,6 +11,7 @@
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
 
+#include <QCheckBox>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
@@ -230,6 +231,10 @@ QWidget* BatchView::buildEditor()
     connect(m_paste, &QPushButton::clicked, this, &BatchView::pasteClipboard);
     actions->addWidget(m_paste);
     actions->addStretch(1);
+    // Per add, never saved: the playlists among the links become albums.
+    m_asAlbum = new QCheckBox(tr("Rip playlists as albums"));
+    m_asAlbum->setFont(Theme::font(12));
+    actions->addWidget(m_asAlbum);
     m_add =
         prominentButton(tr("Add to Queue"), QStringLiteral("plus.circle.fill"), accent(palette()));
     connect(m_add, &QPushButton::clicked, this, &BatchView::addUrlsToQueue);
@@ -309,7 +314,7 @@ void BatchView::pasteClipboard()
 
 void BatchView::addUrlsToQueue()
 {
-    m_runner->addUrlsToQueue(m_editor->toPlainText());
+    m_runner->addUrlsToQueue(m_editor->toPlainText(), m_asAlbum->isChecked());
     // Emptied whether or not a line was kept.
     m_editor->clear();
 }

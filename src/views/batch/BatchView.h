@@ -6,6 +6,7 @@
 class ActivitySpinner;
 class BatchQueueModel;
 class BatchRunner;
+class QCheckBox;
 class QLabel;
 class QListView;
 class QPlainTextEdit;
@@ -49,6 +50,7 @@ private:
     ActivitySpinner* m_expansionSpinner = nullptr;
     QLabel* m_expansionText = nullptr;
     QStackedWidget* m_stack = nullptr;
+    QCheckBox* m_asAlbum = nullptr;
     QPlainTextEdit* m_editor = nullptr;
     QPushButton* m_paste = nullptr;
     QPushButton* m_add = nullptr;

@@ -36,11 +36,14 @@ OutputOptionsForm::OutputOptionsForm(Kind kind, DownloadEngine& engine, DesktopS
     layout->addWidget(buildPickers());
     layout->addWidget(divider(this));
     layout->addWidget(buildSwitches());
+    if (m_chaptersBox)
+        layout->addWidget(m_chaptersBox);
 
     for (auto signal :
          {&DownloadEngine::selectedFormatChanged, &DownloadEngine::selectedQualityChanged,
           &DownloadEngine::targetFolderChanged, &DownloadEngine::embedArtworkChanged,
-          &DownloadEngine::embedMetadataChanged, &DownloadEngine::squareCoverChanged}) {
+          &DownloadEngine::embedMetadataChanged, &DownloadEngine::squareCoverChanged,
+          &DownloadEngine::splitChaptersChanged}) {
         connect(&m_engine, signal, this, &OutputOptionsForm::update);
     }
     update();
@@ -178,6 +181,11 @@ QWidget* OutputOptionsForm::buildSwitches()
         row->addWidget(m_metadataBox);
         row->addWidget(m_squareBox);
         row->addStretch(1);
+        // A plain choice: nothing is asked of the link before Rip.
+        m_chaptersBox = new QCheckBox(tr("Split by chapters"), this);
+        m_chaptersBox->setIcon(Symbols::icon(QStringLiteral("list.number"), iconColor, 13));
+        m_chaptersBox->setFont(Theme::font(11));
+        connect(m_chaptersBox, &QCheckBox::toggled, &m_engine, &DownloadEngine::setSplitChapters);
     } else {
         QVBoxLayout* switchColumn = column(switches, 10);
         m_artworkBox =
@@ -240,7 +248,9 @@ void OutputOptionsForm::update()
         m_metadataBox->setChecked(m_engine.embedMetadata());
         if (m_squareBox) {
             const QSignalBlocker blockSquare(m_squareBox);
+            const QSignalBlocker blockChapters(m_chaptersBox);
             m_squareBox->setChecked(m_engine.squareCover());
+            m_chaptersBox->setChecked(m_engine.splitChapters());
         }
     }
     if (m_losslessNote) {

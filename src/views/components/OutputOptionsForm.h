@@ -55,4 +55,5 @@ private:
     QCheckBox* m_metadataBox = nullptr;
     // The converter's only: the settings screen keeps it with the music settings.
     QCheckBox* m_squareBox = nullptr;
+    QCheckBox* m_chaptersBox = nullptr;
 };

@@ -49,6 +49,7 @@ constexpr Entry kTable[] = {
     {u"photo.artframe", u"image"},
     {u"tag.fill", u"sell"},
     {u"crop", u"crop"},
+    {u"list.number", u"format_list_numbered"},
     // Status.
     {u"checkmark.circle.fill", u"check_circle"},
     {u"checkmark.seal.fill", u"verified"},

@@ -6,6 +6,7 @@
 #include "views/components/ActivitySpinner.h"
 #include "views/components/Theme.h"
 
+#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -24,10 +25,13 @@ PlaylistOfferCard::PlaylistOfferCard(PlaylistPreview& preview, QWidget* parent)
     m_text = label(QString(), Theme::font(12, QFont::Medium), playlist);
     m_text->setWordWrap(true);
     layout->addWidget(m_text, 1);
+    m_albumBox = new QCheckBox(tr("Rip as album"), playlist);
+    m_albumBox->setFont(Theme::font(11));
+    layout->addWidget(m_albumBox);
     m_ripButton = smallButton(QString(), QStringLiteral("arrow.down.circle.fill"), playlist);
     makeProminent(m_ripButton, orange(palette()));
     connect(m_ripButton, &QPushButton::clicked, this, [this] {
-        m_preview.ripAll();
+        m_preview.ripAll(m_albumBox->isChecked());
         emit navigationRequested(NavigationItem::batch);
     });
     layout->addWidget(m_ripButton);
@@ -46,5 +50,6 @@ void PlaylistOfferCard::update()
                     : listed ? tr("This link is a playlist.")
                              : m_preview.error());
     m_ripButton->setVisible(listed);
+    m_albumBox->setVisible(listed);
     m_ripButton->setText(tr("Rip all %1 tracks in Batch").arg(m_preview.count()));
 }

@@ -6,6 +6,7 @@
 
 class ActivitySpinner;
 class PlaylistPreview;
+class QCheckBox;
 class QLabel;
 class QPushButton;
 
@@ -27,4 +28,6 @@ private:
     ActivitySpinner* m_spinner = nullptr;
     QLabel* m_text = nullptr;
     QPushButton* m_ripButton = nullptr;
+    // Per rip, never saved.
+    QCheckBox* m_albumBox = nullptr;
 };

@@ -83,11 +83,9 @@ void RipSuccessCard::updateStatus()
     const bool completed = status.kind() == DownloadStatus::Kind::completed;
     setVisible(completed);
     if (completed) {
-        // A page with several videos makes several files: the first is named, the rest counted.
-        const int more = m_engine.lastRipMoreCount();
-        const QString name = QFileInfo(status.filePath()).fileName();
-        m_fileNameLabel->setText(
-            more > 0 ? QString(name + u' ' + DownloadEngine::moreTracksText(more)) : name);
+        const QString summary = m_engine.lastRipSummary();
+        m_fileNameLabel->setText(summary.isEmpty() ? QFileInfo(status.filePath()).fileName()
+                                                   : summary);
     }
     m_queuePlaylistButton->setVisible(completed &&
                                       !Links::playlistOf(m_engine.currentUrl()).isEmpty());
