@@ -691,8 +691,15 @@ private slots:
             return probe(file).value(u"format"_s)[u"duration"_s].toString().toDouble();
         };
 
-        QVERIFY(!rip({u"--split-chapters"_s, m_server->chaptersPageUrl().toString()})
-                     .startsWith("failed"));
+        const QByteArray split =
+            rip({u"--split-chapters"_s, m_server->chaptersPageUrl().toString()});
+        QVERIFY2(!split.startsWith("failed"), split.constData());
+        // A record per part, each as long as its part.
+        QStringList lengths;
+        for (const QJsonObject& line : jsonLines(split))
+            lengths << line[u"record"_s][u"duration"_s].toString();
+        lengths.removeAll(QString());
+        QCOMPARE(lengths, QStringList(3, u"0:02"_s));
         QDir album(scratch.filePath(u"Live at the Pier"_s));
         QCOMPARE(album.entryList(QDir::Files),
                  (QStringList{u"01 Part 1.mp3"_s, u"02 Part 2.mp3"_s, u"03 Part 3.mp3"_s}));
