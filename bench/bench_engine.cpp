@@ -145,6 +145,49 @@ std::vector<BenchFigure> ripOverhead()
             {QStringLiteral("ytdlp_60s_mp3_wall_s"), bareMedian, QStringLiteral("s")}};
 }
 
+// A 12-minute clip with 12 chapters ripped to MP3, split and each part tagged, over the same
+// clip ripped as one file; both through veldtone-rip, alternating which goes first.
+std::vector<BenchFigure> chapterSplit()
+{
+    MediaServer::Options options;
+    options.durationSeconds = 720;
+    options.chapters = 12;
+    MediaServer server(options);
+    if (!server.start())
+        return {};
+    QTemporaryDir scratch;
+    std::vector<double> split;
+    std::vector<double> whole;
+    for (int pair = 0; pair < 3; ++pair) {
+        auto run = [&](std::vector<double>& times, const QString& name, const QStringList& extra,
+                       const QUrl& page) {
+            const QString dest = scratch.filePath(name + QString::number(pair));
+            QDir().mkpath(dest);
+            times.push_back(
+                timedRun(QStringLiteral(VELDTONE_RIP_PATH),
+                         extra + QStringList{QStringLiteral("--dest"), dest, page.toString()}));
+        };
+        const auto splitRun = [&] {
+            run(split, QStringLiteral("split"), {QStringLiteral("--split-chapters")},
+                server.chaptersPageUrl());
+        };
+        const auto wholeRun = [&] {
+            run(whole, QStringLiteral("whole"), {}, server.chaptersPageUrl());
+        };
+        if (pair % 2 == 0) {
+            splitRun();
+            wholeRun();
+        } else {
+            wholeRun();
+            splitRun();
+        }
+        if (split.back() < 0 || whole.back() < 0)
+            return {};
+    }
+    return {{QStringLiteral("chapter_split_ratio"), benchMedian(split) / benchMedian(whole),
+             QStringLiteral("x")}};
+}
+
 // A batch of six network-bound items, ripped by the real yt-dlp and ffmpeg from pages on a
 // loopback server that sends their media at a slow link's pace, at one rip at a time and at
 // three.
@@ -205,5 +248,6 @@ std::vector<BenchFigure> batchParallel()
 BenchRegistration statusRegistration("engine", statusUpdates);
 BenchRegistration batchRegistration("batch", batchParallel);
 BenchRegistration ripRegistration("rip", ripOverhead);
+BenchRegistration chaptersRegistration("chapters", chapterSplit);
 
 } // namespace

@@ -82,10 +82,10 @@ bool MediaServer::start()
                                    page(item(u"t"_s), kMediaPath, item(u"u"_s), item(u"a"_s)));
     });
     m_server.route(u"/chapters"_s, [this] {
-        // Three chapters over the whole clip, as JSON-LD clips.
-        const double third = m_options.durationSeconds / 3.0;
+        // Equal chapters over the whole clip, as JSON-LD clips.
+        const double third = double(m_options.durationSeconds) / m_options.chapters;
         QByteArray parts;
-        for (int i = 0; i < 3; ++i) {
+        for (int i = 0; i < m_options.chapters; ++i) {
             parts += (i ? ", " : "") + "{\"@type\": \"Clip\", \"name\": \"Part "_ba +
                      QByteArray::number(i + 1) +
                      "\", \"startOffset\": " + QByteArray::number(i * third) +

@@ -24,6 +24,8 @@ public:
     {
         // Length of the generated clip: stereo Vorbis audio with a tiny VP8 picture in WebM.
         int durationSeconds = 4;
+        // How many chapters the chapters page cuts the clip into.
+        int chapters = 3;
     };
 
     MediaServer();
@@ -55,7 +57,7 @@ public:
     // The clip's page by a link that also names that playlist (watch?v=…&list=…).
     QUrl pageInPlaylistUrl() const;
     static constexpr const char* kPlaylistTitle = "Loopback Playlist";
-    // "Live at the Pier": the clip in three chapters, "Part 1" to "Part 3".
+    // "Live at the Pier": the clip in equal chapters, "Part 1", "Part 2"...
     QUrl chaptersPageUrl() const;
     // A 320x180 JPEG.
     QUrl thumbnailUrl() const;
