@@ -485,6 +485,15 @@ void shootRealRip(Shooter& shoot)
     engine.startExtraction(server.twoVideosUrl().toString());
     waitFor([&] { return !engine.currentStatus().isBusy(); }, 180000);
     shoot(window, u"rip-converter-two-files"_s);
+    // A video with chapters, split into tracks; then one without, with the split still on.
+    engine.setSplitChapters(true);
+    engine.startExtraction(server.chaptersPageUrl().toString());
+    waitFor([&] { return !engine.currentStatus().isBusy(); }, 180000);
+    shoot(window, u"rip-converter-chapters"_s);
+    engine.startExtraction(server.pageUrl().toString());
+    waitFor([&] { return !engine.currentStatus().isBusy(); }, 180000);
+    shoot(window, u"rip-converter-no-chapters"_s);
+    engine.setSplitChapters(false);
     env.history().waitForSaves();
 }
 
