@@ -11,7 +11,7 @@ QString runReportFile(const QString& scratchFolder)
 QStringList extractionArguments(const QString& link, AudioFormat format, AudioQuality quality,
                                 const std::optional<QString>& ffmpegPath, bool embedArtwork,
                                 bool embedMetadata, const QStringList& toolOptions,
-                                int playlistItem, bool splitChapters)
+                                int playlistItem)
 {
     QStringList arguments = {
         QStringLiteral("--extract-audio"),
@@ -40,10 +40,6 @@ QStringList extractionArguments(const QString& link, AudioFormat format, AudioQu
         arguments << QStringLiteral("--write-thumbnail");
     if (embedMetadata)
         arguments << QStringLiteral("--embed-metadata");
-    // Cut by stream copy once converted; the job names and tags the parts.
-    if (splitChapters)
-        arguments << QStringLiteral("--split-chapters") << QStringLiteral("-o")
-                  << QStringLiteral("chapter:%(title)s.part%(section_number)03d.%(ext)s");
     // The item's facts as the download begins, and the final path once the file is in place;
     // the console output stays as it is.
     const QString report = QString::fromUtf16(kRunReportName);

@@ -12,11 +12,10 @@
 // output and report paths are relative, so nothing of the destination's path is read as a
 // template field, a variable or "~".
 // playlistItem: 0 for the link's own video; else the 1-based item of the playlist it names.
-// splitChapters: each chapter is also cut into a file of its own, named in the report.
 QStringList extractionArguments(const QString& link, AudioFormat format, AudioQuality quality,
                                 const std::optional<QString>& ffmpegPath, bool embedArtwork,
                                 bool embedMetadata, const QStringList& toolOptions = {},
-                                int playlistItem = 0, bool splitChapters = false);
+                                int playlistItem = 0);
 
 // The report's name, relative to the folder the run works in.
 inline constexpr char16_t kRunReportName[] = u".veldtone-report.jsonl";

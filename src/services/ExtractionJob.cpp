@@ -52,10 +52,10 @@ void ExtractionJob::start()
             DownloadStatus::failed(tr("Cannot write to the folder %1").arg(m_request.destination)));
         return;
     }
-    ToolRun::Command command = m_request.tool.command(extractionArguments(
-        m_request.link, m_request.format, m_request.quality, m_request.ffmpegPath,
-        m_request.embedArtwork, m_request.embedMetadata, m_request.tool.options,
-        m_request.playlistItem, m_request.splitChapters));
+    ToolRun::Command command = m_request.tool.command(
+        extractionArguments(m_request.link, m_request.format, m_request.quality,
+                            m_request.ffmpegPath, m_request.embedArtwork, m_request.embedMetadata,
+                            m_request.tool.options, m_request.playlistItem));
     // Its paths are relative to the scratch folder.
     command.workingDirectory = m_scratchFolder;
     m_run = new ToolRun(std::move(command), this);
@@ -174,15 +174,45 @@ struct Piece
     QByteArray cover;
 };
 
-// Whether every chapter was cut into a file the run names inside the scratch folder.
-bool chaptersCut(QList<RunReport::Chapter>& chapters, const QString& scratch)
+// Cuts a converted file at its chapters into files beside it, "<name>.part001.<ext>" on, in
+// one ffmpeg run that reads it once (chapter_split_ratio: a run per chapter cost a process
+// start each). Lossy audio is copied, so each part starts on a codec frame and together they
+// are the whole without overlap; FLAC is encoded again, sample for sample, since a copied
+// stream keeps the whole file's length in its header. False when it could not.
+bool cutAtChapters(const QString& whole, QList<RunReport::Chapter>& chapters, AudioFormat format,
+                   const std::optional<QString>& ffmpeg)
 {
-    for (RunReport::Chapter& chapter : chapters) {
-        chapter.path = insideScratch(chapter.path, scratch);
-        if (chapter.path.isEmpty() || !QFileInfo::exists(chapter.path))
-            return false;
+    if (chapters.size() < 2)
+        return false;
+    const QFileInfo info(whole);
+    ToolRun::Command command;
+    command.program = ffmpeg.value_or(QStringLiteral("ffmpeg"));
+    command.arguments = {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-nostdin"),
+                         QStringLiteral("-i"), whole};
+    const QStringList codec = format == AudioFormat::flac
+                                  ? QStringList{QStringLiteral("-c:a"), QStringLiteral("flac")}
+                                  : QStringList{QStringLiteral("-c"), QStringLiteral("copy")};
+    QStringList parts;
+    for (qsizetype i = 0; i < chapters.size(); ++i) {
+        parts << info.path() + u'/' + info.completeBaseName() + u".part" +
+                     QString::number(i + 1).rightJustified(3, u'0') + u'.' + info.suffix();
+        command.arguments << QStringLiteral("-map") << QStringLiteral("0:a")
+                          << QStringLiteral("-map_metadata") << QStringLiteral("0")
+                          << QStringLiteral("-ss") << QString::number(chapters.at(i).start, 'f', 3);
+        // The last part runs to the end, whatever the chapters claim.
+        if (i + 1 < chapters.size())
+            command.arguments << QStringLiteral("-to")
+                              << QString::number(chapters.at(i + 1).start, 'f', 3);
+        command.arguments << codec << parts.last();
     }
-    return !chapters.isEmpty();
+    if (!ToolRun::runToEnd(std::move(command), 10 * 60 * 1000).succeeded())
+        return false;
+    for (qsizetype i = 0; i < chapters.size(); ++i) {
+        if (!QFileInfo::exists(parts.at(i)))
+            return false;
+        chapters[i].path = parts.at(i);
+    }
+    return true;
 }
 
 // A video's chapters as the tracks of an album named after it, in a folder of that name.
@@ -256,7 +286,8 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
         const QString thumbnail = CoverArt::thumbnailBeside(file.path);
         if (request.embedArtwork && !thumbnail.isEmpty())
             whole.cover = CoverArt::fromThumbnail(thumbnail, request.squareCover);
-        if (request.splitChapters && chaptersCut(file.chapters, scratch)) {
+        if (request.splitChapters &&
+            cutAtChapters(file.path, file.chapters, request.format, request.ffmpegPath)) {
             // The whole file stays behind in the scratch folder, which goes.
             const QList<Piece> parts = chapterPieces(whole, file.chapters, request.destination);
             result.chapterAlbum = parts.first().tags->album;
