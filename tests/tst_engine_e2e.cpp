@@ -92,6 +92,17 @@ QSize coverSize(const QString& path)
     return image.size();
 }
 
+// The file's integrated loudness as ebur128 reports it, LUFS.
+double integratedLoudness(const QString& path)
+{
+    QProcess ffmpeg;
+    ffmpeg.start(u"ffmpeg"_s, {u"-nostats"_s, u"-i"_s, path, u"-filter:a"_s,
+                               u"ebur128=framelog=verbose"_s, u"-f"_s, u"null"_s, u"-"_s});
+    ffmpeg.waitForFinished(60000);
+    const QString log = QString::fromUtf8(ffmpeg.readAllStandardError());
+    return log.mid(log.lastIndexOf(u" I:"_s) + 3).section(u"LUFS"_s, 0, 0).toDouble();
+}
+
 // The file's tags as TagLib reads them, under its common names (TITLE, ARTIST, ALBUM...).
 QHash<QString, QString> taglibTags(const QString& path)
 {
@@ -668,6 +679,17 @@ private slots:
         QCOMPARE(record.value(u"channel"_s).toString(), expected.at(1));
         QCOMPARE(record.value(u"album"_s).toString(), expected.value(2));
         QCOMPARE(coverSize(file), cover);
+        // ReplayGain to -18 LUFS; Opus's R128 gain to -23 LUFS in 1/256 dB; none with tags off.
+        const double lufs = integratedLoudness(file);
+        const QHash<QString, QString> probedTags = probed(file).tags;
+        if (format == u"opus")
+            QVERIFY(qAbs(probedTags.value(u"r128_track_gain"_s).toInt() - (-23 - lufs) * 256) < 26);
+        else if (!flags.contains(u"--no-tags"_s))
+            QVERIFY2(
+                qAbs(probedTags.value(u"replaygain_track_gain"_s).section(u' ', 0, 0).toDouble() -
+                     (-18 - lufs)) < 0.1,
+                qPrintable(probedTags.value(u"replaygain_track_gain"_s)));
+        QVERIFY(qAbs(record.value(u"trackGain"_s).toDouble() - (-18 - lufs)) < 0.1);
     }
 
     // A video's chapters become tracks of an album named after it, a playlist ripped as an
@@ -715,6 +737,10 @@ private slots:
             QCOMPARE(tags.value(u"TRACKNUMBER"_s), u"%1/3"_s.arg(i));
             QCOMPARE(tags.value(u"ALBUM"_s), u"Live at the Pier"_s);
             QCOMPARE(tags.value(u"ARTIST"_s), kAuthor);
+            // The album's gain is the whole video's, the same on every part.
+            QVERIFY(!tags.value(u"REPLAYGAIN_ALBUM_GAIN"_s).isEmpty());
+            QCOMPARE(tags.value(u"REPLAYGAIN_ALBUM_GAIN"_s),
+                     taglibTags(album.filePath(u"01 Part 1.mp3"_s))[u"REPLAYGAIN_ALBUM_GAIN"_s]);
             // Each part is its third of the clip, give or take a frame at each end.
             QVERIFY2(qAbs(duration(file) - 2.0) < 0.06,
                      qPrintable(QString::number(duration(file))));

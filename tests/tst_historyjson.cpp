@@ -13,22 +13,18 @@ namespace {
 
 HistoryTrack sampleTrack()
 {
-    return {QUuid(u"{0a1b2c3d-4e5f-6789-abcd-ef0123456789}"_s),
-            u"Caf\u00e9 \"Live\" / Take 2"_s,
-            u"Band"_s,
-            u"3:32"_s,
-            AudioFormat::m4a,
-            AudioQuality::best,
-            u"/home/a/Music/Song.m4a"_s,
-            u"4.2 MB"_s,
-            QString(),
-            785000000.25,
-            u"https://www.youtube.com/watch?v=abc"_s,
-            {},
-            {},
-            0,
-            0,
-            0};
+    HistoryTrack track;
+    track.id = QUuid(u"{0a1b2c3d-4e5f-6789-abcd-ef0123456789}"_s);
+    track.title = u"Caf\u00e9 \"Live\" / Take 2"_s;
+    track.channel = u"Band"_s;
+    track.duration = u"3:32"_s;
+    track.format = AudioFormat::m4a;
+    track.quality = AudioQuality::best;
+    track.filePath = u"/home/a/Music/Song.m4a"_s;
+    track.fileSize = u"4.2 MB"_s;
+    track.completedAt = 785000000.25;
+    track.youtubeUrl = u"https://www.youtube.com/watch?v=abc"_s;
+    return track;
 }
 
 // A valid record as JSON text, with one member replaced (or left out when value is empty).

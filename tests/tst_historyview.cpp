@@ -31,22 +31,18 @@ HistoryTrack makeTrack(const QString& title, const QString& channel, AudioFormat
     static int serial = 0;
     if (filePath.isEmpty())
         filePath = u"/music/song%1.mp3"_s.arg(++serial);
-    return {QUuid::createUuid(),
-            title,
-            channel,
-            u"3:32"_s,
-            format,
-            AudioQuality::k256,
-            filePath,
-            u"4.2 MB"_s,
-            QString(),
-            HistoryTrack::now(),
-            u"https://youtu.be/abc"_s,
-            {},
-            {},
-            0,
-            0,
-            0};
+    HistoryTrack track;
+    track.id = QUuid::createUuid();
+    track.title = title;
+    track.channel = channel;
+    track.duration = u"3:32"_s;
+    track.format = format;
+    track.quality = AudioQuality::k256;
+    track.filePath = filePath;
+    track.fileSize = u"4.2 MB"_s;
+    track.completedAt = HistoryTrack::now();
+    track.youtubeUrl = u"https://youtu.be/abc"_s;
+    return track;
 }
 
 QStringList shownTitles(const LibraryListModel& model)

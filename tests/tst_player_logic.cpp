@@ -137,6 +137,37 @@ private slots:
         QVERIFY(!ticking(*service));
     }
 
+    // Two tracks 10 dB apart in loudness play at the same level: each is lowered by its gain
+    // (never raised, held where its peak would clip); Album takes the album's gain where there
+    // is one; Off plays as recorded.
+    void loudnessEvenedOut()
+    {
+        auto service = makeService();
+        service->setVolume(0.5f);
+        HistoryTrack loud = track(u"a.mp3"_qs);
+        loud.trackGain = -12;
+        loud.trackPeak = 0.9;
+        HistoryTrack quiet = track(u"b.flac"_qs);
+        quiet.trackGain = -2;
+        quiet.trackPeak = 0.9;
+        const auto playedAt = [&](const HistoryTrack& record) {
+            service->stop();
+            service->play(record);
+            return 20 * std::log10(double(service->outputVolume()) / 0.5);
+        };
+        QVERIFY(qAbs(playedAt(loud) - playedAt(quiet) + 10) < 0.01);
+        quiet.trackGain = 4; // would amplify: held at 0 dB
+        QVERIFY(qAbs(playedAt(quiet)) < 0.01);
+        quiet.trackPeak = 1.26; // a peak above full scale lowers it by 2 dB
+        QVERIFY(qAbs(playedAt(quiet) + 2.007) < 0.01);
+        loud.albumGain = -6;
+        service->setGainMode(AudioPlayerService::GainMode::album);
+        QVERIFY(qAbs(playedAt(loud) + 6) < 0.01);
+        QCOMPARE(m_backend->calls.last(), u"play"_qs);
+        service->setGainMode(AudioPlayerService::GainMode::off);
+        QCOMPARE(m_backend->calls.last(), u"volume 0.5"_qs);
+    }
+
     void sameRecordTogglesFromTheSamePosition()
     {
         auto service = makeService();

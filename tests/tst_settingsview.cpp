@@ -25,7 +25,7 @@ namespace {
 struct Screen
 {
     explicit Screen(Environment& env)
-        : view(env.engine(), env.services().dependencies, env.services().updater)
+        : view(env.engine(), env.services().dependencies, env.services().updater, env.player())
     {
         view.resize(880, 900);
         view.show();

@@ -9,6 +9,7 @@
 #include "services/DownloadEngine.h"
 #include "services/HistoryStore.h"
 #include "services/PlaylistPreview.h"
+#include "services/SettingsKeys.h"
 #include "services/ToolUpdater.h"
 
 #include <QSettings>
@@ -33,6 +34,14 @@ AppServices::AppServices()
                                                      *m_player, *m_artwork, *m_batch, *m_preview,
                                                      *m_details, *m_updater}))
 {
+    // The player evens out loudness as last chosen, and keeps the choice.
+    if (const auto mode = AudioPlayerService::gainModeFromText(
+            SettingsKeys::open()->value(SettingsKeys::replayGainMode).toString()))
+        m_player->setGainMode(*mode);
+    QObject::connect(m_player.get(), &AudioPlayerService::gainModeChanged, m_player.get(), [this] {
+        SettingsKeys::open()->setValue(SettingsKeys::replayGainMode,
+                                       AudioPlayerService::gainModeText(m_player->gainMode()));
+    });
     // The artwork a rip reports is kept as the rip begins, so its record shows it offline.
     QObject::connect(
         m_engine.get(), &DownloadEngine::currentMetadataChanged, m_artwork.get(), [this] {

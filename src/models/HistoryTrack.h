@@ -8,6 +8,7 @@
 #include <QMetaType>
 #include <QString>
 #include <QUuid>
+#include <optional>
 
 // One finished extraction as the library keeps it. Set once at construction, never changed.
 struct HistoryTrack
@@ -32,6 +33,11 @@ struct HistoryTrack
     int trackNumber = 0;
     int trackCount = 0;
     int year = 0;
+    // ReplayGain figures, when measured: gains in dB, peaks as linear sample values.
+    std::optional<double> trackGain;
+    std::optional<double> trackPeak;
+    std::optional<double> albumGain;
+    std::optional<double> albumPeak;
 
     // Who made it, as a row's second line shows it: "Artist • Album" when the album is known,
     // else the artist or channel alone.

@@ -135,6 +135,16 @@ void decodeMusicFact(const simdjson::dom::key_value_pair& field, HistoryTrack& t
 {
     std::string_view text;
     std::int64_t number = 0;
+    double figure = 0;
+    for (auto [key, member] :
+         {std::pair{"trackGain", &track.trackGain}, std::pair{"trackPeak", &track.trackPeak},
+          std::pair{"albumGain", &track.albumGain}, std::pair{"albumPeak", &track.albumPeak}}) {
+        if (field.key == key) {
+            if (!field.value.get_double().get(figure) && std::fabs(figure) < 1000)
+                *member = figure;
+            return;
+        }
+    }
     if (field.key == "album" && !field.value.get_string().get(text))
         track.album = fromUtf8(text);
     else if (field.key == "albumArtist" && !field.value.get_string().get(text))
@@ -414,6 +424,16 @@ bool appendTrack(QByteArray& out, const HistoryTrack& track)
     appendCount("trackNumber", track.trackNumber);
     appendCount("trackCount", track.trackCount);
     appendCount("year", track.year);
+    const auto appendFigure = [&out](const char* key, const std::optional<double>& value) {
+        if (!value || !std::isfinite(*value))
+            return;
+        out.append(",\"").append(key).append("\":");
+        appendNumber(out, *value);
+    };
+    appendFigure("trackGain", track.trackGain);
+    appendFigure("trackPeak", track.trackPeak);
+    appendFigure("albumGain", track.albumGain);
+    appendFigure("albumPeak", track.albumPeak);
     out.append('}');
     return true;
 }

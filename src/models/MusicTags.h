@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "models/ReplayGain.h"
+
 #include <QString>
 #include <optional>
 #include <utility>
@@ -18,6 +20,9 @@ struct MusicTags
     int trackNumber = 0;
     int trackCount = 0;
     int year = 0;
+    // The file's own loudness, and its album's, when measured.
+    std::optional<Loudness> trackLoudness;
+    std::optional<Loudness> albumLoudness;
 
     friend bool operator==(const MusicTags&, const MusicTags&) = default;
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AudioPlayerService.h"
 
+#include "models/ReplayGain.h"
 #include "platform/QtMultimediaPlayerBackend.h"
 
 #include <QCoreApplication>
@@ -72,7 +73,7 @@ void AudioPlayerService::play(const HistoryTrack& track)
         failToOpen(error);
         return;
     }
-    player.setVolume(m_volume);
+    player.setVolume(volumeFor(track));
     player.play();
     m_hasAdvanced = false;
     setCurrentTrack(track);
@@ -128,7 +129,52 @@ void AudioPlayerService::setVolume(float volume)
         emit volumeChanged();
     }
     if (m_currentTrack)
-        m_player->setVolume(m_volume);
+        m_player->setVolume(outputVolume());
+}
+
+std::optional<AudioPlayerService::GainMode>
+AudioPlayerService::gainModeFromText(const QString& text)
+{
+    for (GainMode mode : {GainMode::off, GainMode::track, GainMode::album}) {
+        if (gainModeText(mode) == text)
+            return mode;
+    }
+    return std::nullopt;
+}
+
+QString AudioPlayerService::gainModeText(GainMode mode)
+{
+    return mode == GainMode::off     ? QStringLiteral("off")
+           : mode == GainMode::album ? QStringLiteral("album")
+                                     : QStringLiteral("track");
+}
+
+void AudioPlayerService::setGainMode(GainMode mode)
+{
+    if (mode == m_gainMode)
+        return;
+    m_gainMode = mode;
+    emit gainModeChanged();
+    if (m_currentTrack)
+        m_player->setVolume(outputVolume());
+}
+
+float AudioPlayerService::outputVolume() const
+{
+    return m_currentTrack ? volumeFor(*m_currentTrack) : m_volume;
+}
+
+float AudioPlayerService::volumeFor(const HistoryTrack& track) const
+{
+    if (m_gainMode == GainMode::off)
+        return m_volume;
+    const bool album = m_gainMode == GainMode::album && track.albumGain;
+    const std::optional<double> gain = album ? track.albumGain : track.trackGain;
+    if (!gain)
+        return m_volume;
+    const std::optional<double> peak = album ? track.albumPeak : track.trackPeak;
+    const double decibels = Loudness::attenuation(*gain, peak.value_or(0));
+    return m_volume * float(std::pow(10.0, decibels / 20.0));
 }
 
 void AudioPlayerService::startTick()
@@ -175,7 +221,7 @@ void AudioPlayerService::primeAgain(double position)
         failToOpen(error);
         return;
     }
-    m_player->setVolume(m_volume);
+    m_player->setVolume(outputVolume());
     m_player->seek(position);
     m_player->play();
 }

@@ -21,8 +21,22 @@ class AudioPlayerService : public QObject
     Q_PROPERTY(double currentTime READ currentTime NOTIFY currentTimeChanged)
     Q_PROPERTY(double duration READ duration NOTIFY durationChanged)
     Q_PROPERTY(float volume READ volume WRITE setVolume NOTIFY volumeChanged)
+    Q_PROPERTY(GainMode gainMode READ gainMode WRITE setGainMode NOTIFY gainModeChanged)
 
 public:
+    // How tracks are brought to an even level from their ReplayGain figures.
+    enum class GainMode
+    {
+        off,
+        track,
+        // The album's gain where the record has one, else the track's.
+        album
+    };
+    Q_ENUM(GainMode)
+    // "off", "track", "album", as the settings keep it; nothing for another text.
+    static std::optional<GainMode> gainModeFromText(const QString& text);
+    static QString gainModeText(GainMode mode);
+
     // Makes the backend when the first track is loaded, so an app that never plays never loads
     // the multimedia stack. An empty factory uses Qt Multimedia.
     using BackendFactory = std::function<std::unique_ptr<PlayerBackend>()>;
@@ -36,6 +50,11 @@ public:
     double duration() const { return m_duration; }
     float volume() const { return m_volume; }
     void setVolume(float volume);
+    GainMode gainMode() const { return m_gainMode; }
+    void setGainMode(GainMode mode);
+    // What the backend plays at: the volume, lowered by the current track's gain (never
+    // raised: the output cannot amplify).
+    float outputVolume() const;
 
     // Toggles when the record is already loaded; otherwise stops, loads and starts it.
     void play(const HistoryTrack& track);
@@ -49,9 +68,11 @@ signals:
     void currentTimeChanged();
     void durationChanged();
     void volumeChanged();
+    void gainModeChanged();
 
 private:
     PlayerBackend& backend();
+    float volumeFor(const HistoryTrack& track) const;
     void startTick();
     void tick();
     void primeAgain(double position);
@@ -68,6 +89,7 @@ private:
     double m_currentTime = 0;
     double m_duration = 0;
     float m_volume = 1.0f;
+    GainMode m_gainMode = GainMode::track;
     QTimer* m_timer = nullptr;
     // Ticks in a row at which a playing player stood at the same position, which counts only
     // once the position has moved since the file was opened.

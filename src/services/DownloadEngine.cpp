@@ -108,6 +108,14 @@ void DownloadEngine::setSquareCover(bool on)
     emit squareCoverChanged();
 }
 
+void DownloadEngine::setLoudnessTags(bool on)
+{
+    if (m_choices.loudnessTags == on)
+        return;
+    m_choices.loudnessTags = on;
+    emit loudnessTagsChanged();
+}
+
 void DownloadEngine::setSplitChapters(bool on)
 {
     if (m_choices.splitChapters == on)
@@ -273,6 +281,7 @@ MadeRun<ExtractionJob> DownloadEngine::newJob(const QString& url, int playlistIt
     request.squareCover = m_choices.squareCover;
     request.artistFromTitle = m_choices.artistFromTitle;
     request.splitChapters = m_choices.splitChapters;
+    request.loudnessTags = m_choices.loudnessTags;
     // A file is written over only when it is this link's earlier rip in this format; a
     // playlist's items share its link, so none of theirs is.
     for (const HistoryTrack& track : m_history.tracks()) {
@@ -361,6 +370,14 @@ QList<HistoryTrack> DownloadEngine::record(const ExtractionJob& job,
             track.trackNumber = tags.trackNumber;
             track.trackCount = tags.trackCount;
             track.year = tags.year;
+            if (tags.trackLoudness) {
+                track.trackGain = tags.trackLoudness->gain();
+                track.trackPeak = tags.trackLoudness->peak();
+            }
+            if (tags.albumLoudness) {
+                track.albumGain = tags.albumLoudness->gain();
+                track.albumPeak = tags.albumLoudness->peak();
+            }
             track.duration = metadata->duration;
             track.thumbnailUrl = metadata->thumbnailUrl;
         } else {

@@ -57,6 +57,7 @@ class DownloadEngine : public QObject
                    artistFromTitleChanged)
     Q_PROPERTY(
         bool splitChapters READ splitChapters WRITE setSplitChapters NOTIFY splitChaptersChanged)
+    Q_PROPERTY(bool loudnessTags READ loudnessTags WRITE setLoudnessTags NOTIFY loudnessTagsChanged)
     Q_PROPERTY(int simultaneousRips READ simultaneousRips WRITE setSimultaneousRips NOTIFY
                    simultaneousRipsChanged)
     Q_PROPERTY(QString cookiesFromBrowser READ cookiesFromBrowser WRITE setCookiesFromBrowser NOTIFY
@@ -97,6 +98,7 @@ public:
     bool squareCover() const { return m_choices.squareCover; }
     bool artistFromTitle() const { return m_choices.artistFromTitle; }
     bool splitChapters() const { return m_choices.splitChapters; }
+    bool loudnessTags() const { return m_choices.loudnessTags; }
     QString cookiesFromBrowser() const { return m_choices.cookiesFromBrowser; }
     int simultaneousRips() const { return m_choices.simultaneousRips; }
     QString proxy() const { return m_choices.proxy; }
@@ -110,6 +112,7 @@ public:
     void setSquareCover(bool on);
     void setArtistFromTitle(bool on);
     void setSplitChapters(bool on);
+    void setLoudnessTags(bool on);
     // A browser of EnginePreferences::cookieBrowsers(), or empty for none; others are ignored.
     void setCookiesFromBrowser(const QString& browser);
     // Kept within 1 to 4.
@@ -182,6 +185,7 @@ signals:
     void squareCoverChanged();
     void artistFromTitleChanged();
     void splitChaptersChanged();
+    void loudnessTagsChanged();
     void cookiesFromBrowserChanged();
     void simultaneousRipsChanged();
     void proxyChanged();

@@ -109,6 +109,8 @@ OutputChoices load(const QSettings& settings)
         choices.artistFromTitle = *on;
     if (const auto on = readBoolean(settings.value(SettingsKeys::splitChapters)))
         choices.splitChapters = *on;
+    if (const auto on = readBoolean(settings.value(SettingsKeys::loudnessTags)))
+        choices.loudnessTags = *on;
     // Anything but a browser we offer would be handed to the tool as it stands.
     if (const auto text = readString(settings.value(SettingsKeys::cookiesFromBrowser));
         text && cookieBrowsers().contains(*text))
@@ -137,6 +139,7 @@ void save(QSettings& settings, const OutputChoices& choices)
     settings.setValue(SettingsKeys::squareCover, choices.squareCover);
     settings.setValue(SettingsKeys::artistFromTitle, choices.artistFromTitle);
     settings.setValue(SettingsKeys::splitChapters, choices.splitChapters);
+    settings.setValue(SettingsKeys::loudnessTags, choices.loudnessTags);
     settings.setValue(SettingsKeys::cookiesFromBrowser, choices.cookiesFromBrowser);
     settings.setValue(SettingsKeys::simultaneousRips, choices.simultaneousRips);
     settings.setValue(SettingsKeys::proxy, choices.proxy);

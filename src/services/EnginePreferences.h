@@ -26,6 +26,8 @@ struct OutputChoices
     bool artistFromTitle = SettingsKeys::artistFromTitleDefault;
     // A video with chapters becomes one track per chapter.
     bool splitChapters = SettingsKeys::splitChaptersDefault;
+    // Each file's loudness is measured and tagged.
+    bool loudnessTags = SettingsKeys::loudnessTagsDefault;
     // The browser whose cookies yt-dlp reads, as yt-dlp names it; empty for none.
     QString cookiesFromBrowser;
     // How many batch items rip at once, 1 to 4.

@@ -121,6 +121,8 @@ void ExtractionJob::exited(const ToolRun::Result& result)
             tr("Download failed with exit code %1").arg(result.exitCode))));
         return;
     }
+    if (m_request.loudnessTags)
+        setStatus(DownloadStatus::converting(tr("Measuring loudness...")));
     // Finding the file, moving it and reading its size touch the disk: off the GUI thread.
     m_placing = runInBackground(
         QThreadPool::globalInstance(), this,
@@ -173,6 +175,31 @@ struct Piece
     std::optional<MusicTags> tags;
     QByteArray cover;
 };
+
+// The file's loudness as ffmpeg's ebur128 filter reads it (integrated, and the true peak), in
+// a run of its own; nothing when it cannot be read.
+std::optional<Loudness> measure(const QString& file, const std::optional<QString>& ffmpeg)
+{
+    ToolRun::Command command;
+    command.program = ffmpeg.value_or(QStringLiteral("ffmpeg"));
+    // The summary comes at the end, at the info level; the per-frame lines are kept out.
+    command.arguments = {QStringLiteral("-nostats"),
+                         QStringLiteral("-hide_banner"),
+                         QStringLiteral("-nostdin"),
+                         QStringLiteral("-i"),
+                         file,
+                         QStringLiteral("-map"),
+                         QStringLiteral("0:a"),
+                         QStringLiteral("-filter:a"),
+                         QStringLiteral("ebur128=peak=true:framelog=verbose"),
+                         QStringLiteral("-f"),
+                         QStringLiteral("null"),
+                         QStringLiteral("-")};
+    const ToolRun::Result result = ToolRun::runToEnd(std::move(command), 10 * 60 * 1000);
+    if (!result.succeeded())
+        return std::nullopt;
+    return Loudness::fromSummary(result.errorTail);
+}
 
 // Cuts a converted file at its chapters into files beside it, "<name>.part001.<ext>" on, in
 // one ffmpeg run that reads it once (chapter_split_ratio: a run per chapter cost a process
@@ -286,10 +313,17 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
         const QString thumbnail = CoverArt::thumbnailBeside(file.path);
         if (request.embedArtwork && !thumbnail.isEmpty())
             whole.cover = CoverArt::fromThumbnail(thumbnail, request.squareCover);
+        // A video split into chapters is their album: its reading is the album's.
+        const std::optional<Loudness> wholeLoudness =
+            request.loudnessTags && request.splitChapters && file.chapters.size() > 1
+                ? measure(file.path, request.ffmpegPath)
+                : std::nullopt;
         if (request.splitChapters &&
             cutAtChapters(file.path, file.chapters, request.format, request.ffmpegPath)) {
             // The whole file stays behind in the scratch folder, which goes.
-            const QList<Piece> parts = chapterPieces(whole, file.chapters, request.destination);
+            QList<Piece> parts = chapterPieces(whole, file.chapters, request.destination);
+            for (Piece& part : parts)
+                part.tags->albumLoudness = wholeLoudness;
             result.chapterAlbum = parts.first().tags->album;
             pieces.append(parts);
             continue;
@@ -309,6 +343,9 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
 
     for (qsizetype i = 0; i < pieces.size(); ++i) {
         Piece& piece = pieces[i];
+        if (request.loudnessTags && piece.tags) {
+            piece.tags->trackLoudness = measure(piece.path, request.ffmpegPath);
+        }
         // A file whose tags cannot be written is still the rip the user asked for: it is kept.
         (void)TagWriter::write(piece.path, request.format,
                                request.embedMetadata ? piece.tags : std::nullopt, piece.cover);

@@ -52,6 +52,8 @@ public:
         bool artistFromTitle = true;
         // A video with chapters becomes one tagged track per chapter, in a folder of its own.
         bool splitChapters = false;
+        // Each file's loudness is measured and written as ReplayGain.
+        bool loudnessTags = true;
         // The file is this track of an album: named and tagged so, in the album's folder.
         std::optional<AlbumPlace> album;
         // Files in the destination this job may write over: the same link's earlier rips in

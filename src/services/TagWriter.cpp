@@ -26,8 +26,24 @@ void put(TagLib::PropertyMap& map, const char* key, const QString& value)
         map.replace(key, TagLib::StringList(text(value)));
 }
 
+// ReplayGain as Vorbis comments, ID3v2 TXXX frames (TagLib makes them of keys it has no frame
+// for) and, in Opus, R128 gains relative to -23 LUFS. MP4 takes them as items of its own.
+void putLoudness(TagLib::PropertyMap& map, const std::optional<Loudness>& loudness,
+                 const char* gainKey, const char* peakKey, const char* opusKey, bool opus)
+{
+    if (!loudness)
+        return;
+    if (opus) {
+        put(map, opusKey, QString::number(loudness->r128Gain()));
+        return;
+    }
+    put(map, gainKey, Loudness::gainText(loudness->gain()));
+    put(map, peakKey, Loudness::peakText(loudness->peak()));
+}
+
 // Xiph comments count a track and the total apart; ID3v2 and MP4 read "3/12".
-TagLib::PropertyMap merged(TagLib::PropertyMap map, const MusicTags& tags, bool totalApart)
+TagLib::PropertyMap merged(TagLib::PropertyMap map, const MusicTags& tags, bool totalApart,
+                           bool opus = false)
 {
     put(map, "TITLE", tags.title);
     put(map, "ARTIST", tags.artist);
@@ -43,6 +59,10 @@ TagLib::PropertyMap merged(TagLib::PropertyMap map, const MusicTags& tags, bool 
     }
     if (tags.year > 0)
         put(map, "DATE", QString::number(tags.year));
+    putLoudness(map, tags.trackLoudness, "REPLAYGAIN_TRACK_GAIN", "REPLAYGAIN_TRACK_PEAK",
+                "R128_TRACK_GAIN", opus);
+    putLoudness(map, tags.albumLoudness, "REPLAYGAIN_ALBUM_GAIN", "REPLAYGAIN_ALBUM_PEAK",
+                "R128_ALBUM_GAIN", opus);
     return map;
 }
 
@@ -84,8 +104,24 @@ bool writeM4a(const QByteArray& path, const std::optional<MusicTags>& tags, cons
     TagLib::MP4::File file(path.constData(), false);
     if (!file.isValid() || !file.tag())
         return false;
-    if (tags)
-        file.setProperties(merged(file.properties(), *tags, false));
+    if (tags) {
+        MusicTags plain = *tags;
+        plain.trackLoudness.reset();
+        plain.albumLoudness.reset();
+        file.setProperties(merged(file.properties(), plain, false));
+        // The names players look for, in the case they write them.
+        const auto item = [&file](const char* name, const QString& value) {
+            file.tag()->setItem(TagLib::String("----:com.apple.iTunes:") + name,
+                                TagLib::MP4::Item(TagLib::StringList(text(value))));
+        };
+        for (const auto& [loudness, prefix] : {std::pair{tags->trackLoudness, "replaygain_track_"},
+                                               std::pair{tags->albumLoudness, "replaygain_album_"}}) {
+            if (!loudness)
+                continue;
+            item((std::string(prefix) + "gain").c_str(), Loudness::gainText(loudness->gain()));
+            item((std::string(prefix) + "peak").c_str(), Loudness::peakText(loudness->peak()));
+        }
+    }
     if (!jpeg.isEmpty()) {
         TagLib::MP4::CoverArtList covers;
         covers.append(TagLib::MP4::CoverArt(TagLib::MP4::CoverArt::JPEG, bytes(jpeg)));
@@ -116,7 +152,7 @@ bool writeOpus(const QByteArray& path, const std::optional<MusicTags>& tags, con
         return false;
     TagLib::Ogg::XiphComment* comment = file.tag();
     if (tags)
-        comment->setProperties(merged(comment->properties(), *tags, true));
+        comment->setProperties(merged(comment->properties(), *tags, true, true));
     if (!jpeg.isEmpty()) {
         comment->removeAllPictures();
         comment->addPicture(flacPicture(jpeg));

@@ -409,6 +409,10 @@
         <source>Chapter %1</source>
         <translation>Kapitel %1</translation>
     </message>
+    <message>
+        <source>Measuring loudness...</source>
+        <translation>Lautheit wird gemessen...</translation>
+    </message>
 </context>
 <context>
     <name>HistoryStore</name>
@@ -973,6 +977,30 @@
     <message>
         <source>A title such as &quot;Artist - Song (Official Video)&quot; gives the artist and the song when the site names neither.</source>
         <translation>Ein Titel wie „Interpret - Song (Official Video)“ liefert Interpret und Song, wenn die Seite keine nennt.</translation>
+    </message>
+    <message>
+        <source>Loudness tags</source>
+        <translation>Lautheits-Tags</translation>
+    </message>
+    <message>
+        <source>Playback</source>
+        <translation>Wiedergabe</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>Aus</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <translation>Album</translation>
+    </message>
+    <message>
+        <source>Even out loudness</source>
+        <translation>Lautstärke angleichen</translation>
     </message>
 </context>
 <context>

@@ -409,6 +409,10 @@
         <source>Chapter %1</source>
         <translation>Capítulo %1</translation>
     </message>
+    <message>
+        <source>Measuring loudness...</source>
+        <translation>Midiendo la sonoridad...</translation>
+    </message>
 </context>
 <context>
     <name>HistoryStore</name>
@@ -973,6 +977,30 @@
     <message>
         <source>A title such as &quot;Artist - Song (Official Video)&quot; gives the artist and the song when the site names neither.</source>
         <translation>Un título como «Artista - Canción (Official Video)» da el artista y la canción cuando el sitio no los nombra.</translation>
+    </message>
+    <message>
+        <source>Loudness tags</source>
+        <translation>Etiquetas de sonoridad</translation>
+    </message>
+    <message>
+        <source>Playback</source>
+        <translation>Reproducción</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>Desactivado</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Pista</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <translation>Álbum</translation>
+    </message>
+    <message>
+        <source>Even out loudness</source>
+        <translation>Igualar la sonoridad</translation>
     </message>
 </context>
 <context>

@@ -409,6 +409,10 @@
         <source>Chapter %1</source>
         <translation>Chapitre %1</translation>
     </message>
+    <message>
+        <source>Measuring loudness...</source>
+        <translation>Mesure de la sonie...</translation>
+    </message>
 </context>
 <context>
     <name>HistoryStore</name>
@@ -973,6 +977,30 @@
     <message>
         <source>A title such as &quot;Artist - Song (Official Video)&quot; gives the artist and the song when the site names neither.</source>
         <translation>Un titre comme « Artiste - Chanson (Official Video) » donne l’artiste et la chanson quand le site ne les nomme pas.</translation>
+    </message>
+    <message>
+        <source>Loudness tags</source>
+        <translation>Tags de sonie</translation>
+    </message>
+    <message>
+        <source>Playback</source>
+        <translation>Lecture</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>Désactivé</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Piste</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <translation>Album</translation>
+    </message>
+    <message>
+        <source>Even out loudness</source>
+        <translation>Égaliser le volume sonore</translation>
     </message>
 </context>
 <context>

@@ -409,6 +409,10 @@
         <source>Chapter %1</source>
         <translation>Capítulo %1</translation>
     </message>
+    <message>
+        <source>Measuring loudness...</source>
+        <translation>Medindo o loudness...</translation>
+    </message>
 </context>
 <context>
     <name>HistoryStore</name>
@@ -973,6 +977,30 @@
     <message>
         <source>A title such as &quot;Artist - Song (Official Video)&quot; gives the artist and the song when the site names neither.</source>
         <translation>Um título como “Artista - Música (Official Video)” dá o artista e a música quando o site não os informa.</translation>
+    </message>
+    <message>
+        <source>Loudness tags</source>
+        <translation>Tags de loudness</translation>
+    </message>
+    <message>
+        <source>Playback</source>
+        <translation>Reprodução</translation>
+    </message>
+    <message>
+        <source>Off</source>
+        <translation>Desligado</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Faixa</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <translation>Álbum</translation>
+    </message>
+    <message>
+        <source>Even out loudness</source>
+        <translation>Igualar o volume</translation>
     </message>
 </context>
 <context>

@@ -4,7 +4,8 @@
 //
 //   veldtone-rip [--format mp3|m4a|flac|wav|opus] [--quality 320|256|192|128|0] [--dest DIR]
 //                [--no-artwork] [--no-tags] [--no-square-cover] [--no-artist-from-title]
-//                [--split-chapters] [--album] [--library DIR] [--metadata]
+//                [--no-loudness-tags] [--split-chapters] [--album] [--library DIR]
+//                [--metadata]
 //                [--cookies-from-browser BROWSER] URL
 //
 // Prints every published status as one JSON line, then the library record of a completed job.
@@ -124,6 +125,9 @@ int main(int argc, char** argv)
     const QCommandLineOption noTitleArtistOption(
         QStringLiteral("no-artist-from-title"),
         QStringLiteral("Do not read \"Artist - Song\" titles as artist and song."));
+    const QCommandLineOption noLoudnessOption(
+        QStringLiteral("no-loudness-tags"),
+        QStringLiteral("Do not measure the loudness or write ReplayGain tags."));
     const QCommandLineOption chaptersOption(
         QStringLiteral("split-chapters"),
         QStringLiteral("Make a video with chapters one tagged track per chapter."));
@@ -142,8 +146,8 @@ int main(int argc, char** argv)
                        "brave, edge, opera, vivaldi)."),
         QStringLiteral("browser"));
     parser.addOptions({formatOption, qualityOption, destOption, noArtworkOption, noTagsOption,
-                       noSquareOption, noTitleArtistOption, chaptersOption, albumOption,
-                       libraryOption, metadataOption, cookiesOption});
+                       noSquareOption, noTitleArtistOption, noLoudnessOption, chaptersOption,
+                       albumOption, libraryOption, metadataOption, cookiesOption});
     parser.addPositionalArgument(QStringLiteral("URL"), QStringLiteral("The link to rip."));
     if (!parser.parse(app.arguments())) {
         fail(parser.errorText());
@@ -216,6 +220,7 @@ int main(int argc, char** argv)
     engine.setSquareCover(!parser.isSet(noSquareOption));
     engine.setArtistFromTitle(!parser.isSet(noTitleArtistOption));
     engine.setSplitChapters(parser.isSet(chaptersOption));
+    engine.setLoudnessTags(!parser.isSet(noLoudnessOption));
     if (parser.isSet(cookiesOption)) {
         engine.setCookiesFromBrowser(parser.value(cookiesOption));
         if (engine.cookiesFromBrowser() != parser.value(cookiesOption)) {

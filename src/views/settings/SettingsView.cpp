@@ -2,6 +2,7 @@
 #include "views/settings/SettingsView.h"
 
 #include "platform/DesktopServices.h"
+#include "services/AudioPlayerService.h"
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/EnginePreferences.h"
@@ -72,11 +73,12 @@ GlassCard* card(QWidget* content, QWidget* parent)
 } // namespace
 
 SettingsView::SettingsView(DownloadEngine& engine, DependencyManager& tools, ToolUpdater& updater,
-                           QWidget* parent)
+                           AudioPlayerService& player, QWidget* parent)
     : ThemedScreen(Scrolling::scrolls, parent)
     , m_engine(engine)
     , m_tools(tools)
     , m_updater(updater)
+    , m_player(player)
 {
     setAccessibleName(tr("Settings"));
     setAutoFillBackground(true);
@@ -116,6 +118,7 @@ void SettingsView::buildContent()
     layout->addSpacing(shadow.bottom());
     layout->addWidget(buildDefaultsCard());
     layout->addWidget(buildMusicCard());
+    layout->addWidget(buildPlaybackCard());
     layout->addWidget(buildToolsCard());
     layout->addWidget(buildAboutCard());
     layout->addStretch(1);
@@ -173,12 +176,31 @@ QWidget* SettingsView::buildMusicCard()
               &DownloadEngine::squareCoverChanged);
     addSwitch(tr("Read artist from titles"), &DownloadEngine::artistFromTitle,
               &DownloadEngine::setArtistFromTitle, &DownloadEngine::artistFromTitleChanged);
+    addSwitch(tr("Loudness tags"), &DownloadEngine::loudnessTags, &DownloadEngine::setLoudnessTags,
+              &DownloadEngine::loudnessTagsChanged);
     QLabel* hint = label(tr("A title such as \"Artist - Song (Official Video)\" gives the artist "
                             "and the song when the site names neither."),
                          Theme::font(11), content);
     hint->setWordWrap(true);
     setTextColor(hint, secondaryText(palette()));
     layout->addWidget(hint);
+    return card(content, this);
+}
+
+QWidget* SettingsView::buildPlaybackCard()
+{
+    auto* content = new QWidget;
+    QVBoxLayout* layout = column(content, 10);
+    layout->addWidget(sectionTitle(tr("Playback"), this));
+    using Mode = AudioPlayerService::GainMode;
+    auto* modes = new QComboBox;
+    modes->addItem(tr("Off"), QVariant::fromValue(Mode::off));
+    modes->addItem(tr("Track"), QVariant::fromValue(Mode::track));
+    modes->addItem(tr("Album"), QVariant::fromValue(Mode::album));
+    modes->setCurrentIndex(modes->findData(QVariant::fromValue(m_player.gainMode())));
+    connect(modes, &QComboBox::currentIndexChanged, this,
+            [this, modes] { m_player.setGainMode(modes->currentData().value<Mode>()); });
+    layout->addWidget(labelledRow(tr("Even out loudness"), modes, 0));
     return card(content, this);
 }
 

@@ -4,6 +4,7 @@
 #include "views/components/ThemedScreen.h"
 
 class ActivitySpinner;
+class AudioPlayerService;
 class DependencyManager;
 class DownloadEngine;
 class ElidedLabel;
@@ -23,13 +24,14 @@ class SettingsView : public ThemedScreen
 
 public:
     SettingsView(DownloadEngine& engine, DependencyManager& tools, ToolUpdater& updater,
-                 QWidget* parent = nullptr);
+                 AudioPlayerService& player, QWidget* parent = nullptr);
     ~SettingsView() override;
 
 private:
     void buildContent() override;
     QWidget* buildDefaultsCard();
     QWidget* buildMusicCard();
+    QWidget* buildPlaybackCard();
     QWidget* buildToolsCard();
     QWidget* buildAboutCard();
     // The proxy and the speed limit every yt-dlp run takes.
@@ -42,6 +44,7 @@ private:
     DownloadEngine& m_engine;
     DependencyManager& m_tools;
     ToolUpdater& m_updater;
+    AudioPlayerService& m_player;
 
     ToolStatusRow* m_ytDlpRow = nullptr;
     ToolStatusRow* m_ffmpegRow = nullptr;

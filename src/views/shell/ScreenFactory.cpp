@@ -44,8 +44,7 @@ QWidget* ScreenFactory::converter(QWidget* parent) const
 {
     return new ConverterView(m_services.engine, m_services.dependencies, m_services.history,
                              m_services.player, m_services.batch, m_services.preview,
-                             m_services.updater, nullptr,
-                             parent);
+                             m_services.updater, nullptr, parent);
 }
 
 QWidget* ScreenFactory::batch(QWidget* parent) const
@@ -61,5 +60,6 @@ QWidget* ScreenFactory::library(QWidget* parent) const
 
 QWidget* ScreenFactory::settings(QWidget* parent) const
 {
-    return new SettingsView(m_services.engine, m_services.dependencies, m_services.updater, parent);
+    return new SettingsView(m_services.engine, m_services.dependencies, m_services.updater,
+                            m_services.player, parent);
 }
