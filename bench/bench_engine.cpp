@@ -114,10 +114,10 @@ std::vector<BenchFigure> ripOverhead()
         QDir().mkpath(bareDest);
         // Alternate which goes first, so neither always meets a warm cache.
         auto rip = [&] {
-            ripTimes.push_back(
-                timedRun(QStringLiteral(VELDTONE_RIP_PATH),
-                         {QStringLiteral("--dest"), ripDest, QStringLiteral("--library"),
-                          scratch.filePath(QStringLiteral("library")), link}));
+            ripTimes.push_back(timedRun(
+                QStringLiteral(VELDTONE_RIP_PATH),
+                {QStringLiteral("--no-loudness-tags"), QStringLiteral("--dest"), ripDest,
+                 QStringLiteral("--library"), scratch.filePath(QStringLiteral("library")), link}));
         };
         // yt-dlp alone making the same file: its tags, and the thumbnail embedded by itself.
         auto bare = [&] {
@@ -163,9 +163,11 @@ std::vector<BenchFigure> chapterSplit()
                        const QUrl& page) {
             const QString dest = scratch.filePath(name + QString::number(pair));
             QDir().mkpath(dest);
+            // Loudness has a figure of its own.
             times.push_back(
                 timedRun(QStringLiteral(VELDTONE_RIP_PATH),
-                         extra + QStringList{QStringLiteral("--dest"), dest, page.toString()}));
+                         extra + QStringList{QStringLiteral("--no-loudness-tags"),
+                                             QStringLiteral("--dest"), dest, page.toString()}));
         };
         const auto splitRun = [&] {
             run(split, QStringLiteral("split"), {QStringLiteral("--split-chapters")},
@@ -186,6 +188,41 @@ std::vector<BenchFigure> chapterSplit()
     }
     return {{QStringLiteral("chapter_split_ratio"), benchMedian(split) / benchMedian(whole),
              QStringLiteral("x")}};
+}
+
+// A 10-minute clip ripped to MP3 with loudness tags (its own ffmpeg pass over the file) over
+// the same rip without; alternating which goes first.
+std::vector<BenchFigure> loudnessTags()
+{
+    MediaServer::Options options;
+    options.durationSeconds = 600;
+    MediaServer server(options);
+    if (!server.start())
+        return {};
+    QTemporaryDir scratch;
+    std::vector<double> tagged;
+    std::vector<double> plain;
+    for (int pair = 0; pair < 3; ++pair) {
+        auto run = [&](std::vector<double>& times, const QStringList& extra) {
+            const QString dest = scratch.filePath(QString::number(pair) + extra.join(u'_'));
+            QDir().mkpath(dest);
+            times.push_back(timedRun(
+                QStringLiteral(VELDTONE_RIP_PATH),
+                extra + QStringList{QStringLiteral("--dest"), dest, server.pageUrl().toString()}));
+        };
+        for (int turn = 0; turn < 2; ++turn) {
+            if ((pair + turn) % 2 == 0)
+                run(tagged, {});
+            else
+                run(plain, {QStringLiteral("--no-loudness-tags")});
+        }
+        if (tagged.back() < 0 || plain.back() < 0)
+            return {};
+    }
+    return {{QStringLiteral("loudness_tag_ratio"), benchMedian(tagged) / benchMedian(plain),
+             QStringLiteral("x")},
+            {QStringLiteral("rip_600s_mp3_tagged_s"), benchMedian(tagged), QStringLiteral("s")},
+            {QStringLiteral("rip_600s_mp3_plain_s"), benchMedian(plain), QStringLiteral("s")}};
 }
 
 // A batch of six network-bound items, ripped by the real yt-dlp and ffmpeg from pages on a
@@ -249,5 +286,6 @@ BenchRegistration statusRegistration("engine", statusUpdates);
 BenchRegistration batchRegistration("batch", batchParallel);
 BenchRegistration ripRegistration("rip", ripOverhead);
 BenchRegistration chaptersRegistration("chapters", chapterSplit);
+BenchRegistration loudnessRegistration("loudness", loudnessTags);
 
 } // namespace
