@@ -2,10 +2,13 @@
 // Feeds arbitrary bytes to the readers of yt-dlp's metadata dump, of a run's report lines and
 // of a playlist listing's line: no crash, and any result has a duration that is not negative
 // and a text that matches it (a report's may say "--:--", unknown, with no seconds); an entry
-// is ripped by a web link or as a playlist item.
+// is ripped by a web link or as a playlist item; chapters run forward; music counts are
+// positive. The same bytes as an ebur128 log give a finite reading or none.
+#include "models/ReplayGain.h"
 #include "services/MetadataFetch.h"
 #include "services/RunReport.h"
 
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 
@@ -14,8 +17,8 @@ void check(const std::optional<VideoMetadata>& metadata, bool mayBeUnknown = fal
 {
     if (!metadata)
         return;
-    const bool unknown = mayBeUnknown && metadata->duration == u"--:--" &&
-                         metadata->durationSeconds == 0;
+    const bool unknown =
+        mayBeUnknown && metadata->duration == u"--:--" && metadata->durationSeconds == 0;
     if (metadata->durationSeconds < 0 ||
         (!unknown &&
          metadata->duration != VideoMetadata::formattedDuration(metadata->durationSeconds)))
@@ -32,7 +35,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     check(report.metadata, true);
     for (const RunReport::File& file : report.files) {
         check(file.metadata, true);
-        if (file.path.isEmpty() || !report.metadata)
+        if (file.path.isEmpty() || !report.metadata || file.metadata.music.trackNumber < 0 ||
+            file.metadata.music.year < 0)
+            std::abort();
+        for (const RunReport::Chapter& chapter : file.chapters) {
+            if (!(chapter.start >= 0) || !(chapter.end > chapter.start))
+                std::abort();
+        }
+    }
+    if (const auto loudness = Loudness::fromSummary(json)) {
+        if (!std::isfinite(loudness->gain()) || !std::isfinite(loudness->peak()) ||
+            loudness->r128Gain() < -32768 || loudness->r128Gain() > 32767)
             std::abort();
     }
     if (const auto entry = MetadataFetch::playlistEntry(json, link, 3)) {
