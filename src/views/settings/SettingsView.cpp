@@ -176,14 +176,14 @@ QWidget* SettingsView::buildMusicCard()
               &DownloadEngine::squareCoverChanged);
     addSwitch(tr("Read artist from titles"), &DownloadEngine::artistFromTitle,
               &DownloadEngine::setArtistFromTitle, &DownloadEngine::artistFromTitleChanged);
-    addSwitch(tr("Loudness tags"), &DownloadEngine::loudnessTags, &DownloadEngine::setLoudnessTags,
-              &DownloadEngine::loudnessTagsChanged);
     QLabel* hint = label(tr("A title such as \"Artist - Song (Official Video)\" gives the artist "
                             "and the song when the site names neither."),
                          Theme::font(11), content);
     hint->setWordWrap(true);
     setTextColor(hint, secondaryText(palette()));
     layout->addWidget(hint);
+    addSwitch(tr("Loudness tags"), &DownloadEngine::loudnessTags, &DownloadEngine::setLoudnessTags,
+              &DownloadEngine::loudnessTagsChanged);
     return card(content, this);
 }
 
