@@ -772,6 +772,17 @@ private slots:
         QCOMPARE(second.value(u"ALBUMARTIST"_s), u"Loopback Band"_s);
         QCOMPARE(second.value(u"TRACKNUMBER"_s), u"2/2"_s);
 
+        // Two tones 10 dB apart get gains 10 dB apart.
+        environment.remove(u"XDG_DATA_HOME"_s);
+        double gains[2] = {0, 0};
+        for (int i = 0; i < 2; ++i) {
+            const QUrl page = i ? m_server->quietPageUrl() : m_server->pageUrl();
+            for (const QJsonObject& line : jsonLines(rip({page.toString()})))
+                gains[i] = line[u"record"_s][u"trackGain"_s].toDouble(gains[i]);
+        }
+        QVERIFY2(qAbs(gains[1] - gains[0] - 10) < 0.2,
+                 qPrintable(QString::number(gains[1] - gains[0])));
+
         // No chapters to split by: one file, and the converter says so.
         EngineFixture fixture;
         QVERIFY(fixture.isReady());

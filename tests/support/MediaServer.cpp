@@ -56,7 +56,9 @@ bool MediaServer::start()
                    "-c:v libvpx -b:v 20k -c:a libvorbis -q:a 3"_s.arg(seconds),
                    media, &m_error) ||
         !runFfmpeg(u"-f lavfi -i color=c=0x2a6f97:s=320x180:d=1 -frames:v 1"_s, thumbnail,
-                   &m_error))
+                   &m_error) ||
+        !runFfmpeg(u"-i %1 -c:v copy -af volume=-10dB -c:a libvorbis -q:a 3"_s.arg(media),
+                   m_dir.filePath(u"quiet.webm"_s), &m_error))
         return false;
     QFile mediaFile(media);
     QFile image(thumbnail);
@@ -65,6 +67,8 @@ bool MediaServer::start()
         return false;
     }
     m_media = mediaFile.readAll();
+    QFile quiet(m_dir.filePath(u"quiet.webm"_s));
+    m_quietMedia = quiet.open(QIODevice::ReadOnly) ? quiet.readAll() : QByteArray();
     m_thumbnail = image.readAll();
 
     m_server.route(u"/watch/tone.html"_s,
@@ -94,6 +98,11 @@ bool MediaServer::start()
         return QHttpServerResponse(
             "text/html", page("Live at the Pier", kMediaPath, kAuthor, {}, "[" + parts + "]"));
     });
+    m_server.route(u"/watch/quiet.html"_s, [this] {
+        return QHttpServerResponse("text/html", page("Quiet Tone", u"/media/quiet.webm"_s));
+    });
+    m_server.route(u"/media/quiet.webm"_s,
+                   [this] { return QHttpServerResponse("video/webm", m_quietMedia); });
     m_server.route(u"/private/tone.html"_s, [this](const QHttpServerRequest& request) {
         if (!request.value("Cookie").contains(kPrivateCookie))
             return QHttpServerResponse(QHttpServerResponder::StatusCode::Forbidden);
@@ -170,6 +179,11 @@ QUrl MediaServer::musicPageUrl(const QString& title, const QString& uploader,
 QUrl MediaServer::chaptersPageUrl() const
 {
     return url(u"/chapters"_s);
+}
+
+QUrl MediaServer::quietPageUrl() const
+{
+    return url(u"/watch/quiet.html"_s);
 }
 
 QUrl MediaServer::mediaUrl() const

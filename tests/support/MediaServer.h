@@ -59,6 +59,8 @@ public:
     static constexpr const char* kPlaylistTitle = "Loopback Playlist";
     // "Live at the Pier": the clip in equal chapters, "Part 1", "Part 2"...
     QUrl chaptersPageUrl() const;
+    // The clip 10 dB quieter, "Quiet Tone".
+    QUrl quietPageUrl() const;
     // A 320x180 JPEG.
     QUrl thumbnailUrl() const;
     // The clip's own address, for an info JSON to point at.
@@ -77,6 +79,7 @@ private:
     QHttpServer m_server;
     quint16 m_port = 0;
     QByteArray m_media;
+    QByteArray m_quietMedia;
     QByteArray m_thumbnail;
     QString m_error;
 };
