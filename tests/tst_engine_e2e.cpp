@@ -771,6 +771,12 @@ private slots:
         QCOMPARE(second.value(u"ALBUM"_s), u"Night Album"_s);
         QCOMPARE(second.value(u"ALBUMARTIST"_s), u"Loopback Band"_s);
         QCOMPARE(second.value(u"TRACKNUMBER"_s), u"2/2"_s);
+        // The album is measured as a whole once both are in: two of the same clip read as one.
+        const QHash<QString, QString> first = taglibTags(tracks.filePath(u"01 First.mp3"_s));
+        QVERIFY(first.value(u"REPLAYGAIN_ALBUM_GAIN"_s).endsWith(u" dB"_s));
+        QCOMPARE(first.value(u"REPLAYGAIN_ALBUM_GAIN"_s), second.value(u"REPLAYGAIN_ALBUM_GAIN"_s));
+        QVERIFY(qAbs(first.value(u"REPLAYGAIN_ALBUM_GAIN"_s).section(u' ', 0, 0).toDouble() -
+                     first.value(u"REPLAYGAIN_TRACK_GAIN"_s).section(u' ', 0, 0).toDouble()) < 0.1);
 
         // Two tones 10 dB apart get gains 10 dB apart.
         environment.remove(u"XDG_DATA_HOME"_s);

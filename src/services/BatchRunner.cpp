@@ -5,11 +5,14 @@
 #include "services/DownloadEngine.h"
 #include "services/ExtractionJob.h"
 #include "services/HistoryStore.h"
+#include "services/LoudnessMeter.h"
 #include "services/PlaylistListing.h"
+#include "services/TagWriter.h"
 
 #include <QSet>
 #include <QTimer>
 #include <QUrlQuery>
+#include <QtConcurrent/QtConcurrentRun>
 
 namespace {
 // What makes a row the same as another: its video, or its place in a playlist.
@@ -347,11 +350,49 @@ void BatchRunner::startItem(int row)
                 }
                 // A completed job that named no file shows its destination, as the converter does.
                 setStatus(id, status);
+                if (completed && m_engine.loudnessTags())
+                    measureAlbumOf(id);
                 // Not from inside the job's own signal.
                 QTimer::singleShot(0, this, &BatchRunner::fill);
             });
     setStatus(id, job->status());
     job->start();
+}
+
+void BatchRunner::measureAlbumOf(const QUuid& id)
+{
+    const int row = rowOf(id);
+    if (row < 0 || !m_queue.at(row).album)
+        return;
+    // Once every track of the album is in (a retry that fills a gap comes here again), it is
+    // measured as a whole, off the GUI thread, and the reading goes into each file and record.
+    const AlbumPlace album = *m_queue.at(row).album;
+    QStringList files;
+    for (const BatchItem& item : std::as_const(m_queue)) {
+        if (!item.album || item.album->album != album.album ||
+            item.album->albumArtist != album.albumArtist)
+            continue;
+        if (item.status.kind() != DownloadStatus::Kind::completed)
+            return;
+        files.append(item.status.filePath());
+    }
+    if (album.trackCount > 0 && files.size() < album.trackCount)
+        return;
+    const AudioFormat format = m_engine.selectedFormat();
+    m_albumMeasures.append(QtConcurrent::run([files, format, ffmpeg = m_engine.ffmpegPath()] {
+        const std::optional<Loudness> loudness = LoudnessMeter::measure(files, ffmpeg);
+        if (loudness) {
+            MusicTags tags;
+            tags.albumLoudness = loudness;
+            for (const QString& file : files)
+                (void)TagWriter::write(file, format, tags, {});
+        }
+        return loudness;
+    }));
+    m_albumMeasures.last().then(this, [this, files](const std::optional<Loudness>& loudness) {
+        if (loudness)
+            m_history.setAlbumLoudness(files, loudness->gain(), loudness->peak());
+    });
 }
 
 void BatchRunner::setStatus(const QUuid& id, const DownloadStatus& status)

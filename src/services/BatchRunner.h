@@ -5,7 +5,9 @@
 #include "models/BatchItem.h"
 #include "models/HistoryTrack.h"
 #include "models/PlaylistEntry.h"
+#include "models/ReplayGain.h"
 
+#include <QFuture>
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -103,6 +105,8 @@ private:
     int appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum);
     void expandNext();
     void startItem(int row);
+    // Measures an album whose tracks have all been ripped, the one this item belongs to.
+    void measureAlbumOf(const QUuid& id);
     void setStatus(const QUuid& id, const DownloadStatus& status);
     void setProcessing(bool on);
     int rowOf(const QUuid& id) const;
@@ -125,4 +129,6 @@ private:
     QList<std::pair<QString, bool>> m_playlistsToExpand;
     PlaylistListing* m_listing = nullptr;
     QString m_expansionError;
+    // Albums being measured; waited for before the runner goes.
+    QList<QFuture<std::optional<Loudness>>> m_albumMeasures;
 };

@@ -108,6 +108,11 @@ void DownloadEngine::setSquareCover(bool on)
     emit squareCoverChanged();
 }
 
+std::optional<QString> DownloadEngine::ffmpegPath() const
+{
+    return m_dependencies.ffmpegPath();
+}
+
 void DownloadEngine::setLoudnessTags(bool on)
 {
     if (m_choices.loudnessTags == on)

@@ -99,6 +99,8 @@ public:
     bool artistFromTitle() const { return m_choices.artistFromTitle; }
     bool splitChapters() const { return m_choices.splitChapters; }
     bool loudnessTags() const { return m_choices.loudnessTags; }
+    // The ffmpeg rips use, when one was found.
+    std::optional<QString> ffmpegPath() const;
     QString cookiesFromBrowser() const { return m_choices.cookiesFromBrowser; }
     int simultaneousRips() const { return m_choices.simultaneousRips; }
     QString proxy() const { return m_choices.proxy; }

@@ -6,6 +6,7 @@
 #include "services/CoverArt.h"
 #include "services/ExtractionArguments.h"
 #include "services/FilePathTracker.h"
+#include "services/LoudnessMeter.h"
 #include "services/OutputFiles.h"
 #include "services/RunReport.h"
 #include "services/ScratchFolders.h"
@@ -176,31 +177,6 @@ struct Piece
     QByteArray cover;
 };
 
-// The file's loudness as ffmpeg's ebur128 filter reads it (integrated, and the true peak), in
-// a run of its own; nothing when it cannot be read.
-std::optional<Loudness> measure(const QString& file, const std::optional<QString>& ffmpeg)
-{
-    ToolRun::Command command;
-    command.program = ffmpeg.value_or(QStringLiteral("ffmpeg"));
-    // The summary comes at the end, at the info level; the per-frame lines are kept out.
-    command.arguments = {QStringLiteral("-nostats"),
-                         QStringLiteral("-hide_banner"),
-                         QStringLiteral("-nostdin"),
-                         QStringLiteral("-i"),
-                         file,
-                         QStringLiteral("-map"),
-                         QStringLiteral("0:a"),
-                         QStringLiteral("-filter:a"),
-                         QStringLiteral("ebur128=peak=true:framelog=verbose"),
-                         QStringLiteral("-f"),
-                         QStringLiteral("null"),
-                         QStringLiteral("-")};
-    const ToolRun::Result result = ToolRun::runToEnd(std::move(command), 10 * 60 * 1000);
-    if (!result.succeeded())
-        return std::nullopt;
-    return Loudness::fromSummary(result.errorTail);
-}
-
 // Cuts a converted file at its chapters into files beside it, "<name>.part001.<ext>" on, in
 // one ffmpeg run that reads it once (chapter_split_ratio: a run per chapter cost a process
 // start each). Lossy audio is copied, so each part starts on a codec frame and together they
@@ -316,7 +292,7 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
         // A video split into chapters is their album: its reading is the album's.
         const std::optional<Loudness> wholeLoudness =
             request.loudnessTags && request.splitChapters && file.chapters.size() > 1
-                ? measure(file.path, request.ffmpegPath)
+                ? LoudnessMeter::measure({file.path}, request.ffmpegPath)
                 : std::nullopt;
         if (request.splitChapters &&
             cutAtChapters(file.path, file.chapters, request.format, request.ffmpegPath)) {
@@ -344,7 +320,7 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
     for (qsizetype i = 0; i < pieces.size(); ++i) {
         Piece& piece = pieces[i];
         if (request.loudnessTags && piece.tags) {
-            piece.tags->trackLoudness = measure(piece.path, request.ffmpegPath);
+            piece.tags->trackLoudness = LoudnessMeter::measure({piece.path}, request.ffmpegPath);
         }
         // A file whose tags cannot be written is still the rip the user asked for: it is kept.
         (void)TagWriter::write(piece.path, request.format,

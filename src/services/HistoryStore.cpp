@@ -284,6 +284,25 @@ void HistoryStore::updateDetails(const QUuid& id, const VideoMetadata& metadata)
         [this, id] { emit trackUpdated(id); });
 }
 
+void HistoryStore::setAlbumLoudness(const QStringList& filePaths, double gain, double peak)
+{
+    auto changed = std::make_shared<QList<QUuid>>();
+    change(
+        [filePaths, gain, peak, changed](QList<HistoryTrack>& tracks) {
+            for (HistoryTrack& track : tracks) {
+                if (!filePaths.contains(track.filePath))
+                    continue;
+                track.albumGain = gain;
+                track.albumPeak = peak;
+                changed->append(track.id);
+            }
+        },
+        [this, changed] {
+            for (const QUuid& id : std::as_const(*changed))
+                emit trackUpdated(id);
+        });
+}
+
 void HistoryStore::removeTrack(const QSet<int>& positions)
 {
     if (m_state == State::loaded) {

@@ -56,6 +56,8 @@ public:
     void addTrack(const HistoryTrack& track);
     // Gives the record with this id the video's title, channel, duration and artwork, in place.
     void updateDetails(const QUuid& id, const VideoMetadata& metadata);
+    // Gives the records of these files an album's gain (dB) and peak, in place.
+    void setAlbumLoudness(const QStringList& filePaths, double gain, double peak);
     // Removes the records at these positions of tracks().
     void removeTrack(const QSet<int>& positions);
     // Removes every record with track's id.
