@@ -84,6 +84,41 @@ void ExtractionJob::readLine(QByteArrayView line)
     for (const DownloadStatus& status : changes)
         setStatus(status);
     readReport();
+    if (m_request.loudnessTags && !m_request.splitChapters)
+        measureWhileConverting(line);
+}
+
+namespace {
+// Loudness readings only: they wait on nothing, so work that waits on them never starves.
+QThreadPool& meterPool()
+{
+    static QThreadPool pool;
+    return pool;
+}
+} // namespace
+
+void ExtractionJob::measureWhileConverting(QByteArrayView line)
+{
+    // loudness_tag_ratio: the conversion keeps one core busy and leaves the other idle; the
+    // audio it is given reads as the file it writes (the same reading a filter in its own pass
+    // would take), so it is read meanwhile. A stream copied or already converted is the file's
+    // own audio.
+    static constexpr QByteArrayView kDownload = "[download] Destination: ";
+    static constexpr QByteArrayView kConvert = "[ExtractAudio]";
+    if (line.startsWith(kDownload)) {
+        m_downloaded =
+            QDir(m_scratchFolder)
+                .absoluteFilePath(QString::fromUtf8(line.sliced(kDownload.size())).trimmed());
+    } else if (line.startsWith(kConvert) && !m_downloaded.isEmpty()) {
+        const QString name = QFileInfo(m_downloaded).completeBaseName();
+        if (!m_earlyReadings.contains(name)) {
+            m_earlyReadings.insert(
+                name, QtConcurrent::run(&meterPool(),
+                                        [file = m_downloaded, ffmpeg = m_request.ffmpegPath] {
+                                            return LoudnessMeter::measure({file}, ffmpeg);
+                                        }));
+        }
+    }
 }
 
 void ExtractionJob::readReport()
@@ -127,8 +162,9 @@ void ExtractionJob::exited(const ToolRun::Result& result)
     // Finding the file, moving it and reading its size touch the disk: off the GUI thread.
     m_placing = runInBackground(
         QThreadPool::globalInstance(), this,
-        [tracker = m_tracker, scratch = m_scratchFolder, request = m_request, lock = m_lock.get()] {
-            Result placed = place(tracker, scratch, request);
+        [tracker = m_tracker, scratch = m_scratchFolder, request = m_request, lock = m_lock.get(),
+         early = m_earlyReadings] {
+            Result placed = place(tracker, scratch, request, early);
             // The folder goes before the job reports, unless a file that could not be moved
             // out was marked to stay in it. The job waits for this work before it goes.
             if (!QFileInfo::exists(ScratchFolders::keepFile(scratch))) {
@@ -253,7 +289,8 @@ QList<Piece> chapterPieces(const Piece& whole, const QList<RunReport::Chapter>& 
 } // namespace
 
 ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker>& tracker,
-                                           const QString& scratch, const Request& request)
+                                           const QString& scratch, const Request& request,
+                                           const EarlyReadings& early)
 {
     Result result;
     const RunReport report = RunReport::read(runReportFile(scratch), request.link);
@@ -320,7 +357,13 @@ ExtractionJob::Result ExtractionJob::place(const std::shared_ptr<FilePathTracker
     for (qsizetype i = 0; i < pieces.size(); ++i) {
         Piece& piece = pieces[i];
         if (request.loudnessTags && piece.tags) {
-            piece.tags->trackLoudness = LoudnessMeter::measure({piece.path}, request.ffmpegPath);
+            // Read while converting, or now.
+            const auto reading = early.constFind(QFileInfo(piece.path).completeBaseName());
+            if (reading != early.cend())
+                piece.tags->trackLoudness = reading->result();
+            if (!piece.tags->trackLoudness)
+                piece.tags->trackLoudness =
+                    LoudnessMeter::measure({piece.path}, request.ffmpegPath);
         }
         // A file whose tags cannot be written is still the rip the user asked for: it is kept.
         (void)TagWriter::write(piece.path, request.format,

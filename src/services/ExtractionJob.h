@@ -11,6 +11,7 @@
 
 #include <QByteArray>
 #include <QFuture>
+#include <QHash>
 #include <QList>
 #include <QLockFile>
 #include <QObject>
@@ -107,13 +108,19 @@ signals:
     void finished(const ExtractionJob::Result& result);
 
 private:
+    // Readings of the downloaded media, taken while it is converted, by the name the finished
+    // file will have (without its extension).
+    using EarlyReadings = QHash<QString, QFuture<std::optional<Loudness>>>;
+
     void readLine(QByteArrayView line);
     void readReport();
     void exited(const ToolRun::Result& result);
     // Finds the finished files, tags them and moves them from the scratch folder into the
     // destination.
     static Result place(const std::shared_ptr<FilePathTracker>& tracker, const QString& scratch,
-                        const Request& request);
+                        const Request& request, const EarlyReadings& early);
+    // Starts reading the loudness of what was downloaded once its conversion begins.
+    void measureWhileConverting(QByteArrayView line);
     // Keeps files that could not be moved out where no sweep removes them; gives the line the
     // failed job shows.
     static QString keepNotMoved(const QStringList& files, const QString& scratch,
@@ -139,4 +146,6 @@ private:
     // Placing the file, and removing the scratch folder, off the GUI thread.
     QFuture<Result> m_placing;
     QFuture<void> m_removal;
+    EarlyReadings m_earlyReadings;
+    QString m_downloaded;
 };
