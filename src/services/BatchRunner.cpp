@@ -146,6 +146,12 @@ int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum
     QSet<QString> queued;
     for (const BatchItem& item : std::as_const(m_queue))
         queued.insert(queueKey(item.url, item.playlistItem));
+    // An album whose playlist names no uploader takes the artist every entry listed shares.
+    QString sharedArtist = entries.isEmpty() ? QString() : entries.first().metadata.channel;
+    for (const PlaylistEntry& entry : entries) {
+        if (entry.metadata.channel != sharedArtist)
+            sharedArtist.clear();
+    }
     QList<BatchItem> added;
     for (const PlaylistEntry& entry : entries) {
         const QString key = queueKey(entry.link, entry.playlistItem);
@@ -154,8 +160,11 @@ int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum
         queued.insert(key);
         BatchItem& item = added.emplaceBack(entry.link);
         item.playlistItem = entry.playlistItem;
-        if (asAlbum)
+        if (asAlbum) {
             item.album = entry.album;
+            if (item.album->albumArtist.isEmpty())
+                item.album->albumArtist = sharedArtist;
+        }
         if (!entry.metadata.title.isEmpty())
             item.metadata = entry.metadata;
         // Items of one playlist link share it, so the library cannot tell them apart.
