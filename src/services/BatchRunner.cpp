@@ -9,6 +9,7 @@
 #include "services/PlaylistListing.h"
 #include "services/TagWriter.h"
 
+#include <QFileInfo>
 #include <QSet>
 #include <QTimer>
 #include <QUrlQuery>
@@ -387,14 +388,16 @@ void BatchRunner::measureAlbumOf(const QUuid& id)
     }
     if (album.trackCount > 0 && files.size() < album.trackCount)
         return;
-    const AudioFormat format = m_engine.selectedFormat();
-    m_albumMeasures.append(QtConcurrent::run([files, format, ffmpeg = m_engine.ffmpegPath()] {
+    m_albumMeasures.append(QtConcurrent::run([files, ffmpeg = m_engine.ffmpegPath()] {
         const std::optional<Loudness> loudness = LoudnessMeter::measure(files, ffmpeg);
         if (loudness) {
             MusicTags tags;
             tags.albumLoudness = loudness;
-            for (const QString& file : files)
-                (void)TagWriter::write(file, format, tags, {});
+            // Each file in its own format, whatever the batch's is now.
+            for (const QString& file : files) {
+                if (const auto format = AudioFormat::fromRawValue(QFileInfo(file).suffix()))
+                    (void)TagWriter::write(file, *format, tags, {});
+            }
         }
         return loudness;
     }));

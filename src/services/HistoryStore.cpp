@@ -286,20 +286,20 @@ void HistoryStore::updateDetails(const QUuid& id, const VideoMetadata& metadata)
 
 void HistoryStore::setAlbumLoudness(const QStringList& filePaths, double gain, double peak)
 {
-    auto changed = std::make_shared<QList<QUuid>>();
     change(
-        [filePaths, gain, peak, changed](QList<HistoryTrack>& tracks) {
+        [filePaths, gain, peak](QList<HistoryTrack>& tracks) {
             for (HistoryTrack& track : tracks) {
-                if (!filePaths.contains(track.filePath))
-                    continue;
-                track.albumGain = gain;
-                track.albumPeak = peak;
-                changed->append(track.id);
+                if (filePaths.contains(track.filePath)) {
+                    track.albumGain = gain;
+                    track.albumPeak = peak;
+                }
             }
         },
-        [this, changed] {
-            for (const QUuid& id : std::as_const(*changed))
-                emit trackUpdated(id);
+        [this, filePaths] {
+            for (const HistoryTrack& track : std::as_const(m_tracks)) {
+                if (filePaths.contains(track.filePath))
+                    emit trackUpdated(track.id);
+            }
         });
 }
 
