@@ -12,6 +12,8 @@ packages=(
     qt6-httpserver-dev qt6-websockets-dev libsimdjson-dev
     # tags and pictures written into the files
     libtag1-dev pkg-config
+    # checking the signature of a yt-dlp release; the tests sign their own with gpg
+    gpgv gnupg
     # lupdate and lrelease for the translations; Qt's own texts in the shipped languages
     qt6-l10n-tools qt6-translations-l10n
     # run

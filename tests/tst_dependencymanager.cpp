@@ -137,6 +137,55 @@ private slots:
         QCOMPARE(manager.ytDlpVersion(), ytDlpVersion);
         QCOMPARE(manager.ffmpegVersion(), ffmpegVersion);
     }
+
+    // yt-dlp from 2025.11.12 on is told which runtime to use by its path: Deno 2.3 or later,
+    // else Node.js 22 or later; an older yt-dlp is told nothing.
+    void javaScriptRuntimes_data()
+    {
+        QTest::addColumn<QString>("ytDlp");
+        QTest::addColumn<QString>("deno");
+        QTest::addColumn<QString>("node");
+        QTest::addColumn<QString>("named");
+        QTest::newRow("deno") << u"2025.11.12"_s << u"deno 2.3.1 (stable)"_s << u"v22.1.0"_s
+                              << u"deno"_s;
+        QTest::newRow("old deno, node") << u"2026.01.01"_s << u"deno 2.2.9 (stable)"_s
+                                        << u"v22.0.0"_s << u"node"_s;
+        QTest::newRow("node 20 is too old") << u"2026.01.01"_s << QString() << u"v20.19.0"_s
+                                            << QString();
+        QTest::newRow("old yt-dlp") << u"2025.10.22"_s << u"deno 2.5.0"_s << QString() << QString();
+    }
+    void javaScriptRuntimes()
+    {
+        QFETCH(QString, ytDlp);
+        QFETCH(QString, deno);
+        QFETCH(QString, node);
+        QFETCH(QString, named);
+        writeScript(tool(u"sys1"_s, u"yt-dlp"_s), "echo " + ytDlp.toUtf8() + '\n');
+        for (const auto& [name, banner] : {std::pair{u"deno"_s, deno}, std::pair{u"node"_s, node}}) {
+            if (!banner.isEmpty())
+                writeScript(tool(u"path2"_s, name), "echo '" + banner.toUtf8() + "'\n");
+        }
+        DependencyManager manager(isolatedOptions());
+        runCheck(manager);
+        const QStringList expected = named.isEmpty()
+                                         ? QStringList()
+                                         : QStringList{u"--js-runtimes"_s,
+                                                       named + u':' + tool(u"path2"_s, named)};
+        QCOMPARE(manager.ytDlpInvocation()->options, expected);
+        QCOMPARE(manager.hasJavaScriptRuntime(), !named.isEmpty() || ytDlp < u"2025.11.12"_s);
+    }
+
+    void sources()
+    {
+        using Source = DependencyManager::ToolSource;
+        const DependencyManager manager(isolatedOptions());
+        QCOMPARE(manager.sourceOf(tool(u"inst"_s, u"yt-dlp"_s)), Source::veldtone);
+        QCOMPARE(manager.sourceOf(tool(u"res"_s, u"ffmpeg"_s)), Source::bundled);
+        QCOMPARE(manager.sourceOf(u"/usr/bin/yt-dlp"_s), Source::system);
+        QCOMPARE(manager.sourceOf(u"/bin/ffmpeg"_s), Source::system);
+        QCOMPARE(manager.sourceOf(u"/usr/local/bin/yt-dlp"_s), Source::path);
+        QCOMPARE(manager.sourceOf(folder(u"inst"_s) + u"2/yt-dlp"_s), Source::path);
+    }
 };
 
 QTEST_GUILESS_MAIN(DependencyManagerTest)

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "services/DependencyManager.h"
-#include "support/LoopbackHttpServer.h"
+#include "services/ToolUpdater.h"
+#include "support/ReleaseSite.h"
 #include "support/TestSupport.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QRandomGenerator>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -20,89 +22,90 @@ using Mode = LoopbackHttpServer::Mode;
 
 namespace {
 
-const QString kPreparing = u"Preparing installation directory..."_s;
-const QString kYtDlpStep = u"Downloading yt-dlp..."_s;
-const QString kFfmpegStep = u"Downloading ffmpeg..."_s;
-const QString kVerifying = u"Verifying installed tools..."_s;
-const QString kYtDlpPath = u"/yt-dlp/yt-dlp/releases/latest/download/yt-dlp_linux"_s;
-const QString kFfmpegPath = u"/ffmpeg/releases/ffmpeg-release-amd64-static.tar.xz"_s;
-
-const QByteArray kFfmpegStandIn = "echo 'ffmpeg version 7.0.2-static "
-                                  "https://johnvansickle.com/ffmpeg/  Copyright (c) 2000-2024'\n"
-                                  "echo 'built with gcc 8 (Debian 8.3.0-6)'\n";
+const QByteArray kFfmpegStandIn = "echo 'ffmpeg version N-121000-g0123456789-20261124 "
+                                  "Copyright (c) 2000-2026 the FFmpeg developers'\n";
+const QByteArray kFfprobeStandIn = "echo 'ffprobe version N-121000-g0123456789-20261124'\n";
+const QString kChecksumsPath = u"/yt-dlp/FFmpeg-Builds/releases/download/latest/checksums.sha256"_s;
 
 } // namespace
 
+// The first-run install of whatever is missing, through the one install path.
 class InstallerTest : public QObject
 {
     Q_OBJECT
 
 private:
     std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<LoopbackHttpServer> m_server;
+    std::unique_ptr<ReleaseSite> m_site;
+    std::unique_ptr<DependencyManager> m_tools;
+    std::unique_ptr<ToolUpdater> m_updater;
 
     QString path(const QString& relative) const { return m_dir->filePath(relative); }
     // Deep under the temporary folder, so the installer has parents to create.
     QString installFolder() const { return path(u"home/.local/share/Veldtone/bin"_s); }
     QString installed(const QString& name) const { return installFolder() + u'/' + name; }
+    LoopbackHttpServer& server() { return m_site->server(); }
 
-    std::unique_ptr<DependencyManager> makeManager(QUrl ytDlpUrl = {}, QUrl ffmpegUrl = {})
+    void makeServices()
     {
+        m_updater.reset();
+        m_tools.reset();
         DependencyManager::Options options;
         options.installFolder = installFolder();
         options.systemFolders = {path(u"sys"_s)};
         options.environment = QProcessEnvironment();
-        options.ytDlpDownloadUrl = ytDlpUrl.isEmpty() ? m_server->url(kYtDlpPath) : ytDlpUrl;
-        options.ffmpegDownloadUrl = ffmpegUrl.isEmpty() ? m_server->url(kFfmpegPath) : ffmpegUrl;
         options.checkOnStart = false;
-        options.transferTimeoutMs = 1000;
         options.probeTimeoutMs = 5000;
-        return std::make_unique<DependencyManager>(options);
+        m_tools = std::make_unique<DependencyManager>(options);
+        ToolUpdater::Options releases;
+        releases.site = m_site->url();
+        releases.system = u"linux"_s;
+        releases.processor = u"x86_64"_s;
+        releases.ytDlpKey = m_site->key();
+        releases.transferTimeoutMs = 1000;
+        m_updater = std::make_unique<ToolUpdater>(
+            *m_tools, releases,
+            std::make_unique<QSettings>(path(u"settings.ini"_s), QSettings::IniFormat));
+        QSignalSpy finished(m_tools.get(), &DependencyManager::checkFinished);
+        m_tools->checkDependencies();
+        QVERIFY(finished.wait(15000));
     }
 
-    static bool check(DependencyManager& manager)
+    // Runs the install through to the end of the one check it starts; false when the run does
+    // not end that way.
+    bool install(int calls = 1)
     {
-        QSignalSpy finished(&manager, &DependencyManager::checkFinished);
-        manager.checkDependencies();
-        return finished.wait(15000);
-    }
-
-    // Runs the installer through to the end of the check it starts; returns the step texts.
-    static QStringList install(DependencyManager& manager, int calls = 1)
-    {
-        QStringList steps;
-        QObject context;
-        QObject::connect(&manager, &DependencyManager::installProgressChanged, &context,
-                         [&] { steps << manager.installProgress(); });
         bool checkingWhenDone = false;
-        QObject::connect(&manager, &DependencyManager::isInstallingChanged, &context, [&] {
-            if (!manager.isInstalling())
-                checkingWhenDone = manager.isChecking();
+        QObject context;
+        QObject::connect(m_updater.get(), &ToolUpdater::isUpdatingChanged, &context, [&] {
+            if (!m_updater->isUpdating())
+                checkingWhenDone = m_tools->isChecking();
         });
-        QSignalSpy finished(&manager, &DependencyManager::checkFinished);
+        QSignalSpy finished(m_tools.get(), &DependencyManager::checkFinished);
         for (int i = 0; i < calls; ++i)
-            manager.installDependenciesAutomatically();
-        if (!manager.isInstalling() || !finished.wait(20000) || finished.count() != 1)
-            return {u"no single check after the run"_s};
-        if (!checkingWhenDone)
-            return {u"run ended without a check under way"_s};
-        if (manager.isInstalling() || manager.installProgress() != kVerifying)
-            return {u"run not finished"_s};
-        return steps;
+            m_updater->installMissing();
+        return finished.wait(20000) && finished.count() == 1 &&
+               checkingWhenDone && !m_updater->isUpdating();
     }
 
-    // An archive of a build folder; padding makes the stand-in large and incompressible, so a
-    // cut-off archive still yields part of it.
-    QByteArray makeArchive(const QString& kind, const QString& ffmpegAt, int paddingBytes = 0)
+    // The rolling build's archive: ffmpeg and ffprobe in its bin folder. Padding makes it
+    // large and incompressible, so a cut-off archive still yields part of it.
+    QByteArray makeArchive(const QStringList& programs, const QByteArray& ffmpeg = kFfmpegStandIn,
+                           int paddingBytes = 0)
     {
-        const QString stage = path(u"stage-"_s + kind);
+        const QString stage = path(u"stage"_s);
+        QDir(stage).removeRecursively();
         QByteArray noise(paddingBytes / 4 * 3, Qt::Uninitialized);
         // Any noise will do; a fixed seed keeps every run's archives the same.
         QRandomGenerator(7).fillRange(reinterpret_cast<quint32*>(noise.data()), noise.size() / 4);
-        if (!ffmpegAt.isEmpty())
-            writeScript(stage + u'/' + ffmpegAt, kFfmpegStandIn + "# " + noise.toBase64() + '\n');
-        TestSupport::writeFile(stage + u"/ffmpeg-7.0.2-static/readme.txt"_s, "hi");
-        const QString archive = path(u"archive."_s + kind);
+        const QString bin = stage + u"/ffmpeg-master-latest-linux64-gpl/bin/"_s;
+        for (const QString& program : programs) {
+            writeScript(bin + program,
+                        (program == u"ffmpeg" ? ffmpeg : kFfprobeStandIn) + "# " +
+                            noise.toBase64() + '\n');
+        }
+        TestSupport::writeFile(stage + u"/ffmpeg-master-latest-linux64-gpl/LICENSE.txt"_s, "GPL");
+        const QString archive = path(u"archive.tar.xz"_s);
         QProcess packer;
         packer.setWorkingDirectory(stage);
         packer.start(u"tar"_s, {u"-caf"_s, archive, u"."_s});
@@ -117,65 +120,97 @@ private:
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     }
 
-    static bool isExecutable(const QString& file)
-    {
-        return QFileInfo(file).permissions().testFlags(
-            QFileDevice::ExeOwner | QFileDevice::ExeGroup | QFileDevice::ExeOther);
-    }
-
 private slots:
     void init()
     {
         QStandardPaths::setTestModeEnabled(true);
         m_dir = std::make_unique<QTemporaryDir>();
         QVERIFY(m_dir->isValid());
-        QVERIFY(QDir().mkpath(path(u"sys"_s)));
-        m_server = std::make_unique<LoopbackHttpServer>();
-        QVERIFY(m_server->start());
+        m_site = std::make_unique<ReleaseSite>();
+        QVERIFY(m_site->start());
+        // A runtime is there, so only yt-dlp and ffmpeg are in question.
+        writeScript(path(u"sys/deno"_s), "echo 'deno 2.5.6 (stable, release)'\n");
     }
 
-    // ffmpeg builds come as archives of several shapes; the ffmpeg file is taken from wherever
-    // it sits, and a yt-dlp that was found is left alone.
-    void onlyFfmpegMissingInstallsFromArchive_data()
+    void cleanup()
     {
-        QTest::addColumn<QString>("kind");
-        QTest::addColumn<QString>("ffmpegAt");
-        QTest::addColumn<bool>("redirected");
-        QTest::newRow("tar.xz, nested") << u"tar.xz"_s << u"ffmpeg-7.0.2-static/ffmpeg"_s << false;
-        QTest::newRow("tar.gz through a redirect")
-            << u"tar.gz"_s << u"ffmpeg-7.0.2-static/ffmpeg"_s << true;
+        m_updater.reset();
+        m_tools.reset();
+        m_site.reset();
     }
 
-    void onlyFfmpegMissingInstallsFromArchive()
+    // ffmpeg and ffprobe come out of yt-dlp's maintainers' build, and a yt-dlp that was found is
+    // left alone.
+    void ffmpegAndFfprobeFromTheRollingBuild()
     {
-        QFETCH(QString, kind);
-        QFETCH(QString, ffmpegAt);
-        QFETCH(bool, redirected);
-        const QByteArray archive = makeArchive(kind, ffmpegAt);
+        const QByteArray archive = makeArchive({u"ffmpeg"_s, u"ffprobe"_s});
         QVERIFY(!archive.isEmpty());
-        m_server->serve(kFfmpegPath, archive);
-        if (redirected)
-            m_server->redirect(u"/ffmpeg/getrelease"_s, kFfmpegPath);
-        const QByteArray ytDlp = "#!/bin/sh\necho 2023.03.04\n";
-        writeScript(installed(u"yt-dlp"_s), ytDlp);
+        m_site->publishFfmpeg(archive);
+        writeScript(path(u"sys/yt-dlp"_s), "echo 2026.11.12\n");
+        makeServices();
+        QVERIFY(!m_tools->ffmpegPath());
 
-        auto manager =
-            makeManager({}, redirected ? m_server->url(u"/ffmpeg/getrelease"_s) : QUrl());
-        QVERIFY(check(*manager));
-        QVERIFY(!manager->ffmpegPath());
-
-        QCOMPARE(install(*manager), (QStringList{kPreparing, kFfmpegStep, kVerifying}));
-        QCOMPARE(m_server->requestCount(kYtDlpPath), 0);
-        QCOMPARE(m_server->requestCount(kFfmpegPath), 1);
-        QCOMPARE(readFile(installed(u"yt-dlp"_s)), ytDlp);
-        QCOMPARE(manager->ffmpegPath(), OptionalText(installed(u"ffmpeg"_s)));
-        QVERIFY(isExecutable(installed(u"ffmpeg"_s)));
+        QVERIFY(install());
+        QCOMPARE(m_updater->message(), u"ffmpeg installed."_s);
+        QCOMPARE(server().totalRequests(), 2);
+        QCOMPARE(m_tools->ffmpegPath(), OptionalText(installed(u"ffmpeg"_s)));
+        QCOMPARE(m_tools->ffmpegVersion(), u"N-121000-g0123456789-20261124"_s);
+        QCOMPARE(m_tools->sourceOf(installed(u"ffprobe"_s)),
+                 DependencyManager::ToolSource::veldtone);
+        QVERIFY(QFileInfo(installed(u"ffprobe"_s)).isExecutable());
         // Nothing of the archive or its unpacking is left behind.
-        QTRY_COMPARE(installFolderEntries(), (QStringList{u"ffmpeg"_s, u"yt-dlp"_s}));
+        QTRY_COMPARE(installFolderEntries(), (QStringList{u"ffmpeg"_s, u"ffprobe"_s}));
     }
 
-    // A yt-dlp that was not found (here: not executable) is replaced, but only by a whole
-    // download; a transfer that breaks off or stalls leaves it as it was.
+    // Builds that cannot be kept: the run ends with why, hands over to a check, and leaves
+    // nothing behind.
+    void refusedFfmpegBuilds_data()
+    {
+        QTest::addColumn<QString>("trouble");
+        QTest::addColumn<Mode>("mode");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("list names another build")
+            << u"listed"_s << Mode::Normal
+            << u"The downloaded ffmpeg does not match its published checksum; nothing was "
+               "replaced."_s;
+        QTest::newRow("cut-off archive, listed as served")
+            << u"cut"_s << Mode::Normal
+            << u"The downloaded ffmpeg could not be unpacked; nothing was replaced."_s;
+        QTest::newRow("no ffprobe in it")
+            << u"no ffprobe"_s << Mode::Normal
+            << u"The downloaded ffmpeg could not be unpacked; nothing was replaced."_s;
+        QTest::newRow("does not run")
+            << u"broken"_s << Mode::Normal << u"The new ffmpeg did not run; nothing was replaced."_s;
+        QTest::newRow("server stalls")
+            << u"stall"_s << Mode::Stall << u"Could not download ffmpeg."_s;
+    }
+    void refusedFfmpegBuilds()
+    {
+        QFETCH(QString, trouble);
+        QFETCH(Mode, mode);
+        QFETCH(QString, message);
+        const QByteArray archive =
+            makeArchive(trouble == u"no ffprobe" ? QStringList{u"ffmpeg"_s}
+                                                 : QStringList{u"ffmpeg"_s, u"ffprobe"_s},
+                        trouble == u"broken" ? QByteArray("exit 3\n") : kFfmpegStandIn, 1 << 20);
+        QVERIFY(!archive.isEmpty());
+        const QByteArray served = trouble == u"cut" ? archive.left(archive.size() * 9 / 10) : archive;
+        m_site->publishFfmpeg(served, trouble == u"listed" ? QByteArray("another") : QByteArray());
+        server().serve(ReleaseSite::ffmpegPath(), served, 200, mode);
+        writeScript(path(u"sys/yt-dlp"_s), "echo 2026.11.12\n");
+        makeServices();
+
+        QVERIFY(install());
+        QCOMPARE(m_updater->message(), message);
+        QCOMPARE(m_tools->ffmpegPath(), std::nullopt);
+        // The rolling build may have moved between the list and the archive: both are fetched
+        // once more before it is refused.
+        QCOMPARE(server().requestCount(kChecksumsPath), trouble == u"listed" ? 2 : 1);
+        QTRY_VERIFY(installFolderEntries().isEmpty());
+    }
+
+    // A yt-dlp that was not found (here: not executable) is replaced, but only by a whole,
+    // signed download; a transfer that breaks off or stalls leaves it as it was.
     void ytDlpIsReplacedOnlyByAWholeDownload_data()
     {
         QTest::addColumn<Mode>("mode");
@@ -184,69 +219,44 @@ private slots:
         QTest::newRow("broken off") << Mode::Truncate << false;
         QTest::newRow("stalls") << Mode::Stall << false;
     }
-
     void ytDlpIsReplacedOnlyByAWholeDownload()
     {
         QFETCH(Mode, mode);
         QFETCH(bool, replaced);
-        const QByteArray fresh = "#!/bin/sh\necho 2025.02.02\n";
-        m_server->serve(kYtDlpPath, fresh, 200, mode);
+        const QByteArray fresh = "#!/bin/sh\necho 2026.11.12\n";
+        m_site->publishYtDlp(u"2026.11.12"_s, fresh);
+        server().serve(ReleaseSite::ytDlpPath(u"2026.11.12"_s), fresh, 200, mode);
         writeScript(path(u"sys/ffmpeg"_s), kFfmpegStandIn);
         const QByteArray old = "#!/bin/sh\necho 2020.01.01\n";
         QVERIFY(TestSupport::writeFile(installed(u"yt-dlp"_s), old));
-        auto manager = makeManager();
-        QVERIFY(check(*manager));
-        QVERIFY(!manager->ytDlpPath());
+        makeServices();
+        QVERIFY(!m_tools->ytDlpPath());
 
-        QCOMPARE(install(*manager), (QStringList{kPreparing, kYtDlpStep, kVerifying}));
+        QVERIFY(install());
         QCOMPARE(readFile(installed(u"yt-dlp"_s)), replaced ? fresh : old);
-        QCOMPARE(manager->ytDlpVersion(), replaced ? OptionalText(u"2025.02.02"_s) : std::nullopt);
-        QTRY_COMPARE(installFolderEntries(), QStringList{u"yt-dlp"_s});
-    }
-
-    // Bodies that yield no ffmpeg: the run still ends and hands over to a check.
-    void badFfmpegDownloadsEndTheRun_data()
-    {
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<Mode>("mode");
-        QTest::newRow("cut-off archive") << u"cut"_s << Mode::Normal;
-        QTest::newRow("archive without ffmpeg") << u"empty"_s << Mode::Normal;
-        QTest::newRow("server stalls") << u"whole"_s << Mode::Stall;
-    }
-
-    void badFfmpegDownloadsEndTheRun()
-    {
-        QFETCH(QString, body);
-        QFETCH(Mode, mode);
-        const QByteArray archive = makeArchive(
-            u"tar.gz"_s, body == u"empty" ? QString() : u"ffmpeg-7.0.2-static/ffmpeg"_s, 1 << 20);
-        QVERIFY(!archive.isEmpty());
-        const QByteArray served = body == u"cut" ? archive.left(archive.size() * 9 / 10) : archive;
-        m_server->serve(kFfmpegPath, served, 200, mode);
-        writeScript(path(u"sys/yt-dlp"_s), "echo 2024.12.13\n");
-        auto manager = makeManager();
-        QVERIFY(check(*manager));
-
-        QCOMPARE(install(*manager), (QStringList{kPreparing, kFfmpegStep, kVerifying}));
-        QCOMPARE(manager->ffmpegPath(), std::nullopt);
-        QVERIFY(manager->ytDlpPath());
-        QTRY_VERIFY(installFolderEntries().isEmpty());
+        QCOMPARE(m_tools->ytDlpVersion(), replaced ? OptionalText(u"2026.11.12"_s) : std::nullopt);
+        QCOMPARE(m_updater->message(),
+                 replaced ? u"yt-dlp 2026.11.12 installed."_s : u"Could not download yt-dlp."_s);
+        // The file it replaced is kept as the previous copy.
+        const QStringList entries = replaced ? QStringList{u"yt-dlp"_s, u"yt-dlp.previous"_s}
+                                             : QStringList{u"yt-dlp"_s};
+        QTRY_COMPARE(installFolderEntries(), entries);
     }
 
     void twoQuickCallsRunOnceAndALaterOneStartsOver()
     {
-        m_server->serve(kYtDlpPath, "#!/bin/sh\necho 2025.02.02\n");
+        m_site->publishYtDlp(u"2026.11.12"_s, "#!/bin/sh\necho 2026.11.12\n");
         writeScript(path(u"sys/ffmpeg"_s), kFfmpegStandIn);
-        auto manager = makeManager();
-        QVERIFY(check(*manager));
+        makeServices();
 
-        QCOMPARE(install(*manager, 2), (QStringList{kPreparing, kYtDlpStep, kVerifying}));
-        QCOMPARE(m_server->requestCount(kYtDlpPath), 1);
-        QVERIFY(manager->isReady());
+        QVERIFY(install(2));
+        QCOMPARE(server().requestCount(ReleaseSite::ytDlpPath(u"2026.11.12"_s)), 1);
+        QVERIFY(m_tools->isReady());
 
-        // A later call starts over; with both tools present it downloads nothing.
-        QCOMPARE(install(*manager), (QStringList{kPreparing, kVerifying}));
-        QCOMPARE(m_server->totalRequests(), 1);
+        // A later call starts over; with every tool present it asks nothing.
+        const int requests = server().totalRequests();
+        QVERIFY(install());
+        QCOMPARE(server().totalRequests(), requests);
         QCOMPARE(installFolderEntries(), QStringList{u"yt-dlp"_s});
     }
 };

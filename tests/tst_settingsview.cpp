@@ -155,8 +155,23 @@ private slots:
         QCOMPARE(ffmpeg->sealSymbol(), hasFfmpeg ? u"checkmark.seal.fill"_s : u"xmark.seal.fill"_s);
         QCOMPARE(screen.button(kInstall) != nullptr, installShown);
         QCOMPARE(reachable(&screen.view).value(u"ffmpeg"_s)->text(QAccessible::Description),
-                 hasFfmpeg ? u"ffmpeg: found, version 5.1.6-0+deb12u1, "_s + ffmpeg->pathText()
+                 hasFfmpeg ? u"ffmpeg: found, version 5.1.6-0+deb12u1, "_s + ffmpeg->pathText() +
+                                 u", Shipped with Veldtone"_s
                            : u"ffmpeg: missing, Not found in standard paths"_s);
+    }
+
+    // Choosing the other channel offers the switch at once, and is kept.
+    void releaseChannel()
+    {
+        Environment env(Tools::ytDlpOnly);
+        QVERIFY(env.checkTools());
+        Screen screen(env);
+        QVERIFY(!screen.button(u"Switch to Nightly"_s));
+        choose(screen.picker(u"yt-dlp updates"_s), u"nightly"_s);
+        QVERIFY(screen.button(u"Switch to Nightly"_s));
+        QCOMPARE(env.savedSettings()->value(u"ytDlpChannel"_s), QVariant(u"nightly"_s));
+        choose(screen.picker(u"yt-dlp updates"_s), u"stable"_s);
+        QVERIFY(!screen.button(u"Switch to Nightly"_s));
     }
 
     // The rows follow each new check: a tool that appears turns the row green.

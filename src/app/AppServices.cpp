@@ -29,7 +29,7 @@ AppServices::AppServices()
     , m_batch(std::make_unique<BatchRunner>(*m_engine, *m_history))
     , m_preview(std::make_unique<PlaylistPreview>(*m_engine, *m_batch))
     , m_details(std::make_unique<DetailsRefresher>(*m_engine, *m_history))
-    , m_updater(std::make_unique<ToolUpdater>(*m_dependencies, ToolUpdater::Options::defaults()))
+    , m_updater(std::make_unique<ToolUpdater>(*m_dependencies, ToolUpdater::Options()))
     , m_services(std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
                                                      *m_player, *m_artwork, *m_batch, *m_preview,
                                                      *m_details, *m_updater}))

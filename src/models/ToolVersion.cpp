@@ -63,13 +63,19 @@ std::optional<QDate> ytDlpDate(const QString& version)
     return date.isValid() ? std::optional(date) : std::nullopt;
 }
 
+bool isNightlyBuild(const QString& version)
+{
+    const QStringList parts = version.split(u'.');
+    return parts.size() == 4 && parts.at(3).size() == 6;
+}
+
 bool isYtDlpOutOfDate(const QString& installed, const std::optional<QString>& latest,
-                      const QDate& today)
+                      const QDate& today, int maxAgeDays)
 {
     if (latest)
         return compare(installed, *latest) < 0;
     const std::optional<QDate> released = ytDlpDate(installed);
-    return released && released->daysTo(today) > 90;
+    return released && released->daysTo(today) > maxAgeDays;
 }
 
 std::optional<QByteArray> checksumFor(const QByteArray& list, const QString& file, int hexDigits)

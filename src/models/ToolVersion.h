@@ -23,10 +23,15 @@ std::optional<QString> fromReleaseAddress(const QString& path);
 // yt-dlp's release date, read from its version.
 std::optional<QDate> ytDlpDate(const QString& version);
 
+// A nightly build's version ends in the time of day it was built ("2025.11.12.232941"); a
+// stable release has none, or a small hotfix number ("2022.03.08.1").
+bool isNightlyBuild(const QString& version);
+
 // Out of date when a newer release is known; with none known, when the release is more than
-// 90 days older than today (yt-dlp's own warning).
+// maxAgeDays older than today (90 is yt-dlp's own warning for stable; nightly builds age
+// faster).
 bool isYtDlpOutOfDate(const QString& installed, const std::optional<QString>& latest,
-                      const QDate& today);
+                      const QDate& today, int maxAgeDays = 90);
 
 // The hash (hexDigits long: 64 for SHA-256, 32 for MD5) on the line naming file in a list
 // such as SHA2-256SUMS, lower case; with an empty file name, the first hash anywhere.

@@ -10,9 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QFuture>
-#include <QNetworkAccessManager>
 #include <QStandardPaths>
-#include <QSysInfo>
 #include <QTimer>
 #include <unistd.h>
 
@@ -64,24 +62,6 @@ DependencyManager::Options DependencyManager::Options::defaults()
     }
     options.installFolder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
                             QStringLiteral("/Veldtone/bin");
-#if defined(Q_OS_MACOS)
-    options.ytDlpDownloadUrl = QUrl(
-        QStringLiteral("https://github.com/yt-dlp/yt-dlp/releases/latest/download/yt-dlp_macos"));
-    options.ffmpegDownloadUrl = QUrl(QStringLiteral("https://evermeet.cx/ffmpeg/getrelease/zip"));
-#else
-    const bool arm = QSysInfo::currentCpuArchitecture() == QLatin1String("arm64");
-    options.ytDlpDownloadUrl =
-        QUrl(QStringLiteral("https://github.com/yt-dlp/yt-dlp/releases/latest/download/") +
-             (arm ? QStringLiteral("yt-dlp_linux_aarch64") : QStringLiteral("yt-dlp_linux")));
-    options.ffmpegDownloadUrl =
-        QUrl(QStringLiteral("https://johnvansickle.com/ffmpeg/releases/ffmpeg-release-") +
-             (arm ? QStringLiteral("arm64") : QStringLiteral("amd64")) +
-             QStringLiteral("-static.tar.xz"));
-    // Both sources publish a hash of each build: yt-dlp a SHA-256 list, this ffmpeg an MD5.
-    options.ytDlpChecksumsUrl = QUrl(
-        QStringLiteral("https://github.com/yt-dlp/yt-dlp/releases/latest/download/SHA2-256SUMS"));
-    options.ffmpegChecksumUrl = QUrl(options.ffmpegDownloadUrl.toString() + u".md5"_s);
-#endif
     return options;
 }
 
@@ -108,8 +88,6 @@ DependencyManager::~DependencyManager()
     // Work still running reports back to this object; it has to end first.
     for (QFuture<CheckResult>& check : m_checks)
         check.waitForFinished();
-    m_unpack.waitForFinished();
-    m_hashing.waitForFinished();
 }
 
 std::optional<QString> DependencyManager::findExecutable(const QString& name) const
@@ -180,7 +158,7 @@ DependencyManager::CheckResult DependencyManager::runCheck(const QStringList& lo
     if (node) {
         const std::optional<QString> version = runtimeVersion(
             ToolFiles::versionText(*node, {QStringLiteral("--version")}, probeTimeoutMs));
-        if (version && ToolVersion::compare(*version, QStringLiteral("20")) >= 0)
+        if (version && ToolVersion::compare(*version, QStringLiteral("22")) >= 0)
             result.nodePath = node;
     }
     return result;
@@ -253,112 +231,6 @@ QString DependencyManager::ensureApplicationSupportBin()
     return m_options.installFolder;
 }
 
-void DependencyManager::installDependenciesAutomatically()
-{
-    if (m_isInstalling)
-        return;
-    m_isInstalling = true;
-    emit isInstallingChanged();
-    setInstallProgress(tr("Preparing installation directory..."));
-    // The rest runs from the event loop, so the call returns at once.
-    QTimer::singleShot(0, this, [this] {
-        const QString folder = ensureApplicationSupportBin();
-        if (m_ytDlpPath)
-            installFfmpeg(folder);
-        else
-            installYtDlp(folder);
-    });
-}
-
-void DependencyManager::installYtDlp(const QString& folder)
-{
-    setInstallProgress(tr("Downloading yt-dlp..."));
-    fetch(m_options.ytDlpDownloadUrl, folder, kYtDlpName, m_options.ytDlpChecksumsUrl,
-          QCryptographicHash::Sha256, [this, folder](std::shared_ptr<ToolFiles::Download> file) {
-              // What the server sent replaces the old file, but only once it is whole.
-              if (file) {
-                  const QString destination = join(folder, kYtDlpName);
-                  QFile::remove(destination);
-                  if (QFile::rename(file->path, destination)) {
-                      file->keep = true;
-                      QFile::setPermissions(destination, ToolFiles::kExecutable);
-                  }
-              }
-              installFfmpeg(folder);
-          });
-}
-
-void DependencyManager::installFfmpeg(const QString& folder)
-{
-    if (m_ffmpegPath) {
-        finishInstall();
-        return;
-    }
-    setInstallProgress(tr("Downloading ffmpeg..."));
-    fetch(m_options.ffmpegDownloadUrl, folder, QStringLiteral("ffmpeg-archive"),
-          m_options.ffmpegChecksumUrl, QCryptographicHash::Md5,
-          [this, folder](std::shared_ptr<ToolFiles::Download> file) {
-              if (!file) {
-                  finishInstall();
-                  return;
-              }
-              // tar and unzip can take a while on a large build; keep them off this thread.
-              // The archive file lives until the worker is done with it.
-              m_unpack = runInBackground(
-                  QThreadPool::globalInstance(), this,
-                  [file, folder, timeoutMs = m_options.unpackTimeoutMs] {
-                      return ToolFiles::unpackTool(file->path, folder, kFfmpegName, kFfmpegName,
-                                                   timeoutMs);
-                  },
-                  [this](bool) { finishInstall(); });
-          });
-}
-
-void DependencyManager::finishInstall()
-{
-    // The run ends and the check begins in one step, so no observer sees the run over
-    // without a check under way.
-    const QString verifying = tr("Verifying installed tools...");
-    const bool progressChange = m_installProgress != verifying;
-    m_installProgress = verifying;
-    m_isInstalling = false;
-    const bool checkingChange = beginCheck();
-    if (progressChange)
-        emit installProgressChanged();
-    emit isInstallingChanged();
-    if (checkingChange)
-        emit isCheckingChanged();
-}
-
-void DependencyManager::setInstallProgress(const QString& text)
-{
-    if (m_installProgress == text)
-        return;
-    m_installProgress = text;
-    emit installProgressChanged();
-}
-
-void DependencyManager::fetch(const QUrl& url, const QString& folder, const QString& stem,
-                              const QUrl& checksumUrl, QCryptographicHash::Algorithm algorithm,
-                              ToolFiles::FileDone done)
-{
-    if (!m_network)
-        m_network = new QNetworkAccessManager(this);
-    ToolFiles::fetchToFile(*m_network, url, folder, stem, m_options.transferTimeoutMs, this,
-                           [=, this](std::shared_ptr<ToolFiles::Download> file) {
-                               if (!file || checksumUrl.isEmpty()) {
-                                   done(file);
-                                   return;
-                               }
-                               // Checked against the hash its source lists for it before it goes
-                               // anywhere.
-                               ToolFiles::verifyDownload(
-                                   *m_network, file->path, checksumUrl, url.fileName(), algorithm,
-                                   m_options.transferTimeoutMs, this, &m_hashing,
-                                   [file, done](bool ok) { done(ok ? file : nullptr); });
-                           });
-}
-
 bool DependencyManager::hasJavaScriptRuntime() const
 {
     return denoServes() || nodeServes();
@@ -369,12 +241,31 @@ bool DependencyManager::denoServes() const
     return m_denoVersion && ToolVersion::compare(*m_denoVersion, u"2.3"_s) >= 0;
 }
 
-// yt-dlp enables Deno by itself; Node.js has to be named, and only a yt-dlp from 2025.11.12 on
-// knows the option.
+// yt-dlp enables Deno by itself; Node.js has to be named, with the option only a yt-dlp from
+// 2025.11.12 on knows.
 bool DependencyManager::nodeServes() const
 {
-    return m_nodePath && m_ytDlpVersion &&
-           ToolVersion::compare(*m_ytDlpVersion, u"2025.11.12"_s) >= 0;
+    return m_nodePath && knowsRuntimeOption();
+}
+
+bool DependencyManager::knowsRuntimeOption() const
+{
+    return m_ytDlpVersion && ToolVersion::compare(*m_ytDlpVersion, u"2025.11.12"_s) >= 0;
+}
+
+DependencyManager::ToolSource DependencyManager::sourceOf(const QString& path) const
+{
+    const auto inside = [&path](const QString& folder) {
+        return !folder.isEmpty() && path.startsWith(join(folder, QString()));
+    };
+    if (inside(m_options.installFolder))
+        return ToolSource::veldtone;
+    if (inside(m_options.resourceBinFolder))
+        return ToolSource::bundled;
+    // /usr/local is the administrator's own, not a package's.
+    if ((inside(u"/usr"_s) && !inside(u"/usr/local"_s)) || inside(u"/bin"_s))
+        return ToolSource::system;
+    return ToolSource::path;
 }
 
 std::optional<ToolInvocation> DependencyManager::ytDlpInvocation() const
@@ -390,7 +281,10 @@ std::optional<ToolInvocation> DependencyManager::ytDlpInvocation() const
                                       path.isEmpty() ? m_options.installFolder
                                                      : m_options.installFolder + u':' + path);
     }
-    if (!denoServes() && nodeServes())
-        invocation.options = {QStringLiteral("--js-runtimes"), QStringLiteral("node")};
+    // Named by its path, the runtime yt-dlp uses is the one Settings shows, whatever PATH holds.
+    if (denoServes() && knowsRuntimeOption())
+        invocation.options = {QStringLiteral("--js-runtimes"), u"deno:"_s + *m_denoPath};
+    else if (nodeServes())
+        invocation.options = {QStringLiteral("--js-runtimes"), u"node:"_s + *m_nodePath};
     return invocation;
 }

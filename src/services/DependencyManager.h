@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "services/ToolFiles.h"
 #include "services/ToolInvocation.h"
 
 #include <QFuture>
@@ -10,16 +9,11 @@
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
-#include <QUrl>
-#include <functional>
-#include <memory>
 #include <optional>
 
-class QNetworkAccessManager;
-class QTemporaryFile;
 
 // Finds yt-dlp, ffmpeg and a JavaScript runtime, reads their versions off the GUI thread, and
-// installs missing ones into the application's own folder.
+// says where each came from. Installing is the updater's.
 class DependencyManager : public QObject
 {
     Q_OBJECT
@@ -30,11 +24,22 @@ class DependencyManager : public QObject
     Q_PROPERTY(std::optional<QString> denoPath READ denoPath NOTIFY javaScriptRuntimeChanged)
     Q_PROPERTY(std::optional<QString> denoVersion READ denoVersion NOTIFY javaScriptRuntimeChanged)
     Q_PROPERTY(bool isChecking READ isChecking NOTIFY isCheckingChanged)
-    Q_PROPERTY(bool isInstalling READ isInstalling NOTIFY isInstallingChanged)
-    Q_PROPERTY(QString installProgress READ installProgress NOTIFY installProgressChanged)
     Q_PROPERTY(bool isReady READ isReady NOTIFY isReadyChanged)
 
 public:
+    // Where a found tool comes from.
+    enum class ToolSource
+    {
+        // Put into the install folder by Veldtone, verified.
+        veldtone,
+        // Shipped beside the program.
+        bundled,
+        // A system package, under /usr: updating it is the system's job.
+        system,
+        // Anywhere else on the search path.
+        path,
+    };
+
     struct Options
     {
         // Folder of tools shipped beside the program; empty when there is none.
@@ -49,23 +54,12 @@ public:
             QStringLiteral("/usr/local/bin"), QStringLiteral("/usr/bin"), QStringLiteral("/bin")};
         // Searched through its "PATH" after the fixed folders.
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        // Full download addresses of the two tools.
-        QUrl ytDlpDownloadUrl;
-        QUrl ffmpegDownloadUrl;
-        // The hash lists their sources publish; a download is kept only when it matches.
-        // Empty: not checked.
-        QUrl ytDlpChecksumsUrl;
-        QUrl ffmpegChecksumUrl;
         // Whether the constructor starts the first check (the application's instance does).
         bool checkOnStart = true;
         // A version probe that has not ended by then is killed and counts as unreadable.
         int probeTimeoutMs = 15000;
-        // A download that receives nothing for this long is given up.
-        int transferTimeoutMs = 30000;
-        // Unpacking the ffmpeg archive with tar or unzip.
-        int unpackTimeoutMs = 120000;
 
-        // The real folders and endpoints of this installation.
+        // The real folders of this installation.
         static Options defaults();
     };
 
@@ -96,19 +90,11 @@ public:
     {
         return m_denoVersion;
     }
-    // Deno 2.3 or later, or a Node.js 20 or later that this yt-dlp can be told to use.
+    // Deno 2.3 or later, or a Node.js 22 or later that this yt-dlp can be told to use.
     bool hasJavaScriptRuntime() const;
     bool isChecking() const
     {
         return m_isChecking;
-    }
-    bool isInstalling() const
-    {
-        return m_isInstalling;
-    }
-    QString installProgress() const
-    {
-        return m_installProgress;
     }
     bool isReady() const
     {
@@ -119,14 +105,15 @@ public:
     {
         return m_options.installFolder;
     }
+    // Where the tool at path comes from.
+    ToolSource sourceOf(const QString& path) const;
     // How every yt-dlp run starts: the found file, a PATH that leads with the install folder,
-    // and the runtime option when Node.js has to be named. Nullopt while yt-dlp is missing.
+    // and, for a yt-dlp that knows the option, the runtime it is to use by its path. Nullopt
+    // while yt-dlp is missing.
     std::optional<ToolInvocation> ytDlpInvocation() const;
 
     // Starts a background search and version probe; results arrive in one step.
     void checkDependencies();
-    // Downloads the missing tools into the install folder, then checks again.
-    void installDependenciesAutomatically();
     // Creates the install folder (with its parents) and returns it, created or not.
     QString ensureApplicationSupportBin();
 
@@ -140,8 +127,6 @@ signals:
     void ffmpegVersionChanged();
     void javaScriptRuntimeChanged();
     void isCheckingChanged();
-    void isInstallingChanged();
-    void installProgressChanged();
     void isReadyChanged();
     // Emitted once after each check has published its results.
     void checkFinished();
@@ -155,7 +140,7 @@ private:
         std::optional<QString> ffmpegVersion;
         std::optional<QString> denoPath;
         std::optional<QString> denoVersion;
-        // Only a Node.js of version 20 or later.
+        // Only a Node.js of version 22 or later.
         std::optional<QString> nodePath;
     };
 
@@ -171,16 +156,9 @@ private:
     bool beginCheck();
     void publishCheck(const CheckResult& result);
 
-    void installYtDlp(const QString& folder);
-    void installFfmpeg(const QString& folder);
-    void finishInstall();
-    void setInstallProgress(const QString& text);
-    // Fetches url into a temporary file in folder and, when a checksum address is given,
-    // keeps it only if it matches; done gets the file, or null.
-    void fetch(const QUrl& url, const QString& folder, const QString& stem, const QUrl& checksumUrl,
-               QCryptographicHash::Algorithm algorithm, ToolFiles::FileDone done);
     bool denoServes() const;
     bool nodeServes() const;
+    bool knowsRuntimeOption() const;
 
     Options m_options;
     QStringList m_standardLocations;
@@ -194,10 +172,5 @@ private:
     bool m_isChecking = false;
     // The check asked for at construction has not started yet.
     bool m_checkQueued = false;
-    bool m_isInstalling = false;
-    QString m_installProgress;
-    QNetworkAccessManager* m_network = nullptr;
     QList<QFuture<CheckResult>> m_checks;
-    QFuture<bool> m_unpack;
-    QFuture<QByteArray> m_hashing;
 };

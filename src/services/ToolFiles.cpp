@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "services/ToolFiles.h"
 
-#include "models/ToolVersion.h"
-#include "services/Background.h"
 #include "services/ToolRun.h"
 
+#include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QNetworkAccessManager>
@@ -13,7 +12,6 @@
 #include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QStringDecoder>
-#include <QTemporaryDir>
 #include <QTimer>
 
 namespace ToolFiles {
@@ -63,8 +61,8 @@ std::optional<QString> versionText(const QString& program, const QStringList& ar
     return text;
 }
 
-bool unpackTool(const QString& archivePath, const QString& folder, const QString& name,
-                const QString& destinationName, int timeoutMs)
+bool unpackPrograms(const QString& archivePath, const QString& folder, const QStringList& names,
+                    int timeoutMs)
 {
     QFile archive(archivePath);
     if (!archive.open(QIODevice::ReadOnly))
@@ -72,20 +70,18 @@ bool unpackTool(const QString& archivePath, const QString& folder, const QString
     const QByteArray magic = archive.read(4);
     archive.close();
 
-    // Unpack inside the install folder so the final move is a rename on the same disk.
-    QTemporaryDir scratch(join(folder, QStringLiteral(".unpack-XXXXXX")));
-    if (!scratch.isValid())
+    const QString unpacked = join(folder, QStringLiteral("archive"));
+    if (!QDir().mkpath(unpacked))
         return false;
     const bool isZip = magic.startsWith("PK");
     ToolRun::Command command;
     if (isZip) {
         command.program = systemTool(QStringLiteral("unzip"));
         command.arguments = {QStringLiteral("-o"), QStringLiteral("-qq"), archivePath,
-                             QStringLiteral("-d"), scratch.path()};
+                             QStringLiteral("-d"), unpacked};
     } else {
         command.program = systemTool(QStringLiteral("tar"));
-        command.arguments = {QStringLiteral("-xf"), archivePath, QStringLiteral("-C"),
-                             scratch.path()};
+        command.arguments = {QStringLiteral("-xf"), archivePath, QStringLiteral("-C"), unpacked};
     }
     const ToolRun::Result result = ToolRun::runToEnd(std::move(command), timeoutMs);
     // A damaged archive can leave a cut-off tool behind; only a clean unpack counts (unzip
@@ -94,22 +90,21 @@ bool unpackTool(const QString& archivePath, const QString& folder, const QString
         !(result.exitCode == 0 || (isZip && result.exitCode == 1)))
         return false;
 
-    // Links are not followed out of the scratch folder.
-    QString found;
-    QDirIterator it(scratch.path(), {name}, QDir::Files | QDir::Hidden | QDir::NoSymLinks,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString candidate = it.next();
-        if (found.isEmpty() || candidate.count(u'/') < found.count(u'/'))
-            found = candidate;
+    for (const QString& name : names) {
+        // Links are not followed out of the folder.
+        QString found;
+        QDirIterator it(unpacked, {name}, QDir::Files | QDir::Hidden | QDir::NoSymLinks,
+                        QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            const QString candidate = it.next();
+            if (found.isEmpty() || candidate.count(u'/') < found.count(u'/'))
+                found = candidate;
+        }
+        const QString destination = join(folder, name);
+        if (found.isEmpty() || !QFile::rename(found, destination))
+            return false;
+        QFile::setPermissions(destination, kExecutable);
     }
-    if (found.isEmpty())
-        return false;
-    const QString destination = join(folder, destinationName);
-    QFile::remove(destination);
-    if (!QFile::rename(found, destination))
-        return false;
-    QFile::setPermissions(destination, kExecutable);
     return true;
 }
 
@@ -202,27 +197,6 @@ void fetchRedirect(QNetworkAccessManager& network, const QUrl& url, int transfer
         const QUrl target = reply->attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
         done(target.isEmpty() ? std::nullopt : std::optional(url.resolved(target)));
     });
-}
-
-void verifyDownload(QNetworkAccessManager& network, const QString& path, const QUrl& checksumUrl,
-                    const QString& fileName, QCryptographicHash::Algorithm algorithm,
-                    int transferTimeoutMs, QObject* context, QFuture<QByteArray>* pending,
-                    std::function<void(bool)> done)
-{
-    const int digits = algorithm == QCryptographicHash::Md5 ? 32 : 64;
-    fetchText(network, checksumUrl, transferTimeoutMs, context,
-              [=](const std::optional<QByteArray>& list) {
-                  const std::optional<QByteArray> expected =
-                      list ? ToolVersion::checksumFor(*list, fileName, digits) : std::nullopt;
-                  if (!expected) {
-                      done(false);
-                      return;
-                  }
-                  *pending = runInBackground(
-                      QThreadPool::globalInstance(), context,
-                      [path, algorithm] { return fileHash(path, algorithm); },
-                      [expected, done](const QByteArray& actual) { done(actual == *expected); });
-              });
 }
 
 } // namespace ToolFiles

@@ -4,7 +4,6 @@
 #include <QByteArray>
 #include <QCryptographicHash>
 #include <QFileDevice>
-#include <QFuture>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
@@ -15,8 +14,8 @@
 class QNetworkAccessManager;
 class QObject;
 
-// What installing and updating the tools share: asking a tool its version, unpacking an
-// archive, checking a file against a published hash, and fetching a release's files.
+// What finding, installing and updating the tools share: asking a tool its version, unpacking
+// an archive, hashing a file, and fetching a release's files.
 namespace ToolFiles {
 
 inline constexpr QFileDevice::Permissions kExecutable =
@@ -30,11 +29,11 @@ QString join(const QString& folder, const QString& name);
 std::optional<QString> versionText(const QString& program, const QStringList& args, int timeoutMs,
                                    bool mustSucceed = false);
 
-// Unpacks a zip or tar archive in a scratch folder inside folder and moves the shallowest file
-// called name, wherever the archive keeps it, to folder/destinationName. Blocks: run it on a
-// worker thread.
-bool unpackTool(const QString& archivePath, const QString& folder, const QString& name,
-                const QString& destinationName, int timeoutMs);
+// Unpacks a zip or tar archive into folder/archive and moves the shallowest file called each
+// of names, wherever the archive keeps it, to folder/name. False when the archive is damaged or
+// lacks one of them. Blocks: run it on a worker thread.
+bool unpackPrograms(const QString& archivePath, const QString& folder, const QStringList& names,
+                    int timeoutMs);
 
 // The file's hash in lower-case hex, or empty when it cannot be read.
 QByteArray fileHash(const QString& path, QCryptographicHash::Algorithm algorithm);
@@ -63,13 +62,5 @@ void fetchText(QNetworkAccessManager& network, const QUrl& url, int transferTime
 // Asks releases/latest without following its redirect; done gets the address it points to.
 void fetchRedirect(QNetworkAccessManager& network, const QUrl& url, int transferTimeoutMs,
                    QObject* context, std::function<void(std::optional<QUrl>)> done);
-
-// Checks a downloaded file against the hash its source lists for fileName (any hash when
-// fileName is empty) at checksumUrl, hashing off the GUI thread; the work's future goes to
-// pending, for its owner to wait on. done(true) when they match.
-void verifyDownload(QNetworkAccessManager& network, const QString& path, const QUrl& checksumUrl,
-                    const QString& fileName, QCryptographicHash::Algorithm algorithm,
-                    int transferTimeoutMs, QObject* context, QFuture<QByteArray>* pending,
-                    std::function<void(bool)> done);
 
 } // namespace ToolFiles

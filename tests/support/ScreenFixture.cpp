@@ -80,10 +80,6 @@ void Environment::buildServices(const QUrl& installerBase)
     environment.insert(u"PATH"_s, QString());
     options.environment = environment;
     options.checkOnStart = false;
-    if (installerBase.isValid()) {
-        options.ytDlpDownloadUrl = installerBase.resolved(QUrl(u"/yt-dlp_linux"_s));
-        options.ffmpegDownloadUrl = installerBase.resolved(QUrl(u"/ffmpeg.zip"_s));
-    }
     m_dependencies = std::make_unique<DependencyManager>(options);
     m_history = std::make_unique<HistoryStore>(m_folder + u"/library"_s, &desktop);
     m_history->waitForLoad();
@@ -95,13 +91,9 @@ void Environment::buildServices(const QUrl& installerBase)
     m_batch = std::make_unique<BatchRunner>(*m_engine, *m_history);
     m_preview = std::make_unique<PlaylistPreview>(*m_engine, *m_batch);
     m_details = std::make_unique<DetailsRefresher>(*m_engine, *m_history);
+    // Nothing answers on the port the installer is pointed at, unless a test gives a server.
     ToolUpdater::Options releases;
-    if (installerBase.isValid()) {
-        releases.ytDlpReleases = installerBase.resolved(QUrl(u"/yt-dlp/releases"_s));
-        releases.denoReleases = installerBase.resolved(QUrl(u"/deno/releases"_s));
-    }
-    releases.ytDlpAsset = u"yt-dlp_linux"_s;
-    releases.denoAsset = u"deno.zip"_s;
+    releases.site = installerBase.isValid() ? installerBase : QUrl(u"http://127.0.0.1:9/"_s);
     m_updater = std::make_unique<ToolUpdater>(*m_dependencies, releases, savedSettings());
     m_services = std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
                                                      *m_player, *m_artwork, *m_batch, *m_preview,

@@ -280,7 +280,7 @@ void shootToolsMissing(Shooter& shoot)
     shoot(window, u"convert-tools-missing"_s);
     window.contentView()->setSelectedTab(NavigationItem::settings);
     shoot(window, u"settings-tools-missing"_s);
-    env.dependencies().installDependenciesAutomatically();
+    env.updater().installMissing();
     settle(300);
     shoot(window, u"settings-installing"_s);
     window.contentView()->setSelectedTab(NavigationItem::convert);

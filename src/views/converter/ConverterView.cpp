@@ -96,7 +96,7 @@ void ConverterView::buildContent()
     layout->addSpacing(16 - shadow.top());
     // Each card shows itself for the state it follows, from the moment it is made: hiding a
     // part of a layout that has never been laid out does not reach the measures it caches.
-    layout->addWidget(new MissingToolsCard(m_tools, content));
+    layout->addWidget(new MissingToolsCard(m_tools, m_updater, content));
     layout->addWidget(buildLinkCard());
     layout->addWidget(new GlassCard(
         new OutputOptionsForm(OutputOptionsForm::Kind::converter, m_engine, m_desktop), 12, 12,

@@ -2,6 +2,7 @@
 #include "views/converter/MissingToolsCard.h"
 
 #include "services/DependencyManager.h"
+#include "services/ToolUpdater.h"
 #include "views/components/ActivitySpinner.h"
 #include "views/components/Theme.h"
 
@@ -12,9 +13,11 @@
 
 using namespace Theme;
 
-MissingToolsCard::MissingToolsCard(DependencyManager& tools, QWidget* parent)
+MissingToolsCard::MissingToolsCard(DependencyManager& tools, ToolUpdater& updater,
+                                   QWidget* parent)
     : GlassCard(new QWidget, 10, 10, parent)
     , m_tools(tools)
+    , m_updater(updater)
 {
     QHBoxLayout* layout = row(content(), 10);
     layout->addWidget(
@@ -34,24 +37,23 @@ MissingToolsCard::MissingToolsCard(DependencyManager& tools, QWidget* parent)
     m_installButton = new QPushButton(tr("Install Automatically"), content());
     m_installButton->setFont(Theme::font(11));
     makeProminent(m_installButton, orange(palette()));
-    connect(m_installButton, &QPushButton::clicked, this,
-            [this] { m_tools.installDependenciesAutomatically(); });
+    connect(m_installButton, &QPushButton::clicked, &m_updater, &ToolUpdater::installMissing);
     layout->addWidget(m_installButton);
 
-    for (auto signal :
-         {&DependencyManager::isReadyChanged, &DependencyManager::isCheckingChanged,
-          &DependencyManager::isInstallingChanged, &DependencyManager::installProgressChanged}) {
+    for (auto signal : {&DependencyManager::isReadyChanged, &DependencyManager::isCheckingChanged})
         connect(&m_tools, signal, this, &MissingToolsCard::update);
-    }
+    for (auto signal : {&ToolUpdater::isUpdatingChanged, &ToolUpdater::messageChanged})
+        connect(&m_updater, signal, this, &MissingToolsCard::update);
     update();
 }
 
 void MissingToolsCard::update()
 {
     setVisible(!m_tools.isReady() && !m_tools.isChecking());
-    const bool installing = m_tools.isInstalling();
-    if (installing) {
-        m_detail->setText(m_tools.installProgress());
+    const bool installing = m_updater.isUpdating();
+    // While installing, the step; after a failed install, why it failed.
+    if (installing || !m_updater.message().isEmpty()) {
+        m_detail->setText(m_updater.message());
         setTextColor(m_detail, orange(palette()));
     } else {
         m_detail->setText(

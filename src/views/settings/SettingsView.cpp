@@ -87,15 +87,14 @@ SettingsView::SettingsView(DownloadEngine& engine, DependencyManager& tools, Too
     for (auto signal :
          {&DependencyManager::ytDlpPathChanged, &DependencyManager::ffmpegPathChanged,
           &DependencyManager::ytDlpVersionChanged, &DependencyManager::ffmpegVersionChanged,
-          &DependencyManager::isReadyChanged, &DependencyManager::isInstallingChanged,
-          &DependencyManager::installProgressChanged}) {
+          &DependencyManager::isReadyChanged}) {
         connect(&m_tools, signal, this, &SettingsView::updateTools);
     }
     connect(&m_tools, &DependencyManager::javaScriptRuntimeChanged, this,
             &SettingsView::updateTools);
     for (auto signal : {&ToolUpdater::latestVersionsChanged, &ToolUpdater::ytDlpOutOfDateChanged,
                         &ToolUpdater::isUpdatingChanged, &ToolUpdater::messageChanged,
-                        &ToolUpdater::hasPreviousYtDlpChanged})
+                        &ToolUpdater::hasPreviousYtDlpChanged, &ToolUpdater::channelChanged})
         connect(&m_updater, signal, this, &SettingsView::updateTools);
 }
 
@@ -236,6 +235,22 @@ QWidget* SettingsView::buildToolsCard()
     m_runtimeRow->addButton(m_denoButton);
     layout->addWidget(m_runtimeRow);
 
+    // Nightly builds follow the sites faster; a change of channel is offered, not made.
+    using ToolReleases::Channel;
+    auto* channels = new QComboBox;
+    channels->addItem(tr("Stable"), ToolReleases::channelKey(Channel::stable));
+    channels->addItem(tr("Nightly"), ToolReleases::channelKey(Channel::nightly));
+    channels->setCurrentIndex(channels->findData(ToolReleases::channelKey(m_updater.channel())));
+    connect(channels, &QComboBox::activated, this, [this, channels] {
+        if (const auto chosen = ToolReleases::channelFromKey(channels->currentData().toString()))
+            m_updater.setChannel(*chosen);
+    });
+    QWidget* channelRow = labelledRow(tr("yt-dlp updates"), channels, 0);
+    m_switchButton = smallButton(QString(), QString(), channelRow);
+    connect(m_switchButton, &QPushButton::clicked, &m_updater, &ToolUpdater::updateYtDlp);
+    static_cast<QHBoxLayout*>(channelRow->layout())->insertWidget(2, m_switchButton);
+    layout->addWidget(channelRow);
+
     // What the running update does, or how the last one ended.
     m_updateRow = new QWidget(content);
     auto* updateLayout = new QHBoxLayout(m_updateRow);
@@ -249,22 +264,11 @@ QWidget* SettingsView::buildToolsCard()
     updateLayout->addWidget(m_updateMessage, 1);
     layout->addWidget(m_updateRow);
 
-    m_installRow = new QWidget(content);
-    auto* installLayout = new QHBoxLayout(m_installRow);
-    installLayout->setContentsMargins(0, 4, 0, 0);
-    installLayout->setSpacing(8);
     m_installButton =
-        smallButton(tr("Download & Install Missing Tools Automatically"), QString(), m_installRow);
+        smallButton(tr("Download & Install Missing Tools Automatically"), QString(), content);
     makeProminent(m_installButton, orange(palette()));
     connect(m_installButton, &QPushButton::clicked, &m_updater, &ToolUpdater::installMissing);
-    installLayout->addWidget(m_installButton);
-    m_installSpinner = new ActivitySpinner(14, m_installRow);
-    installLayout->addWidget(m_installSpinner);
-    m_installProgress = label(QString(), Theme::font(11), m_installRow);
-    setTextColor(m_installProgress, orange(palette()));
-    installLayout->addWidget(m_installProgress);
-    installLayout->addStretch(1);
-    layout->addWidget(m_installRow);
+    layout->addWidget(m_installButton, 0, Qt::AlignLeft);
 
     // Sites that ask for a signed-in browser get its cookies through yt-dlp.
     m_cookiesBox = new QComboBox;
@@ -356,11 +360,32 @@ QWidget* SettingsView::buildAboutCard()
     return card(content, this);
 }
 
+QString SettingsView::sourceText(const std::optional<QString>& path, bool signedTool) const
+{
+    if (!path)
+        return {};
+    switch (m_tools.sourceOf(*path)) {
+    case DependencyManager::ToolSource::veldtone:
+        return signedTool ? tr("Installed by Veldtone · signature verified")
+                          : tr("Installed by Veldtone · checksum verified");
+    case DependencyManager::ToolSource::bundled:
+        return tr("Shipped with Veldtone");
+    case DependencyManager::ToolSource::system:
+        return tr("System package");
+    case DependencyManager::ToolSource::path:
+        return tr("Found on PATH");
+    }
+    return {};
+}
+
 void SettingsView::updateTools()
 {
     m_ytDlpRow->setTool(m_tools.ytDlpPath(), m_tools.ytDlpVersion());
+    m_ytDlpRow->setSource(sourceText(m_tools.ytDlpPath(), true));
     m_ffmpegRow->setTool(m_tools.ffmpegPath(), m_tools.ffmpegVersion());
+    m_ffmpegRow->setSource(sourceText(m_tools.ffmpegPath(), false));
     m_runtimeRow->setTool(m_tools.denoPath(), m_tools.denoVersion());
+    m_runtimeRow->setSource(sourceText(m_tools.denoPath(), false));
     const bool runtime = m_tools.hasJavaScriptRuntime();
     m_runtimeRow->setNote(runtime              ? QString()
                           : m_tools.denoPath() ? tr("Needs Deno 2.3 or later")
@@ -370,6 +395,15 @@ void SettingsView::updateTools()
     m_ytDlpRow->setNote(m_updater.ytDlpNote());
     m_updateButton->setVisible(m_tools.ytDlpPath().has_value());
     m_updateButton->setEnabled(!updating);
+    // A system package is the system's to update; ours then takes precedence.
+    const bool systemYtDlp = m_tools.ytDlpPath() && m_tools.sourceOf(*m_tools.ytDlpPath()) ==
+                                                        DependencyManager::ToolSource::system;
+    m_updateButton->setText(systemYtDlp ? tr("Install Veldtone's Copy") : tr("Update yt-dlp"));
+    m_switchButton->setVisible(m_updater.offersChannelSwitch());
+    m_switchButton->setEnabled(!updating);
+    m_switchButton->setText(m_updater.channel() == ToolUpdater::Channel::nightly
+                                ? tr("Switch to Nightly")
+                                : tr("Switch to Stable"));
     m_previousButton->setVisible(m_updater.hasPreviousYtDlp());
     m_previousButton->setEnabled(!updating);
     m_denoButton->setVisible(!runtime);
@@ -378,10 +412,5 @@ void SettingsView::updateTools()
     m_updateSpinner->setVisible(updating);
     m_updateMessage->setText(m_updater.message());
 
-    const bool installing = m_tools.isInstalling();
-    m_installRow->setVisible(!m_tools.isReady());
-    m_installButton->setVisible(!installing);
-    m_installSpinner->setVisible(installing);
-    m_installProgress->setVisible(installing);
-    m_installProgress->setText(m_tools.installProgress());
+    m_installButton->setVisible(!m_tools.isReady() && !updating);
 }

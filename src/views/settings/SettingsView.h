@@ -3,6 +3,8 @@
 
 #include "views/components/ThemedScreen.h"
 
+#include <optional>
+
 class ActivitySpinner;
 class AudioPlayerService;
 class DependencyManager;
@@ -40,6 +42,8 @@ private:
     static QString proxyRefusedText();
 
     void updateTools();
+    // Where the tool at path comes from, for its row; empty when it is missing.
+    QString sourceText(const std::optional<QString>& path, bool signedTool) const;
 
     DownloadEngine& m_engine;
     DependencyManager& m_tools;
@@ -55,11 +59,9 @@ private:
     QWidget* m_updateRow = nullptr;
     ActivitySpinner* m_updateSpinner = nullptr;
     ElidedLabel* m_updateMessage = nullptr;
-    QWidget* m_installRow = nullptr;
+    QPushButton* m_switchButton = nullptr;
     QPushButton* m_installButton = nullptr;
     QComboBox* m_cookiesBox = nullptr;
     QLineEdit* m_proxyField = nullptr;
     QLabel* m_proxyError = nullptr;
-    ActivitySpinner* m_installSpinner = nullptr;
-    QLabel* m_installProgress = nullptr;
 };

@@ -46,6 +46,10 @@ ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
     m_path->setFont(Theme::font(11, QFont::Normal, Face::monospaced));
     setTextColor(m_path, secondaryText(palette()));
     column->addWidget(m_path);
+    m_source = label(QString(), Theme::font(11), texts);
+    setTextColor(m_source, secondaryText(palette()));
+    m_source->hide();
+    column->addWidget(m_source);
     layout->addWidget(texts, 1);
     setTool(std::nullopt, std::nullopt);
 }
@@ -73,6 +77,13 @@ void ToolStatusRow::setTool(const std::optional<QString>& path,
     setNote(m_note->text());
 }
 
+void ToolStatusRow::setSource(const QString& source)
+{
+    m_source->setText(source);
+    m_source->setVisible(!source.isEmpty());
+    setNote(m_note->text());
+}
+
 void ToolStatusRow::setNote(const QString& note)
 {
     m_note->setText(note);
@@ -83,8 +94,12 @@ void ToolStatusRow::setNote(const QString& note)
         QStringLiteral("QLabel { color: %1; background: %2; border-radius: 4px;"
                        " padding: 1px 6px; }")
             .arg(tint.name(), Theme::withOpacity(tint, 0.15).name(QColor::HexArgb)));
-    setAccessibleDescription(note.isEmpty() ? m_description
-                                            : m_description + QStringLiteral(", ") + note);
+    QString description = m_description;
+    for (const QString& more : {m_source->text(), note}) {
+        if (!more.isEmpty())
+            description += QStringLiteral(", ") + more;
+    }
+    setAccessibleDescription(description);
 }
 
 void ToolStatusRow::addButton(QWidget* button)
@@ -100,4 +115,9 @@ QString ToolStatusRow::badgeText() const
 QString ToolStatusRow::pathText() const
 {
     return m_path->text();
+}
+
+QString ToolStatusRow::sourceText() const
+{
+    return m_source->isVisibleTo(this) ? m_source->text() : QString();
 }

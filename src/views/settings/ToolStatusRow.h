@@ -18,6 +18,8 @@ public:
     explicit ToolStatusRow(const QString& toolName, QWidget* parent = nullptr);
 
     void setTool(const std::optional<QString>& path, const std::optional<QString>& version);
+    // Where the tool comes from, under its path; empty hides it.
+    void setSource(const QString& source);
     // A short line beside the badge, such as an available update; empty hides it.
     void setNote(const QString& note);
     // A button at the row's end, such as an update; the row lays it out.
@@ -27,6 +29,7 @@ public:
     QString sealSymbol() const { return m_sealSymbol; }
     QString badgeText() const;
     QString pathText() const;
+    QString sourceText() const;
 
 private:
     QString m_toolName;
@@ -37,4 +40,5 @@ private:
     QHBoxLayout* m_layout;
     QString m_description;
     ElidedLabel* m_path;
+    QLabel* m_source;
 };
