@@ -3,9 +3,12 @@
 // of a playlist listing's line: no crash, and any result has a duration that is not negative
 // and a text that matches it (a report's may say "--:--", unknown, with no seconds); an entry
 // is ripped by a web link or as a playlist item; chapters run forward; music counts are
-// positive. The same bytes as an ebur128 log give a finite reading or none.
+// positive. The same bytes as an ebur128 log give a finite reading or none; as a release's
+// checksum list, a hash of the right length or none; as a key or gpgv's status, no crash.
 #include "models/ReplayGain.h"
+#include "models/ToolVersion.h"
 #include "services/MetadataFetch.h"
+#include "services/ReleaseSignature.h"
 #include "services/RunReport.h"
 
 #include <cmath>
@@ -52,5 +55,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (entry->playlistItem > 0 ? entry->link != link : !entry->link.startsWith(u"http"))
             std::abort();
     }
+    if (const auto sum = ToolVersion::checksumFor(json, QStringLiteral("yt-dlp_linux"), 64)) {
+        if (sum->size() != 64 || sum->toLower() != *sum)
+            std::abort();
+    }
+    (void)ReleaseSignature::dearmor(json);
+    (void)ReleaseSignature::validSignatureBy(
+        json, QStringLiteral("AC0CBBE6848D6A873464AF4E57CF65933B5A7581"));
     return 0;
 }

@@ -248,9 +248,8 @@ private slots:
     void playlists()
     {
         QAbstractItemModelTester tester(queueModel());
-        editor()->setPlainText(link(u"ok1"_s) +
-                               u"\nhttps://www.youtube.com/playlist?list=PLmix\n"
-                               "https://www.youtube.com/playlist?list=PLfail"_s);
+        editor()->setPlainText(link(u"ok1"_s) + u"\nhttps://www.youtube.com/playlist?list=PLmix\n"
+                                                "https://www.youtube.com/playlist?list=PLfail"_s);
         QTest::mouseClick(button(u"Add to Queue"_s), Qt::LeftButton);
         QVERIFY(runner().isExpanding());
         const QStringList shown = reachable(m_view.get()).keys();

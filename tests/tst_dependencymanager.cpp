@@ -8,6 +8,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <array>
 
 using namespace Qt::StringLiterals;
 using TestSupport::writeScript;
@@ -138,41 +139,32 @@ private slots:
         QCOMPARE(manager.ffmpegVersion(), ffmpegVersion);
     }
 
-    // yt-dlp from 2025.11.12 on is told which runtime to use by its path: Deno 2.3 or later,
+    // A yt-dlp from 2025.11.12 on is told which runtime to use by its path: Deno 2.3 or later,
     // else Node.js 22 or later; an older yt-dlp is told nothing.
-    void javaScriptRuntimes_data()
-    {
-        QTest::addColumn<QString>("ytDlp");
-        QTest::addColumn<QString>("deno");
-        QTest::addColumn<QString>("node");
-        QTest::addColumn<QString>("named");
-        QTest::newRow("deno") << u"2025.11.12"_s << u"deno 2.3.1 (stable)"_s << u"v22.1.0"_s
-                              << u"deno"_s;
-        QTest::newRow("old deno, node") << u"2026.01.01"_s << u"deno 2.2.9 (stable)"_s
-                                        << u"v22.0.0"_s << u"node"_s;
-        QTest::newRow("node 20 is too old") << u"2026.01.01"_s << QString() << u"v20.19.0"_s
-                                            << QString();
-        QTest::newRow("old yt-dlp") << u"2025.10.22"_s << u"deno 2.5.0"_s << QString() << QString();
-    }
     void javaScriptRuntimes()
     {
-        QFETCH(QString, ytDlp);
-        QFETCH(QString, deno);
-        QFETCH(QString, node);
-        QFETCH(QString, named);
-        writeScript(tool(u"sys1"_s, u"yt-dlp"_s), "echo " + ytDlp.toUtf8() + '\n');
-        for (const auto& [name, banner] : {std::pair{u"deno"_s, deno}, std::pair{u"node"_s, node}}) {
-            if (!banner.isEmpty())
-                writeScript(tool(u"path2"_s, name), "echo '" + banner.toUtf8() + "'\n");
+        // yt-dlp, Deno's and Node's banners, and the runtime named.
+        const std::array<std::array<const char*, 4>, 4> cases = {{
+            {"2025.11.12", "deno 2.3.1 (stable)", "v22.1.0", "deno"},
+            {"2026.01.01", "deno 2.2.9 (stable)", "v22.0.0", "node"},
+            {"2026.01.01", "", "v20.19.0", ""},
+            {"2025.10.22", "deno 2.5.0", "", ""},
+        }};
+        for (const auto& [ytDlp, deno, node, runtimeName] : cases) {
+            init();
+            writeScript(tool(u"sys1"_s, u"yt-dlp"_s), "echo " + QByteArray(ytDlp) + '\n');
+            for (const auto& [name, banner] : {std::pair{"deno", deno}, std::pair{"node", node}}) {
+                if (*banner)
+                    writeScript(tool(u"path2"_s, QString::fromLatin1(name)),
+                                "echo '" + QByteArray(banner) + "'\n");
+            }
+            DependencyManager manager(isolatedOptions());
+            runCheck(manager);
+            const QString runtime = QString::fromLatin1(runtimeName);
+            const QStringList named = {u"--js-runtimes"_s,
+                                       runtime + u':' + tool(u"path2"_s, runtime)};
+            QCOMPARE(manager.ytDlpInvocation()->options, runtime.isEmpty() ? QStringList() : named);
         }
-        DependencyManager manager(isolatedOptions());
-        runCheck(manager);
-        const QStringList expected = named.isEmpty()
-                                         ? QStringList()
-                                         : QStringList{u"--js-runtimes"_s,
-                                                       named + u':' + tool(u"path2"_s, named)};
-        QCOMPARE(manager.ytDlpInvocation()->options, expected);
-        QCOMPARE(manager.hasJavaScriptRuntime(), !named.isEmpty() || ytDlp < u"2025.11.12"_s);
     }
 
     void sources()

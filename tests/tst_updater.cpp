@@ -24,6 +24,8 @@ using TestSupport::writeScript;
 namespace {
 
 const QDateTime kNow(QDate(2026, 11, 25), QTime(12, 0), Qt::UTC);
+// Nothing listens there.
+const QUrl kNowhere(u"http://127.0.0.1:9/"_s);
 
 // A yt-dlp that answers its version and, when run for real, notes its PATH and arguments.
 QByteArray ytDlpScript(const QString& version, const QString& log = {})
@@ -32,20 +34,6 @@ QByteArray ytDlpScript(const QString& version, const QString& log = {})
            "; exit 0; fi\n" +
            (log.isEmpty() ? QByteArray() : "echo \"$PATH|$*\" > '" + log.toUtf8() + "'\n") +
            "exit 1\n";
-}
-
-// The fingerprint gpg itself reads off a key, armored or not.
-QString fingerprintOf(const QByteArray& key)
-{
-    QProcess gpg;
-    QTemporaryDir home;
-    gpg.start(u"gpg"_s, {u"--homedir"_s, home.path(), u"--with-colons"_s, u"--show-keys"_s});
-    gpg.write(key);
-    gpg.closeWriteChannel();
-    gpg.waitForFinished();
-    const QString listing = QString::fromLatin1(gpg.readAllStandardOutput());
-    QProcess::execute(u"gpgconf"_s, {u"--homedir"_s, home.path(), u"--kill"_s, u"all"_s});
-    return listing.section(u"\nfpr:::::::::"_s, 1).section(u':', 0, 0);
 }
 
 } // namespace
@@ -57,8 +45,7 @@ class UpdaterTest : public QObject
 private:
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<ReleaseSite> m_site;
-    std::unique_ptr<DependencyManager> m_tools;
-    std::unique_ptr<ToolUpdater> m_updater;
+    ReleaseSite::Tools m_tools;
     QDateTime m_now = kNow;
 
     QString path(const QString& relative) const { return m_dir->filePath(relative); }
@@ -78,40 +65,20 @@ private:
 
     void makeServices(const QUrl& site)
     {
-        m_updater.reset();
-        m_tools.reset();
-        DependencyManager::Options options;
-        options.installFolder = installFolder();
-        options.systemFolders = {path(u"sys"_s)};
-        options.environment = QProcessEnvironment();
-        options.checkOnStart = false;
-        m_tools = std::make_unique<DependencyManager>(options);
-        ToolUpdater::Options releases;
-        releases.site = site;
-        releases.system = u"linux"_s;
-        releases.processor = u"x86_64"_s;
-        releases.ytDlpKey = m_site->key();
-        releases.transferTimeoutMs = 2000;
-        releases.now = [this] { return m_now; };
-        m_updater = std::make_unique<ToolUpdater>(
-            *m_tools, releases,
-            std::make_unique<QSettings>(path(u"settings.ini"_s), QSettings::IniFormat));
-        QVERIFY(check());
+        m_tools = {};
+        m_tools = m_site->makeTools(
+            installFolder(), path(u"sys"_s), path(u"settings.ini"_s), [this] { return m_now; },
+            site);
     }
 
-    bool check()
-    {
-        QSignalSpy finished(m_tools.get(), &DependencyManager::checkFinished);
-        m_tools->checkDependencies();
-        return finished.wait(15000);
-    }
+    bool check() { return ReleaseSite::check(*m_tools.manager); }
 
     // Runs one update through to the check that follows it.
     bool finish(const std::function<void()>& start)
     {
-        QSignalSpy finished(m_tools.get(), &DependencyManager::checkFinished);
+        QSignalSpy finished(m_tools.manager.get(), &DependencyManager::checkFinished);
         start();
-        return finished.wait(20000) && !m_updater->isUpdating();
+        return finished.wait(20000) && !m_tools.updater->isUpdating();
     }
 
     // Half-done downloads and unpack folders.
@@ -135,8 +102,7 @@ private slots:
 
     void cleanup()
     {
-        m_updater.reset();
-        m_tools.reset();
+        m_tools = {};
         m_site.reset();
     }
 
@@ -157,7 +123,6 @@ private slots:
                  sumLine("y", {}).left(64));
         QVERIFY(ToolVersion::isNightlyBuild(u"2025.11.12.232941"_s));
         QVERIFY(!ToolVersion::isNightlyBuild(u"2022.03.08.1"_s));
-        QVERIFY(!ToolVersion::isNightlyBuild(u"2025.11.12"_s));
         QVERIFY(ToolVersion::isYtDlpOutOfDate(u"2026.11.10.000000"_s, {}, kNow.date(), 14));
     }
 
@@ -167,60 +132,62 @@ private slots:
     {
         const ReleaseSignature::Key shipped = ReleaseSignature::Key::ytDlp();
         QCOMPARE(shipped.fingerprint, u"AC0CBBE6848D6A873464AF4E57CF65933B5A7581"_s);
-        QCOMPARE(fingerprintOf(shipped.armored), shipped.fingerprint);
-        QCOMPARE(fingerprintOf(ReleaseSignature::dearmor(shipped.armored)), shipped.fingerprint);
+        QCOMPARE(m_site->fingerprintOf(shipped.armored), shipped.fingerprint);
+        QCOMPARE(m_site->fingerprintOf(ReleaseSignature::dearmor(shipped.armored)),
+                 shipped.fingerprint);
 
         const QString gpgv = QStandardPaths::findExecutable(u"gpgv"_s);
         const QByteArray data = "sums\n";
-        QVERIFY(ReleaseSignature::verify(data, m_site->sign(data), m_site->key(), gpgv, 10000));
-        QVERIFY(!ReleaseSignature::verify(data, m_site->sign(data, false), m_site->key(), gpgv,
-                                          10000));
-        QVERIFY(!ReleaseSignature::verify(data + "x", m_site->sign(data), m_site->key(), gpgv,
-                                          10000));
-        QVERIFY(!ReleaseSignature::verify(data, m_site->sign(data), shipped, gpgv, 10000));
-        // A good signature by another key, even with the wanted fingerprint elsewhere, is none.
-        const QString other = u"0123456789ABCDEF0123456789ABCDEF01234567"_s;
-        QVERIFY(!ReleaseSignature::validSignatureBy(
-            "[GNUPG:] GOODSIG 57CF65933B5A7581 x\n[GNUPG:] VALIDSIG " + other.toLatin1() +
-                " 2026-11-25 1 0 4 0 1 10 00 " + other.toLatin1() + "\n",
-            shipped.fingerprint));
-        QVERIFY(ReleaseSignature::validSignatureBy(
-            "[GNUPG:] VALIDSIG " + other.toLatin1() + " 2026-11-25 1 0 4 0 1 10 00 " +
-                shipped.fingerprint.toLatin1() + "\n",
-            shipped.fingerprint));
+        const QByteArray good = m_site->sign(data);
+        QVERIFY(ReleaseSignature::verify(data, good, m_site->key(), gpgv, 10000));
+        // Another key's signature, another text, or another key trusted: none counts.
+        QVERIFY(
+            !ReleaseSignature::verify(data, m_site->sign(data, false), m_site->key(), gpgv, 10000));
+        QVERIFY(!ReleaseSignature::verify(data + "x", good, m_site->key(), gpgv, 10000));
+        QVERIFY(!ReleaseSignature::verify(data, good, shipped, gpgv, 10000));
+        // The key may have signed as itself or through a subkey; a line naming it elsewhere
+        // does not do.
+        const auto validSig = [&shipped](const QByteArray& signer, const QByteArray& primary) {
+            return ReleaseSignature::validSignatureBy(
+                "[GNUPG:] GOODSIG 57CF65933B5A7581 x " + shipped.fingerprint.toLatin1() +
+                    "\n[GNUPG:] VALIDSIG " + signer + " 2026-11-25 1 0 4 0 1 10 00 " + primary,
+                shipped.fingerprint);
+        };
+        const QByteArray other = "0123456789ABCDEF0123456789ABCDEF01234567";
+        QVERIFY(!validSig(other, other));
+        QVERIFY(validSig(other, shipped.fingerprint.toLatin1()));
         QVERIFY(ReleaseSignature::dearmor("not a key").isEmpty());
     }
 
     // An update lands, is the tool the check reports and the engine runs, then is rolled back.
     void updateLandsAndRollsBack()
     {
-        QVERIFY(m_updater->isYtDlpOutOfDate());
-        QCOMPARE(m_updater->ytDlpNote(), u"Out of date"_s);
+        QVERIFY(m_tools.updater->isYtDlpOutOfDate());
+        QCOMPARE(m_tools.updater->ytDlpNote(), u"Out of date"_s);
         m_site->publishYtDlp(u"2026.11.01"_s, ytDlpScript(u"2026.11.01"_s, path(u"ran.log"_s)));
         writeScript(path(u"sys/deno"_s), "echo 'deno 2.5.6 (stable, release)'\n");
-        QSignalSpy latest(m_updater.get(), &ToolUpdater::latestVersionsChanged);
-        m_updater->checkForUpdates();
+        QSignalSpy latest(m_tools.updater.get(), &ToolUpdater::latestVersionsChanged);
+        m_tools.updater->checkForUpdates();
         QVERIFY(latest.wait());
-        QCOMPARE(m_updater->ytDlpNote(), u"Update available: 2026.11.01"_s);
+        QCOMPARE(m_tools.updater->ytDlpNote(), u"Update available: 2026.11.01"_s);
 
         // Two quick requests make one run.
         QVERIFY(finish([this] {
-            m_updater->updateYtDlp();
-            m_updater->updateYtDlp();
+            m_tools.updater->updateYtDlp();
+            m_tools.updater->updateYtDlp();
         }));
         QCOMPARE(server().requestCount(ReleaseSite::ytDlpPath(u"2026.11.01"_s)), 1);
         const QString installed = installFolder() + u"/yt-dlp"_s;
-        QCOMPARE(m_tools->ytDlpPath(), installed);
-        QCOMPARE(m_tools->ytDlpVersion(), u"2026.11.01"_s);
-        QVERIFY(!m_updater->isYtDlpOutOfDate());
-        QVERIFY(!m_updater->hasPreviousYtDlp());
+        QCOMPARE(m_tools.manager->ytDlpPath(), installed);
+        QCOMPARE(m_tools.manager->ytDlpVersion(), u"2026.11.01"_s);
+        QVERIFY(!m_tools.updater->isYtDlpOutOfDate());
+        QVERIFY(!m_tools.updater->hasPreviousYtDlp());
         QTRY_COMPARE(strayFiles(), QStringList());
 
         HistoryStore history(path(u"library"_s));
-        DownloadEngine engine(*m_tools, history,
+        DownloadEngine engine(*m_tools.manager, history,
                               std::make_unique<QSettings>(path(u"e.ini"_s), QSettings::IniFormat));
         engine.setCookiesFromBrowser(u"firefox"_s);
-        QSignalSpy status(&engine, &DownloadEngine::currentStatusChanged);
         engine.startExtraction(u"https://youtu.be/abc"_s);
         QTRY_VERIFY(engine.currentStatus().kind() == DownloadStatus::Kind::failed);
         const QString ran = QString::fromUtf8(readFile(path(u"ran.log"_s)));
@@ -231,12 +198,12 @@ private slots:
 
         // A second update keeps the first; going back puts it in place again.
         m_site->publishYtDlp(u"2026.11.20"_s, ytDlpScript(u"2026.11.20"_s));
-        QVERIFY(finish([this] { m_updater->updateYtDlp(); }));
-        QCOMPARE(m_tools->ytDlpVersion(), u"2026.11.20"_s);
-        QVERIFY(m_updater->hasPreviousYtDlp());
-        QVERIFY(finish([this] { m_updater->usePreviousYtDlp(); }));
-        QCOMPARE(m_tools->ytDlpVersion(), u"2026.11.01"_s);
-        QCOMPARE(m_tools->ytDlpPath(), installed);
+        QVERIFY(finish([this] { m_tools.updater->updateYtDlp(); }));
+        QCOMPARE(m_tools.manager->ytDlpVersion(), u"2026.11.20"_s);
+        QVERIFY(m_tools.updater->hasPreviousYtDlp());
+        QVERIFY(finish([this] { m_tools.updater->usePreviousYtDlp(); }));
+        QCOMPARE(m_tools.manager->ytDlpVersion(), u"2026.11.01"_s);
+        QCOMPARE(m_tools.manager->ytDlpPath(), installed);
     }
 
     // Whatever goes wrong, the working tool stays, nothing is left behind, and the row says
@@ -266,9 +233,7 @@ private slots:
         using Signature = ReleaseSite::Signature;
         const QByteArray good = ytDlpScript(u"2026.11.01"_s);
         if (trouble == u"offline") {
-            const QUrl gone = m_site->url();
-            m_site->stop();
-            makeServices(gone);
+            makeServices(kNowhere);
         } else {
             m_site->publishYtDlp(
                 u"2026.11.01"_s, trouble == u"broken" ? QByteArray("#!/bin/sh\nexit 3\n") : good,
@@ -279,10 +244,10 @@ private slots:
                 trouble == u"tampered" ? ytDlpScript(u"2026.11.02"_s) : QByteArray());
             QVERIFY(check());
         }
-        QVERIFY(finish([this] { m_updater->updateYtDlp(); }));
-        QCOMPARE(m_updater->message(), message);
-        QCOMPARE(m_tools->ytDlpVersion(), u"2026.01.01"_s);
-        QVERIFY(!m_updater->hasPreviousYtDlp());
+        QVERIFY(finish([this] { m_tools.updater->updateYtDlp(); }));
+        QCOMPARE(m_tools.updater->message(), message);
+        QCOMPARE(m_tools.manager->ytDlpVersion(), u"2026.01.01"_s);
+        QVERIFY(!m_tools.updater->hasPreviousYtDlp());
         QTRY_COMPARE(strayFiles(), QStringList());
     }
 
@@ -294,35 +259,35 @@ private slots:
         m_site->publishYtDlp(u"2026.11.12"_s, ytDlpScript(u"2026.11.12"_s));
         m_site->publishYtDlp(u"2026.11.20.232941"_s, ytDlpScript(u"2026.11.20.232941"_s), true);
         QVERIFY(check());
-        QVERIFY(!m_updater->offersChannelSwitch());
-        QSignalSpy channel(m_updater.get(), &ToolUpdater::channelChanged);
-        m_updater->setChannel(ToolUpdater::Channel::nightly);
-        QVERIFY(m_updater->offersChannelSwitch());
+        QVERIFY(!m_tools.updater->offersChannelSwitch());
+        QSignalSpy channel(m_tools.updater.get(), &ToolUpdater::channelChanged);
+        m_tools.updater->setChannel(ToolUpdater::Channel::nightly);
+        QVERIFY(m_tools.updater->offersChannelSwitch());
         QVERIFY(!channel.isEmpty());
-        QVERIFY(finish([this] { m_updater->updateYtDlp(); }));
-        QCOMPARE(m_tools->ytDlpVersion(), u"2026.11.20.232941"_s);
+        QVERIFY(finish([this] { m_tools.updater->updateYtDlp(); }));
+        QCOMPARE(m_tools.manager->ytDlpVersion(), u"2026.11.20.232941"_s);
         QCOMPARE(server().requestCount(ReleaseSite::ytDlpPath(u"2026.11.20.232941"_s, true)), 1);
-        QVERIFY(!m_updater->offersChannelSwitch());
-        QVERIFY(!m_updater->isYtDlpOutOfDate());
+        QVERIFY(!m_tools.updater->offersChannelSwitch());
+        QVERIFY(!m_tools.updater->isYtDlpOutOfDate());
         // Offline, a nightly build is out of date after two weeks, not ninety days.
         m_now = QDateTime(QDate(2026, 12, 6), QTime(12, 0), Qt::UTC);
-        makeServices(QUrl(u"http://127.0.0.1:9/"_s));
-        QVERIFY(m_updater->isYtDlpOutOfDate());
-        m_updater->setChannel(ToolUpdater::Channel::stable);
-        QVERIFY(!m_updater->isYtDlpOutOfDate());
-        m_updater->setChannel(ToolUpdater::Channel::nightly);
+        makeServices(kNowhere);
+        QVERIFY(m_tools.updater->isYtDlpOutOfDate());
+        m_tools.updater->setChannel(ToolUpdater::Channel::stable);
+        QVERIFY(!m_tools.updater->isYtDlpOutOfDate());
+        m_tools.updater->setChannel(ToolUpdater::Channel::nightly);
         m_now = kNow;
         makeServices(m_site->url());
 
-        m_updater->setChannel(ToolUpdater::Channel::stable);
-        QVERIFY(m_updater->offersChannelSwitch());
-        QVERIFY(finish([this] { m_updater->updateYtDlp(); }));
-        QCOMPARE(m_tools->ytDlpVersion(), u"2026.11.12"_s);
-        QCOMPARE(m_updater->message(), u"yt-dlp 2026.11.12 installed."_s);
-        QVERIFY(!m_updater->offersChannelSwitch());
+        m_tools.updater->setChannel(ToolUpdater::Channel::stable);
+        QVERIFY(m_tools.updater->offersChannelSwitch());
+        QVERIFY(finish([this] { m_tools.updater->updateYtDlp(); }));
+        QCOMPARE(m_tools.manager->ytDlpVersion(), u"2026.11.12"_s);
+        QCOMPARE(m_tools.updater->message(), u"yt-dlp 2026.11.12 installed."_s);
+        QVERIFY(!m_tools.updater->offersChannelSwitch());
         // The choice is kept.
         makeServices(m_site->url());
-        QCOMPARE(m_updater->channel(), ToolUpdater::Channel::stable);
+        QCOMPARE(m_tools.updater->channel(), ToolUpdater::Channel::stable);
         QTRY_COMPARE(strayFiles(), QStringList());
     }
 
@@ -330,15 +295,16 @@ private slots:
     // current yt-dlp alone.
     void denoInstalls()
     {
-        QVERIFY(!m_tools->hasJavaScriptRuntime());
+        QVERIFY(!m_tools.manager->hasJavaScriptRuntime());
         m_site->publishYtDlp(u"2023.03.04"_s, ytDlpScript(u"2023.03.04"_s));
-        m_site->publishDeno(u"2.5.6"_s,
-                            denoArchive("echo 'deno 2.5.6 (stable, release, x86_64-unknown-linux-gnu)'\n"
-                                        "echo 'v8 14.0'\n"));
-        QVERIFY(finish([this] { m_updater->updateTools(); }));
-        QCOMPARE(m_tools->denoPath(), installFolder() + u"/deno"_s);
-        QCOMPARE(m_tools->denoVersion(), u"2.5.6"_s);
-        QVERIFY(m_tools->hasJavaScriptRuntime());
+        m_site->publishDeno(
+            u"2.5.6"_s,
+            denoArchive("echo 'deno 2.5.6 (stable, release, x86_64-unknown-linux-gnu)'\n"
+                        "echo 'v8 14.0'\n"));
+        QVERIFY(finish([this] { m_tools.updater->updateTools(); }));
+        QCOMPARE(m_tools.manager->denoPath(), installFolder() + u"/deno"_s);
+        QCOMPARE(m_tools.manager->denoVersion(), u"2.5.6"_s);
+        QVERIFY(m_tools.manager->hasJavaScriptRuntime());
         QCOMPARE(server().requestCount(ReleaseSite::ytDlpPath(u"2023.03.04"_s)), 0);
         QTRY_COMPARE(strayFiles(), QStringList());
     }
@@ -347,21 +313,21 @@ private slots:
     void dailyLimit()
     {
         m_site->publishYtDlp(u"2026.11.01"_s, "");
-        QSignalSpy latest(m_updater.get(), &ToolUpdater::latestVersionsChanged);
-        m_updater->checkIfDue();
+        QSignalSpy latest(m_tools.updater.get(), &ToolUpdater::latestVersionsChanged);
+        m_tools.updater->checkIfDue();
         QVERIFY(latest.wait());
         m_now = kNow.addSecs(23 * 3600);
         makeServices(m_site->url());
         // A check that is not due asks nothing: the network is not even set up.
-        m_updater->checkIfDue();
-        QVERIFY(!m_updater->findChild<QNetworkAccessManager*>());
+        m_tools.updater->checkIfDue();
+        QVERIFY(!m_tools.updater->findChild<QNetworkAccessManager*>());
         m_now = kNow.addSecs(25 * 3600);
-        m_updater->setChecksAutomatically(false);
-        m_updater->checkIfDue();
-        QVERIFY(!m_updater->findChild<QNetworkAccessManager*>());
+        m_tools.updater->setChecksAutomatically(false);
+        m_tools.updater->checkIfDue();
+        QVERIFY(!m_tools.updater->findChild<QNetworkAccessManager*>());
         QCOMPARE(server().requestCount(u"/yt-dlp/yt-dlp/releases/latest"_s), 1);
-        m_updater->setChecksAutomatically(true);
-        m_updater->checkIfDue();
+        m_tools.updater->setChecksAutomatically(true);
+        m_tools.updater->checkIfDue();
         QTRY_COMPARE(server().requestCount(u"/yt-dlp/yt-dlp/releases/latest"_s), 2);
     }
 };

@@ -11,7 +11,6 @@
 #include <QStringList>
 #include <optional>
 
-
 // Finds yt-dlp, ffmpeg and a JavaScript runtime, reads their versions off the GUI thread, and
 // says where each came from. Installing is the updater's.
 class DependencyManager : public QObject

@@ -78,7 +78,8 @@ bool validSignatureBy(const QByteArray& status, const QString& fingerprint)
         const QList<QByteArray> words = line.simplified().split(' ');
         if (words.size() < 3 || words.at(0) != "[GNUPG:]" || words.at(1) != "VALIDSIG")
             continue;
-        if (words.at(2).toUpper() == wanted || (words.size() >= 12 && words.at(11).toUpper() == wanted))
+        if (words.at(2).toUpper() == wanted ||
+            (words.size() >= 12 && words.at(11).toUpper() == wanted))
             return true;
     }
     return false;
@@ -103,8 +104,8 @@ bool verify(const QByteArray& data, const QByteArray& signature, const Key& key,
         return false;
     ToolRun::Command command;
     command.program = gpgv;
-    command.arguments = {u"--homedir"_s, home.path(),      u"--keyring"_s,  keyringPath,
-                         u"--status-fd"_s, u"1"_s,         signaturePath,   dataPath};
+    command.arguments = {u"--homedir"_s,   home.path(), u"--keyring"_s, keyringPath,
+                         u"--status-fd"_s, u"1"_s,      signaturePath,  dataPath};
     command.wholeOutputLimit = 1 << 20;
     const ToolRun::Result result = ToolRun::runToEnd(std::move(command), timeoutMs);
     return result.succeeded() && !result.outputCut &&

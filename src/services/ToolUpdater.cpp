@@ -52,11 +52,6 @@ ToolUpdater::ToolUpdater(DependencyManager& tools, Options options,
     , m_options(std::move(options))
     , m_settings(SettingsKeys::open(std::move(settings)))
 {
-    if (m_options.gpgv.isEmpty()) {
-        m_options.gpgv = QStandardPaths::findExecutable(u"gpgv"_s);
-        if (m_options.gpgv.isEmpty())
-            m_options.gpgv = u"/usr/bin/gpgv"_s;
-    }
     connect(&m_tools, &DependencyManager::ytDlpVersionChanged, this, &ToolUpdater::refreshState);
     connect(&m_tools, &DependencyManager::checkFinished, this, &ToolUpdater::refreshState);
     refreshState();
@@ -71,9 +66,9 @@ ToolUpdater::~ToolUpdater()
 bool ToolUpdater::isYtDlpOutOfDate() const
 {
     const std::optional<QString> version = m_tools.ytDlpVersion();
-    return version && ToolVersion::isYtDlpOutOfDate(
-                          *version, m_latestYtDlp, m_options.now().date(),
-                          channel() == Channel::nightly ? kNightlyMaxAgeDays : 90);
+    return version &&
+           ToolVersion::isYtDlpOutOfDate(*version, m_latestYtDlp, m_options.now().date(),
+                                         channel() == Channel::nightly ? kNightlyMaxAgeDays : 90);
 }
 
 QString ToolUpdater::ytDlpNote() const
@@ -317,8 +312,12 @@ void ToolUpdater::fetchBuild(Fetch fetch)
             setMessage(fetch.version.isEmpty()
                            ? tr("Verifying and installing %1...").arg(name)
                            : tr("Verifying and installing %1 %2...").arg(name, fetch.version));
-            const Limits limits{m_options.ytDlpKey, m_options.gpgv, m_options.probeTimeoutMs,
-                                m_options.unpackTimeoutMs};
+            // Looked up when first needed: starting up asks nothing of PATH.
+            if (m_options.gpgv.isEmpty())
+                m_options.gpgv = QStandardPaths::findExecutable(u"gpgv"_s);
+            const Limits limits{m_options.ytDlpKey,
+                                m_options.gpgv.isEmpty() ? u"/usr/bin/gpgv"_s : m_options.gpgv,
+                                m_options.probeTimeoutMs, m_options.unpackTimeoutMs};
             m_placing = runInBackground(
                 QThreadPool::globalInstance(), this,
                 [fetch, folder, limits] { return verifyAndPlace(fetch, folder, limits); },

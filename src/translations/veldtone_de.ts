@@ -297,25 +297,6 @@
     </message>
 </context>
 <context>
-    <name>DependencyManager</name>
-    <message>
-        <source>Preparing installation directory...</source>
-        <translation>Installationsordner wird vorbereitet...</translation>
-    </message>
-    <message>
-        <source>Downloading yt-dlp...</source>
-        <translation>yt-dlp wird heruntergeladen...</translation>
-    </message>
-    <message>
-        <source>Downloading ffmpeg...</source>
-        <translation>ffmpeg wird heruntergeladen...</translation>
-    </message>
-    <message>
-        <source>Verifying installed tools...</source>
-        <translation>Installierte Werkzeuge werden geprüft...</translation>
-    </message>
-</context>
-<context>
     <name>DesktopNotifier</name>
     <message>
         <source>Show</source>
@@ -1002,6 +983,50 @@
         <source>Even out loudness</source>
         <translation>Lautstärke angleichen</translation>
     </message>
+    <message>
+        <source>Stable</source>
+        <translation>Stabil</translation>
+    </message>
+    <message>
+        <source>Nightly</source>
+        <translation>Nightly</translation>
+    </message>
+    <message>
+        <source>yt-dlp updates</source>
+        <translation>yt-dlp-Updates</translation>
+    </message>
+    <message>
+        <source>Installed by Veldtone · signature verified</source>
+        <translation>Von Veldtone installiert · Signatur geprüft</translation>
+    </message>
+    <message>
+        <source>Installed by Veldtone · checksum verified</source>
+        <translation>Von Veldtone installiert · Prüfsumme geprüft</translation>
+    </message>
+    <message>
+        <source>Shipped with Veldtone</source>
+        <translation>Mit Veldtone geliefert</translation>
+    </message>
+    <message>
+        <source>System package</source>
+        <translation>Systempaket</translation>
+    </message>
+    <message>
+        <source>Found on PATH</source>
+        <translation>Im PATH gefunden</translation>
+    </message>
+    <message>
+        <source>Install Veldtone&apos;s Copy</source>
+        <translation>Veldtones Kopie installieren</translation>
+    </message>
+    <message>
+        <source>Switch to Nightly</source>
+        <translation>Zu Nightly wechseln</translation>
+    </message>
+    <message>
+        <source>Switch to Stable</source>
+        <translation>Zu Stabil wechseln</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -1112,20 +1137,48 @@
         <translation>Das geladene %1 passt nicht zu seiner veröffentlichten Prüfsumme; nichts wurde ersetzt.</translation>
     </message>
     <message>
-        <source>Installing %1 %2...</source>
-        <translation>%1 %2 wird installiert...</translation>
-    </message>
-    <message>
         <source>%1 %2 installed.</source>
         <translation>%1 %2 installiert.</translation>
     </message>
     <message>
-        <source>The new %1 did not run; the one before it stays.</source>
-        <translation>Das neue %1 ließ sich nicht starten; das bisherige bleibt.</translation>
-    </message>
-    <message>
         <source>Could not put %1 into %2.</source>
         <translation>%1 konnte nicht nach %2 gelegt werden.</translation>
+    </message>
+    <message>
+        <source>There is no %1 build for this machine.</source>
+        <translation>Für diesen Rechner gibt es kein %1.</translation>
+    </message>
+    <message>
+        <source>Downloading %1...</source>
+        <translation>%1 wird geladen...</translation>
+    </message>
+    <message>
+        <source>Could not download the checksums of %1.</source>
+        <translation>Die Prüfsummen von %1 konnten nicht geladen werden.</translation>
+    </message>
+    <message>
+        <source>Verifying and installing %1...</source>
+        <translation>%1 wird geprüft und installiert...</translation>
+    </message>
+    <message>
+        <source>Verifying and installing %1 %2...</source>
+        <translation>%1 %2 wird geprüft und installiert...</translation>
+    </message>
+    <message>
+        <source>%1 installed.</source>
+        <translation>%1 installiert.</translation>
+    </message>
+    <message>
+        <source>The %1 release is not signed by its maintainers&apos; key; nothing was replaced.</source>
+        <translation>Die %1-Version ist nicht mit dem Schlüssel ihrer Betreuer signiert; nichts wurde ersetzt.</translation>
+    </message>
+    <message>
+        <source>The downloaded %1 could not be unpacked; nothing was replaced.</source>
+        <translation>Das geladene %1 konnte nicht entpackt werden; nichts wurde ersetzt.</translation>
+    </message>
+    <message>
+        <source>The new %1 did not run; nothing was replaced.</source>
+        <translation>Das neue %1 ließ sich nicht ausführen; nichts wurde ersetzt.</translation>
     </message>
 </context>
 <context>

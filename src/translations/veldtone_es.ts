@@ -297,25 +297,6 @@
     </message>
 </context>
 <context>
-    <name>DependencyManager</name>
-    <message>
-        <source>Preparing installation directory...</source>
-        <translation>Preparando la carpeta de instalación...</translation>
-    </message>
-    <message>
-        <source>Downloading yt-dlp...</source>
-        <translation>Descargando yt-dlp...</translation>
-    </message>
-    <message>
-        <source>Downloading ffmpeg...</source>
-        <translation>Descargando ffmpeg...</translation>
-    </message>
-    <message>
-        <source>Verifying installed tools...</source>
-        <translation>Verificando las herramientas instaladas...</translation>
-    </message>
-</context>
-<context>
     <name>DesktopNotifier</name>
     <message>
         <source>Show</source>
@@ -1002,6 +983,50 @@
         <source>Even out loudness</source>
         <translation>Igualar la sonoridad</translation>
     </message>
+    <message>
+        <source>Stable</source>
+        <translation>Estable</translation>
+    </message>
+    <message>
+        <source>Nightly</source>
+        <translation>Nightly</translation>
+    </message>
+    <message>
+        <source>yt-dlp updates</source>
+        <translation>Actualizaciones de yt-dlp</translation>
+    </message>
+    <message>
+        <source>Installed by Veldtone · signature verified</source>
+        <translation>Instalado por Veldtone · firma verificada</translation>
+    </message>
+    <message>
+        <source>Installed by Veldtone · checksum verified</source>
+        <translation>Instalado por Veldtone · suma de comprobación verificada</translation>
+    </message>
+    <message>
+        <source>Shipped with Veldtone</source>
+        <translation>Incluido con Veldtone</translation>
+    </message>
+    <message>
+        <source>System package</source>
+        <translation>Paquete del sistema</translation>
+    </message>
+    <message>
+        <source>Found on PATH</source>
+        <translation>Encontrado en el PATH</translation>
+    </message>
+    <message>
+        <source>Install Veldtone&apos;s Copy</source>
+        <translation>Instalar la copia de Veldtone</translation>
+    </message>
+    <message>
+        <source>Switch to Nightly</source>
+        <translation>Cambiar a Nightly</translation>
+    </message>
+    <message>
+        <source>Switch to Stable</source>
+        <translation>Cambiar a Estable</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -1112,20 +1137,48 @@
         <translation>El %1 descargado no coincide con su suma de comprobación publicada; no se reemplazó nada.</translation>
     </message>
     <message>
-        <source>Installing %1 %2...</source>
-        <translation>Instalando %1 %2...</translation>
-    </message>
-    <message>
         <source>%1 %2 installed.</source>
         <translation>%1 %2 instalado.</translation>
     </message>
     <message>
-        <source>The new %1 did not run; the one before it stays.</source>
-        <translation>El nuevo %1 no se ejecutó; se mantiene el anterior.</translation>
-    </message>
-    <message>
         <source>Could not put %1 into %2.</source>
         <translation>No se pudo colocar %1 en %2.</translation>
+    </message>
+    <message>
+        <source>There is no %1 build for this machine.</source>
+        <translation>No hay %1 para este equipo.</translation>
+    </message>
+    <message>
+        <source>Downloading %1...</source>
+        <translation>Descargando %1...</translation>
+    </message>
+    <message>
+        <source>Could not download the checksums of %1.</source>
+        <translation>No se pudieron descargar las sumas de comprobación de %1.</translation>
+    </message>
+    <message>
+        <source>Verifying and installing %1...</source>
+        <translation>Verificando e instalando %1...</translation>
+    </message>
+    <message>
+        <source>Verifying and installing %1 %2...</source>
+        <translation>Verificando e instalando %1 %2...</translation>
+    </message>
+    <message>
+        <source>%1 installed.</source>
+        <translation>%1 instalado.</translation>
+    </message>
+    <message>
+        <source>The %1 release is not signed by its maintainers&apos; key; nothing was replaced.</source>
+        <translation>La versión de %1 no está firmada con la clave de sus responsables; no se reemplazó nada.</translation>
+    </message>
+    <message>
+        <source>The downloaded %1 could not be unpacked; nothing was replaced.</source>
+        <translation>No se pudo descomprimir el %1 descargado; no se reemplazó nada.</translation>
+    </message>
+    <message>
+        <source>The new %1 did not run; nothing was replaced.</source>
+        <translation>El nuevo %1 no se ejecutó; no se reemplazó nada.</translation>
     </message>
 </context>
 <context>

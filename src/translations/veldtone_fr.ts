@@ -297,25 +297,6 @@
     </message>
 </context>
 <context>
-    <name>DependencyManager</name>
-    <message>
-        <source>Preparing installation directory...</source>
-        <translation>Préparation du dossier d&apos;installation...</translation>
-    </message>
-    <message>
-        <source>Downloading yt-dlp...</source>
-        <translation>Téléchargement de yt-dlp...</translation>
-    </message>
-    <message>
-        <source>Downloading ffmpeg...</source>
-        <translation>Téléchargement de ffmpeg...</translation>
-    </message>
-    <message>
-        <source>Verifying installed tools...</source>
-        <translation>Vérification des outils installés...</translation>
-    </message>
-</context>
-<context>
     <name>DesktopNotifier</name>
     <message>
         <source>Show</source>
@@ -1002,6 +983,50 @@
         <source>Even out loudness</source>
         <translation>Égaliser le volume sonore</translation>
     </message>
+    <message>
+        <source>Stable</source>
+        <translation>Stable</translation>
+    </message>
+    <message>
+        <source>Nightly</source>
+        <translation>Nightly</translation>
+    </message>
+    <message>
+        <source>yt-dlp updates</source>
+        <translation>Mises à jour de yt-dlp</translation>
+    </message>
+    <message>
+        <source>Installed by Veldtone · signature verified</source>
+        <translation>Installé par Veldtone · signature vérifiée</translation>
+    </message>
+    <message>
+        <source>Installed by Veldtone · checksum verified</source>
+        <translation>Installé par Veldtone · somme de contrôle vérifiée</translation>
+    </message>
+    <message>
+        <source>Shipped with Veldtone</source>
+        <translation>Fourni avec Veldtone</translation>
+    </message>
+    <message>
+        <source>System package</source>
+        <translation>Paquet du système</translation>
+    </message>
+    <message>
+        <source>Found on PATH</source>
+        <translation>Trouvé dans le PATH</translation>
+    </message>
+    <message>
+        <source>Install Veldtone&apos;s Copy</source>
+        <translation>Installer la copie de Veldtone</translation>
+    </message>
+    <message>
+        <source>Switch to Nightly</source>
+        <translation>Passer à Nightly</translation>
+    </message>
+    <message>
+        <source>Switch to Stable</source>
+        <translation>Passer à Stable</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -1112,20 +1137,48 @@
         <translation>Le %1 téléchargé ne correspond pas à sa somme de contrôle publiée ; rien n&apos;a été remplacé.</translation>
     </message>
     <message>
-        <source>Installing %1 %2...</source>
-        <translation>Installation de %1 %2...</translation>
-    </message>
-    <message>
         <source>%1 %2 installed.</source>
         <translation>%1 %2 installé.</translation>
     </message>
     <message>
-        <source>The new %1 did not run; the one before it stays.</source>
-        <translation>Le nouveau %1 ne s&apos;est pas lancé ; l&apos;ancien reste en place.</translation>
-    </message>
-    <message>
         <source>Could not put %1 into %2.</source>
         <translation>Impossible de placer %1 dans %2.</translation>
+    </message>
+    <message>
+        <source>There is no %1 build for this machine.</source>
+        <translation>Il n&apos;existe pas de %1 pour cette machine.</translation>
+    </message>
+    <message>
+        <source>Downloading %1...</source>
+        <translation>Téléchargement de %1...</translation>
+    </message>
+    <message>
+        <source>Could not download the checksums of %1.</source>
+        <translation>Impossible de télécharger les sommes de contrôle de %1.</translation>
+    </message>
+    <message>
+        <source>Verifying and installing %1...</source>
+        <translation>Vérification et installation de %1...</translation>
+    </message>
+    <message>
+        <source>Verifying and installing %1 %2...</source>
+        <translation>Vérification et installation de %1 %2...</translation>
+    </message>
+    <message>
+        <source>%1 installed.</source>
+        <translation>%1 installé.</translation>
+    </message>
+    <message>
+        <source>The %1 release is not signed by its maintainers&apos; key; nothing was replaced.</source>
+        <translation>La version de %1 n&apos;est pas signée par la clé de ses mainteneurs ; rien n&apos;a été remplacé.</translation>
+    </message>
+    <message>
+        <source>The downloaded %1 could not be unpacked; nothing was replaced.</source>
+        <translation>Le %1 téléchargé n&apos;a pas pu être décompressé ; rien n&apos;a été remplacé.</translation>
+    </message>
+    <message>
+        <source>The new %1 did not run; nothing was replaced.</source>
+        <translation>Le nouveau %1 ne s&apos;est pas lancé ; rien n&apos;a été remplacé.</translation>
     </message>
 </context>
 <context>

@@ -297,25 +297,6 @@
     </message>
 </context>
 <context>
-    <name>DependencyManager</name>
-    <message>
-        <source>Preparing installation directory...</source>
-        <translation>Preparando a pasta de instalação...</translation>
-    </message>
-    <message>
-        <source>Downloading yt-dlp...</source>
-        <translation>Baixando o yt-dlp...</translation>
-    </message>
-    <message>
-        <source>Downloading ffmpeg...</source>
-        <translation>Baixando o ffmpeg...</translation>
-    </message>
-    <message>
-        <source>Verifying installed tools...</source>
-        <translation>Verificando as ferramentas instaladas...</translation>
-    </message>
-</context>
-<context>
     <name>DesktopNotifier</name>
     <message>
         <source>Show</source>
@@ -1002,6 +983,50 @@
         <source>Even out loudness</source>
         <translation>Igualar o volume</translation>
     </message>
+    <message>
+        <source>Stable</source>
+        <translation>Estável</translation>
+    </message>
+    <message>
+        <source>Nightly</source>
+        <translation>Nightly</translation>
+    </message>
+    <message>
+        <source>yt-dlp updates</source>
+        <translation>Atualizações do yt-dlp</translation>
+    </message>
+    <message>
+        <source>Installed by Veldtone · signature verified</source>
+        <translation>Instalado pelo Veldtone · assinatura verificada</translation>
+    </message>
+    <message>
+        <source>Installed by Veldtone · checksum verified</source>
+        <translation>Instalado pelo Veldtone · soma de verificação conferida</translation>
+    </message>
+    <message>
+        <source>Shipped with Veldtone</source>
+        <translation>Incluído no Veldtone</translation>
+    </message>
+    <message>
+        <source>System package</source>
+        <translation>Pacote do sistema</translation>
+    </message>
+    <message>
+        <source>Found on PATH</source>
+        <translation>Encontrado no PATH</translation>
+    </message>
+    <message>
+        <source>Install Veldtone&apos;s Copy</source>
+        <translation>Instalar a cópia do Veldtone</translation>
+    </message>
+    <message>
+        <source>Switch to Nightly</source>
+        <translation>Mudar para Nightly</translation>
+    </message>
+    <message>
+        <source>Switch to Stable</source>
+        <translation>Mudar para Estável</translation>
+    </message>
 </context>
 <context>
     <name>Sidebar</name>
@@ -1112,20 +1137,48 @@
         <translation>O %1 baixado não corresponde à soma de verificação publicada; nada foi substituído.</translation>
     </message>
     <message>
-        <source>Installing %1 %2...</source>
-        <translation>Instalando %1 %2...</translation>
-    </message>
-    <message>
         <source>%1 %2 installed.</source>
         <translation>%1 %2 instalado.</translation>
     </message>
     <message>
-        <source>The new %1 did not run; the one before it stays.</source>
-        <translation>O novo %1 não executou; o anterior permanece.</translation>
-    </message>
-    <message>
         <source>Could not put %1 into %2.</source>
         <translation>Não foi possível colocar %1 em %2.</translation>
+    </message>
+    <message>
+        <source>There is no %1 build for this machine.</source>
+        <translation>Não há %1 para esta máquina.</translation>
+    </message>
+    <message>
+        <source>Downloading %1...</source>
+        <translation>Baixando %1...</translation>
+    </message>
+    <message>
+        <source>Could not download the checksums of %1.</source>
+        <translation>Não foi possível baixar as somas de verificação do %1.</translation>
+    </message>
+    <message>
+        <source>Verifying and installing %1...</source>
+        <translation>Verificando e instalando %1...</translation>
+    </message>
+    <message>
+        <source>Verifying and installing %1 %2...</source>
+        <translation>Verificando e instalando %1 %2...</translation>
+    </message>
+    <message>
+        <source>%1 installed.</source>
+        <translation>%1 instalado.</translation>
+    </message>
+    <message>
+        <source>The %1 release is not signed by its maintainers&apos; key; nothing was replaced.</source>
+        <translation>A versão do %1 não está assinada pela chave de seus mantenedores; nada foi substituído.</translation>
+    </message>
+    <message>
+        <source>The downloaded %1 could not be unpacked; nothing was replaced.</source>
+        <translation>Não foi possível descompactar o %1 baixado; nada foi substituído.</translation>
+    </message>
+    <message>
+        <source>The new %1 did not run; nothing was replaced.</source>
+        <translation>O novo %1 não foi executado; nada foi substituído.</translation>
     </message>
 </context>
 <context>

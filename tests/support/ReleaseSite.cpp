@@ -4,7 +4,8 @@
 #include <QCryptographicHash>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTcpServer>
+#include <QSettings>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -27,8 +28,7 @@ QByteArray sumLine(const QByteArray& body, const QString& file)
 
 ReleaseSite::ReleaseSite()
     : m_server(std::make_unique<LoopbackHttpServer>())
-{
-}
+{}
 
 ReleaseSite::~ReleaseSite()
 {
@@ -39,10 +39,10 @@ ReleaseSite::~ReleaseSite()
 QString ReleaseSite::gpg(const QStringList& arguments, const QByteArray& input, bool* ok) const
 {
     QProcess process;
-    process.start(u"gpg"_s, QStringList{u"--homedir"_s, m_home.path(), u"--batch"_s,
-                                        u"--pinentry-mode"_s, u"loopback"_s, u"--passphrase"_s,
-                                        QString()} +
-                                arguments);
+    process.start(u"gpg"_s,
+                  QStringList{u"--homedir"_s, m_home.path(), u"--batch"_s, u"--pinentry-mode"_s,
+                              u"loopback"_s, u"--passphrase"_s, QString()} +
+                      arguments);
     process.write(input);
     process.closeWriteChannel();
     const bool done = process.waitForFinished(60000) && process.exitCode() == 0;
@@ -56,11 +56,15 @@ QString ReleaseSite::makeKey(const QString& name)
     bool ok = false;
     const QString email = u'<' + name + u"@example.invalid>"_s;
     gpg({u"--quick-gen-key"_s, email, u"ed25519"_s, u"sign"_s, u"never"_s}, {}, &ok);
-    const QString listing = gpg({u"--with-colons"_s, u"--list-keys"_s, email});
-    const auto match = QRegularExpression(u"^fpr:+([0-9A-F]{40}):"_s,
-                                          QRegularExpression::MultilineOption)
-                           .match(listing);
-    return ok && match.hasMatch() ? match.captured(1) : QString();
+    return ok ? fingerprintOf(gpg({u"--export"_s, email}).toLatin1()) : QString();
+}
+
+QString ReleaseSite::fingerprintOf(const QByteArray& key) const
+{
+    const auto match =
+        QRegularExpression(u"^fpr:+([0-9A-F]{40}):"_s, QRegularExpression::MultilineOption)
+            .match(gpg({u"--with-colons"_s, u"--show-keys"_s}, key));
+    return match.hasMatch() ? match.captured(1) : QString();
 }
 
 bool ReleaseSite::start()
@@ -74,18 +78,44 @@ bool ReleaseSite::start()
            !m_key.armored.isEmpty();
 }
 
-void ReleaseSite::stop()
-{
-    for (QTcpServer* listener : m_server->servers())
-        listener->close();
-}
-
 QByteArray ReleaseSite::sign(const QByteArray& data, bool trusted) const
 {
     return gpg({u"--local-user"_s, trusted ? m_key.fingerprint : m_otherFingerprint,
                 u"--detach-sign"_s, u"--output"_s, u"-"_s},
                data)
         .toLatin1();
+}
+
+ReleaseSite::Tools ReleaseSite::makeTools(const QString& installFolder, const QString& systemFolder,
+                                          const QString& settingsFile,
+                                          std::function<QDateTime()> now, QUrl site) const
+{
+    DependencyManager::Options options;
+    options.installFolder = installFolder;
+    options.systemFolders = {systemFolder};
+    options.environment = QProcessEnvironment();
+    options.checkOnStart = false;
+    Tools tools;
+    tools.manager = std::make_unique<DependencyManager>(options);
+    ToolUpdater::Options releases;
+    releases.site = site.isEmpty() ? url() : site;
+    releases.system = u"linux"_s;
+    releases.processor = u"x86_64"_s;
+    releases.ytDlpKey = m_key;
+    releases.transferTimeoutMs = 2000;
+    if (now)
+        releases.now = now;
+    tools.updater = std::make_unique<ToolUpdater>(
+        *tools.manager, releases, std::make_unique<QSettings>(settingsFile, QSettings::IniFormat));
+    check(*tools.manager);
+    return tools;
+}
+
+bool ReleaseSite::check(DependencyManager& manager)
+{
+    QSignalSpy finished(&manager, &DependencyManager::checkFinished);
+    manager.checkDependencies();
+    return finished.wait(15000);
 }
 
 QString ReleaseSite::ytDlpPath(const QString& version, bool nightly)

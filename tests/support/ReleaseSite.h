@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "services/DependencyManager.h"
 #include "services/ReleaseSignature.h"
+#include "services/ToolUpdater.h"
 #include "support/LoopbackHttpServer.h"
 
 #include <QByteArray>
@@ -28,12 +30,12 @@ public:
 
     // Makes the two keys and starts listening; false when either fails.
     bool start();
-    // Stops listening, as a site out of reach.
-    void stop();
     QUrl url() const { return m_server->url(QStringLiteral("/")); }
     LoopbackHttpServer& server() { return *m_server; }
     // The key the updater is to trust.
     ReleaseSignature::Key key() const { return m_key; }
+    // The fingerprint gpg reads off a key, armored or not.
+    QString fingerprintOf(const QByteArray& key) const;
     // A detached binary signature of data by the trusted key, or by another one.
     QByteArray sign(const QByteArray& data, bool trusted = true) const;
 
@@ -45,12 +47,27 @@ public:
     void publishFfmpeg(const QByteArray& archive, const QByteArray& listed = {});
     void publishDeno(const QString& version, const QByteArray& archive);
 
+    // A tool manager that searches installFolder, then systemFolder alone, and an updater that
+    // installs from this site (or site, when given) for x86_64 Linux, both checked once.
+    // The updater comes first: replaced, it goes before the manager it uses.
+    struct Tools
+    {
+        std::unique_ptr<ToolUpdater> updater;
+        std::unique_ptr<DependencyManager> manager;
+    };
+    Tools makeTools(const QString& installFolder, const QString& systemFolder,
+                    const QString& settingsFile, std::function<QDateTime()> now = {},
+                    QUrl site = {}) const;
+    // Runs one check of the tool manager to its end.
+    static bool check(DependencyManager& manager);
+
     // The address the build was served at, for counting requests.
     static QString ytDlpPath(const QString& version, bool nightly = false);
     static QString ffmpegPath();
 
 private:
-    QString gpg(const QStringList& arguments, const QByteArray& input = {}, bool* ok = nullptr) const;
+    QString gpg(const QStringList& arguments, const QByteArray& input = {},
+                bool* ok = nullptr) const;
     QString makeKey(const QString& name);
 
     std::unique_ptr<LoopbackHttpServer> m_server;

@@ -9,6 +9,7 @@
 #include "platform/Translations.h"
 #include "services/BatchRunner.h"
 #include "services/ToolOutputReader.h"
+#include "services/ToolUpdater.h"
 #include "support/MediaServer.h"
 #include "support/ScreenFixture.h"
 #include "support/TestSupport.h"
@@ -149,6 +150,17 @@ void addSamples(Environment& env)
 }
 
 // Shows a window at the size the shots are taken at.
+// Scrolls the settings screen to its tools card.
+void showToolsCard(ContentView& content)
+{
+    auto* scroll = content.currentScreen()->findChild<QScrollArea*>();
+    for (QWidget* row : content.currentScreen()->findChildren<QWidget*>()) {
+        if (scroll && row->accessibleName() == u"yt-dlp")
+            scroll->ensureWidgetVisible(row, 0, 260);
+    }
+    settle();
+}
+
 void present(QWidget& window)
 {
     window.show();
@@ -226,7 +238,11 @@ void shootWindow(Shooter& shoot)
     shoot(window, u"convert-failed-update-advice"_s);
     engine.setCurrentStatus(DownloadStatus::idle());
     content->setSelectedTab(NavigationItem::settings);
+    showToolsCard(*content);
     shoot(window, u"settings-tools-found"_s);
+    env.updater().setChannel(ToolUpdater::Channel::nightly);
+    shoot(window, u"settings-channel-switch"_s);
+    env.updater().setChannel(ToolUpdater::Channel::stable);
     // A proxy yt-dlp cannot use, refused with its line, scrolled into view.
     QLineEdit* proxy = nullptr;
     for (QLineEdit* field : content->currentScreen()->findChildren<QLineEdit*>())
@@ -279,15 +295,18 @@ void shootToolsMissing(Shooter& shoot)
     present(window);
     shoot(window, u"convert-tools-missing"_s);
     window.contentView()->setSelectedTab(NavigationItem::settings);
+    showToolsCard(*window.contentView());
     shoot(window, u"settings-tools-missing"_s);
     env.updater().installMissing();
     settle(300);
+    showToolsCard(*window.contentView());
     shoot(window, u"settings-installing"_s);
     window.contentView()->setSelectedTab(NavigationItem::convert);
     shoot(window, u"convert-installing"_s);
     window.contentView()->setSelectedTab(NavigationItem::settings);
     env.updater().updateYtDlp();
     settle(300);
+    showToolsCard(*window.contentView());
     shoot(window, u"settings-updating"_s);
 }
 

@@ -13,8 +13,7 @@
 
 using namespace Theme;
 
-MissingToolsCard::MissingToolsCard(DependencyManager& tools, ToolUpdater& updater,
-                                   QWidget* parent)
+MissingToolsCard::MissingToolsCard(DependencyManager& tools, ToolUpdater& updater, QWidget* parent)
     : GlassCard(new QWidget, 10, 10, parent)
     , m_tools(tools)
     , m_updater(updater)

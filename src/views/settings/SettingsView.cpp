@@ -237,10 +237,9 @@ QWidget* SettingsView::buildToolsCard()
 
     // Nightly builds follow the sites faster; a change of channel is offered, not made.
     using ToolReleases::Channel;
-    auto* channels = new QComboBox;
+    auto* channels = m_channelBox = new QComboBox;
     channels->addItem(tr("Stable"), ToolReleases::channelKey(Channel::stable));
     channels->addItem(tr("Nightly"), ToolReleases::channelKey(Channel::nightly));
-    channels->setCurrentIndex(channels->findData(ToolReleases::channelKey(m_updater.channel())));
     connect(channels, &QComboBox::activated, this, [this, channels] {
         if (const auto chosen = ToolReleases::channelFromKey(channels->currentData().toString()))
             m_updater.setChannel(*chosen);
@@ -399,6 +398,8 @@ void SettingsView::updateTools()
     const bool systemYtDlp = m_tools.ytDlpPath() && m_tools.sourceOf(*m_tools.ytDlpPath()) ==
                                                         DependencyManager::ToolSource::system;
     m_updateButton->setText(systemYtDlp ? tr("Install Veldtone's Copy") : tr("Update yt-dlp"));
+    m_channelBox->setCurrentIndex(
+        m_channelBox->findData(ToolReleases::channelKey(m_updater.channel())));
     m_switchButton->setVisible(m_updater.offersChannelSwitch());
     m_switchButton->setEnabled(!updating);
     m_switchButton->setText(m_updater.channel() == ToolUpdater::Channel::nightly

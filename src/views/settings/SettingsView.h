@@ -59,6 +59,7 @@ private:
     QWidget* m_updateRow = nullptr;
     ActivitySpinner* m_updateSpinner = nullptr;
     ElidedLabel* m_updateMessage = nullptr;
+    QComboBox* m_channelBox = nullptr;
     QPushButton* m_switchButton = nullptr;
     QPushButton* m_installButton = nullptr;
     QComboBox* m_cookiesBox = nullptr;
