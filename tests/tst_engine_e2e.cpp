@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "models/Links.h"
+#include "models/QueueFile.h"
 #include "platform/ByteCountFormatter.h"
 #include "services/BatchRunner.h"
 #include "services/DetailsRefresher.h"
@@ -21,6 +22,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QScopeGuard>
 #include <QStandardPaths>
 #include <QTcpServer>
@@ -690,6 +692,59 @@ private slots:
                      (-18 - lufs)) < 0.1,
                 qPrintable(probedTags.value(u"replaygain_track_gain"_s)));
         QVERIFY(qAbs(record.value(u"trackGain"_s).toDouble() - (-18 - lufs)) < 0.1);
+    }
+
+    // A batch killed at any moment comes back with every unfinished item once and no finished
+    // one again, however often it is killed: each link ends with exactly one record.
+    void queueSurvivesKills()
+    {
+        const QStringList links = {m_server->titledPageUrl(u"Kept One"_s).toString(),
+                                   m_server->titledPageUrl(u"Kept Two"_s).toString(),
+                                   m_server->titledPageUrl(u"Kept Three"_s).toString()};
+        for (int run = 0; run < 16; ++run) {
+            const quint32 seed = 1000 + run;
+            QRandomGenerator random(seed);
+            QTemporaryDir scratch;
+            const QString queue = scratch.filePath(u"queue.json"_s);
+            bool done = false;
+            for (int launch = 0; launch < 6 && !done; ++launch) {
+                QProcess rip;
+                // Its own process group, so the kill takes its tools too, as a crash of the whole
+                // session would.
+                rip.setChildProcessModifier([] { ::setpgid(0, 0); });
+                rip.start(qEnvironmentVariable("VELDTONE_RIP"),
+                          QStringList{u"--queue"_s, queue, u"--library"_s,
+                                      scratch.filePath(u"lib"_s), u"--dest"_s, scratch.path(),
+                                      u"--no-loudness-tags"_s, u"--no-artwork"_s} +
+                              (launch == 0 ? links : QStringList()));
+                QVERIFY(rip.waitForStarted());
+                // The links are in once the queue is first saved; then anything may happen.
+                if (launch == 0)
+                    QVERIFY(QTest::qWaitFor([&] { return QFileInfo::exists(queue); }, 30000));
+                const bool kill = launch < 5 && random.bounded(3) != 0;
+                if (kill && !QTest::qWaitFor([&] { return rip.state() == QProcess::NotRunning; },
+                                             random.bounded(200, 4000))) {
+                    ::kill(-pid_t(rip.processId()), SIGKILL);
+                    QVERIFY(finished(rip, 10000));
+                    continue;
+                }
+                QVERIFY2(finished(rip, 120000), qPrintable(u"seed %1"_s.arg(seed)));
+                done = rip.exitStatus() == QProcess::NormalExit && rip.exitCode() == 0;
+            }
+            QVERIFY2(done, qPrintable(u"seed %1: never finished"_s.arg(seed)));
+            HistoryStore library(scratch.filePath(u"lib"_s));
+            library.waitForLoad();
+            QStringList ripped;
+            for (const HistoryTrack& track : library.tracks())
+                ripped << track.youtubeUrl;
+            ripped.sort();
+            QStringList expected = links;
+            expected.sort();
+            QVERIFY2(ripped == expected, qPrintable(u"seed %1: %2"_s.arg(seed).arg(ripped.join(u' '))));
+            QFile saved(queue);
+            QVERIFY(saved.open(QIODevice::ReadOnly));
+            QCOMPARE(QueueFile::decode(saved.readAll())->size(), 0);
+        }
     }
 
     // A video's chapters become tracks of an album named after it, a playlist ripped as an

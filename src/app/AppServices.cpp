@@ -26,7 +26,9 @@ AppServices::AppServices()
     , m_engine(std::make_unique<DownloadEngine>(*m_dependencies, *m_history))
     , m_player(std::make_unique<AudioPlayerService>())
     , m_artwork(std::make_unique<ArtworkCache>(ArtworkCache::defaultFolder()))
-    , m_batch(std::make_unique<BatchRunner>(*m_engine, *m_history))
+    , m_batch(std::make_unique<BatchRunner>(
+          *m_engine, *m_history,
+          BatchRunnerOptions{.queueFile = HistoryStore::defaultFolder() + QStringLiteral("/queue.json")}))
     , m_preview(std::make_unique<PlaylistPreview>(*m_engine, *m_batch))
     , m_details(std::make_unique<DetailsRefresher>(*m_engine, *m_history))
     , m_updater(std::make_unique<ToolUpdater>(*m_dependencies, ToolUpdater::Options()))
@@ -56,6 +58,8 @@ AppServices::~AppServices() = default;
 void AppServices::afterFirstFrame()
 {
     m_history->load();
+    // The queue saved at the last run comes back once the library says what is done.
+    m_batch->restoreSavedQueue();
     // Scratch folders a dead or long-gone job left, wherever jobs have worked.
     m_engine->sweepScratchFolders();
     // A little later still: the network stack it loads is no part of starting up.

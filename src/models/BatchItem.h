@@ -2,6 +2,8 @@
 #pragma once
 
 #include "models/AlbumPlace.h"
+#include "models/AudioFormat.h"
+#include "models/AudioQuality.h"
 #include "models/DownloadStatus.h"
 #include "models/VideoMetadata.h"
 
@@ -9,7 +11,20 @@
 #include <QUuid>
 #include <optional>
 
-// One link waiting in, or passing through, the batch queue. Never persisted.
+// What an item is ripped as; a part not set follows the batch's choice when the item starts.
+struct RipChoices
+{
+    std::optional<AudioFormat> format;
+    std::optional<AudioQuality> quality;
+    std::optional<QString> folder;
+    std::optional<bool> splitChapters;
+    // Each request of the run waits a little first (a long batch, paced for the site).
+    bool paced = false;
+
+    friend bool operator==(const RipChoices&, const RipChoices&) = default;
+};
+
+// One link waiting in, or passing through, the batch queue; the unfinished ones are saved.
 struct BatchItem
 {
     explicit BatchItem(const QString& link)
@@ -31,6 +46,9 @@ struct BatchItem
     bool alreadyInLibrary = false;
     // Ripped as this track of an album.
     std::optional<AlbumPlace> album;
+    RipChoices choices;
+    // The playlist or channel link it was listed from; empty for a pasted link.
+    QString playlist;
 
     friend bool operator==(const BatchItem&, const BatchItem&) = default;
 };

@@ -38,6 +38,8 @@ struct HistoryTrack
     std::optional<double> trackPeak;
     std::optional<double> albumGain;
     std::optional<double> albumPeak;
+    // The batch item that made it, when one did: a saved queue's item with a record is done.
+    QUuid batchItem;
 
     // Who made it, as a row's second line shows it: "Artist • Album" when the album is known,
     // else the artist or channel alone.

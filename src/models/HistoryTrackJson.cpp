@@ -145,7 +145,10 @@ void decodeMusicFact(const simdjson::dom::key_value_pair& field, HistoryTrack& t
             return;
         }
     }
-    if (field.key == "album" && !field.value.get_string().get(text))
+    if (field.key == "batchItem" && !field.value.get_string().get(text)) {
+        if (const std::optional<QUuid> id = parseUuid(text))
+            track.batchItem = *id;
+    } else if (field.key == "album" && !field.value.get_string().get(text))
         track.album = fromUtf8(text);
     else if (field.key == "albumArtist" && !field.value.get_string().get(text))
         track.albumArtist = fromUtf8(text);
@@ -434,6 +437,8 @@ bool appendTrack(QByteArray& out, const HistoryTrack& track)
     appendFigure("trackPeak", track.trackPeak);
     appendFigure("albumGain", track.albumGain);
     appendFigure("albumPeak", track.albumPeak);
+    if (!track.batchItem.isNull())
+        appendText("batchItem", track.batchItem.toString(QUuid::WithoutBraces));
     out.append('}');
     return true;
 }

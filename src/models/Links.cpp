@@ -131,6 +131,12 @@ QString videoId(const QString& link)
     return id.isEmpty() ? link : id;
 }
 
+bool isYouTube(const QString& link)
+{
+    const QString host = QUrl(link).host().toLower();
+    return host == kShortDomain || host == kMainDomain || host.endsWith(u'.' + kMainDomain);
+}
+
 bool isList(const QString& link)
 {
     return !listing(link).isEmpty();

@@ -33,6 +33,9 @@ QString videoId(const QString& link);
 // A link to a list and not one video: a /playlist page naming its list, or a channel's page
 // (/@name, /channel/…, /c/…, /user/…) or one of its /videos, /streams or /shorts tabs.
 bool isList(const QString& link);
+
+// Whether the link is on YouTube (its main domain, a subdomain, or its short links).
+bool isYouTube(const QString& link);
 // The link a list link is listed by: a channel through its uploads tab ("/videos"; its home
 // page mixes several tabs), anything else as it stands; empty for no list link.
 QString listing(const QString& link);

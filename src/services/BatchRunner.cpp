@@ -2,6 +2,7 @@
 #include "BatchRunner.h"
 
 #include "models/Links.h"
+#include "models/QueueFile.h"
 #include "services/DownloadEngine.h"
 #include "services/ExtractionJob.h"
 #include "services/HistoryStore.h"
@@ -9,7 +10,10 @@
 #include "services/PlaylistListing.h"
 #include "services/TagWriter.h"
 
+#include <QFile>
 #include <QFileInfo>
+#include <QRandomGenerator>
+#include <QSaveFile>
 #include <QSet>
 #include <QTimer>
 #include <QUrlQuery>
@@ -22,13 +26,40 @@ QString queueKey(const QString& link, int playlistItem)
     return playlistItem > 0 ? link + u'#' + QString::number(playlistItem) : Links::videoId(link);
 }
 
+// The message yt-dlp passes on when the site limits a guest's requests.
+bool isRateLimited(const QString& error)
+{
+    return error.contains(u"HTTP Error 429") ||
+           error.contains(u"try again later", Qt::CaseInsensitive);
+}
+
+constexpr int kLongBatch = 50;
+
 } // namespace
 
-BatchRunner::BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject* parent)
+BatchRunner::BatchRunner(DownloadEngine& engine, HistoryStore& history,
+                         BatchRunnerOptions options, QObject* parent)
     : QObject(parent)
     , m_engine(engine)
     , m_history(history)
+    , m_options(std::move(options))
+    , m_saveTimer(new QTimer(this))
+    , m_paceTimer(new QTimer(this))
 {
+    m_savePool.setMaxThreadCount(1);
+    m_saveTimer->setSingleShot(true);
+    m_saveTimer->setInterval(m_options.saveDelayMs);
+    connect(m_saveTimer, &QTimer::timeout, this, &BatchRunner::save);
+    m_paceTimer->setSingleShot(true);
+    connect(m_paceTimer, &QTimer::timeout, this, &BatchRunner::fill);
+    m_clock.start();
+    for (auto signal : {&BatchRunner::rowsAppended, &BatchRunner::queueChanged})
+        connect(this, signal, this, &BatchRunner::scheduleSave);
+    // More rips at once start at once.
+    connect(&m_engine, &DownloadEngine::simultaneousRipsChanged, this, [this] {
+        if (m_isProcessing)
+            fill();
+    });
     // The "Already in Library" counts follow the store change by change.
     connect(&m_history, &HistoryStore::tracksReplaced, this, [this] {
         m_libraryCounts.clear();
@@ -48,7 +79,10 @@ BatchRunner::BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject*
 }
 
 // Running jobs go with their parent, each ending its tool.
-BatchRunner::~BatchRunner() = default;
+BatchRunner::~BatchRunner()
+{
+    flush();
+}
 
 int BatchRunner::completedCount() const
 {
@@ -72,9 +106,12 @@ int BatchRunner::skippedCount() const
 
 QString BatchRunner::countText() const
 {
-    const QString completed = tr("%1 of %2 completed").arg(completedCount()).arg(m_queue.size());
-    const int skipped = skippedCount();
-    return skipped == 0 ? completed : tr("%1, %2 skipped").arg(completed).arg(skipped);
+    QString text = tr("%1 of %2 completed").arg(completedCount()).arg(m_queue.size());
+    if (const int failed = failedCount())
+        text = tr("%1, %2 failed").arg(text).arg(failed);
+    if (const int skipped = skippedCount())
+        text = tr("%1, %2 skipped").arg(text).arg(skipped);
+    return text;
 }
 
 QString BatchRunner::expansionText() const
@@ -97,7 +134,7 @@ int BatchRunner::addUrlsToQueue(const QString& text, bool asAlbum)
         else if (addPlaylist(link, asAlbum))
             ++playlists;
     }
-    return appendEntries(entries, false) + playlists;
+    return appendEntries(entries, false, true) + playlists;
 }
 
 bool BatchRunner::addPlaylist(const QString& link, bool asAlbum)
@@ -141,7 +178,8 @@ bool BatchRunner::inLibrary(const QString& id, AudioFormat format)
     return m_libraryCounts.contains(libraryKey(format, id));
 }
 
-int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum)
+int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum, bool pasted,
+                               const QString& playlist)
 {
     const AudioFormat format = m_engine.selectedFormat();
     QSet<QString> queued;
@@ -156,11 +194,12 @@ int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum
     QList<BatchItem> added;
     for (const PlaylistEntry& entry : entries) {
         const QString key = queueKey(entry.link, entry.playlistItem);
-        if (queued.contains(key))
+        if (queued.contains(key) && !pasted)
             continue;
         queued.insert(key);
         BatchItem& item = added.emplaceBack(entry.link);
         item.playlistItem = entry.playlistItem;
+        item.playlist = playlist;
         if (asAlbum) {
             item.album = entry.album;
             if (item.album->albumArtist.isEmpty())
@@ -171,15 +210,20 @@ int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum
         // Items of one playlist link share it, so the library cannot tell them apart.
         item.alreadyInLibrary = entry.playlistItem == 0 && inLibrary(key, format);
     }
-    if (added.isEmpty())
-        return 0;
-    emit rowsAboutToBeAppended(int(m_queue.size()), int(m_queue.size() + added.size() - 1));
-    m_queue.append(added);
+    appendItems(added);
+    return int(added.size());
+}
+
+void BatchRunner::appendItems(const QList<BatchItem>& items)
+{
+    if (items.isEmpty())
+        return;
+    emit rowsAboutToBeAppended(int(m_queue.size()), int(m_queue.size() + items.size() - 1));
+    m_queue.append(items);
     emit rowsAppended();
     emit countsChanged();
     if (m_isProcessing)
         fill();
-    return int(added.size());
 }
 
 void BatchRunner::expandNext()
@@ -189,6 +233,7 @@ void BatchRunner::expandNext()
     m_expansionError.clear();
     const auto [link, album] = m_playlistsToExpand.takeFirst();
     const bool asAlbum = album;
+    const QString playlist = link;
     const MadeRun<PlaylistListing> made = m_engine.newPlaylistListing(link, this);
     m_listing = made.run;
     m_expansionError = made.refusal;
@@ -198,8 +243,8 @@ void BatchRunner::expandNext()
         return;
     }
     connect(m_listing, &PlaylistListing::entriesArrived, this,
-            [this, asAlbum](const QList<PlaylistEntry>& entries) {
-                appendEntries(entries, asAlbum);
+            [this, asAlbum, playlist](const QList<PlaylistEntry>& entries) {
+                appendEntries(entries, asAlbum, false, playlist);
                 emit expansionChanged();
             });
     connect(m_listing, &PlaylistListing::finished, this, [this](const QString& error) {
@@ -262,6 +307,10 @@ void BatchRunner::startBatchProcessing()
 void BatchRunner::stopBatch()
 {
     setProcessing(false);
+    if (m_pauseTimer) {
+        delete std::exchange(m_pauseTimer, nullptr);
+        emit pauseChanged();
+    }
     // Each cancelled item goes back in line; a job whose tool had already exited ends as it
     // would have.
     const auto running = m_running;
@@ -305,9 +354,19 @@ void BatchRunner::ripAgain(const QUuid& id)
         fill();
 }
 
+bool BatchRunner::isPaced() const
+{
+    if (!m_engine.paceLongBatches() || m_queue.size() <= kLongBatch)
+        return false;
+    const auto onYouTube = std::count_if(m_queue.cbegin(), m_queue.cend(), [](const BatchItem& item) {
+        return Links::isYouTube(item.url);
+    });
+    return onYouTube > kLongBatch;
+}
+
 void BatchRunner::fill()
 {
-    while (m_isProcessing && m_running.size() < m_engine.simultaneousRips()) {
+    while (m_isProcessing && !isPaused() && m_running.size() < m_engine.simultaneousRips()) {
         const auto next =
             std::find_if(m_queue.cbegin(), m_queue.cend(), [this](const BatchItem& item) {
                 return item.status.kind() == DownloadStatus::Kind::idle && !item.alreadyInLibrary &&
@@ -315,10 +374,21 @@ void BatchRunner::fill()
             });
         if (next == m_queue.cend())
             break;
+        // However many run at once, a paced batch starts one rip at a time, seconds apart.
+        if (isPaced()) {
+            const qint64 wait = m_nextPacedStart - m_clock.elapsed();
+            if (wait > 0) {
+                m_paceTimer->start(int(wait));
+                return;
+            }
+            m_nextPacedStart =
+                m_clock.elapsed() + QRandomGenerator::global()->bounded(
+                                        m_options.paceMinMs, m_options.paceMaxMs + 1);
+        }
         startItem(int(next - m_queue.cbegin()));
     }
-    // A playlist still being listed has more to come.
-    if (m_isProcessing && m_running.isEmpty() && !m_listing) {
+    // A playlist still being listed has more to come; a paused batch goes on later.
+    if (m_isProcessing && !isPaused() && m_running.isEmpty() && !m_listing) {
         setProcessing(false);
         emit batchFinished();
     }
@@ -328,9 +398,10 @@ void BatchRunner::startItem(int row)
 {
     const QUuid id = m_queue.at(row).id;
     m_currentProcessingIndex = row;
-    const MadeRun<ExtractionJob> made =
-        m_engine.newJob(m_queue.at(row).url, m_queue.at(row).playlistItem, m_queue.at(row).album,
-                        std::nullopt, std::nullopt, std::nullopt, this);
+    RipChoices choices = m_queue.at(row).choices;
+    choices.paced = isPaced();
+    const MadeRun<ExtractionJob> made = m_engine.newJob(
+        m_queue.at(row).url, m_queue.at(row).playlistItem, m_queue.at(row).album, choices, this);
     ExtractionJob* job = made.run;
     if (!job) {
         setStatus(id, DownloadStatus::failed(made.refusal));
@@ -350,13 +421,25 @@ void BatchRunner::startItem(int row)
             [this, id, job](const ExtractionJob::Result& result) {
                 job->deleteLater();
                 m_running.remove(id);
-                const DownloadStatus status = job->status();
+                DownloadStatus status = job->status();
                 const bool completed = status.kind() == DownloadStatus::Kind::completed;
-                // Files moved out before a failure are in the library all the same.
+                // Files moved out before a failure are in the library all the same, each record
+                // naming this item: a restored queue leaves it out.
                 if (completed || !result.files.isEmpty()) {
                     const int at = rowOf(id);
-                    m_engine.record(*job, result, at >= 0 ? m_queue.at(at).metadata : std::nullopt);
+                    m_engine.record(*job, result, at >= 0 ? m_queue.at(at).metadata : std::nullopt,
+                                    id);
                     setMoreFiles(id, std::max<int>(int(result.files.size()) - 1, 0));
+                }
+                // A limited guest is not a failed item: it waits in line with the rest.
+                if (status.kind() == DownloadStatus::Kind::failed && result.files.isEmpty() &&
+                    isRateLimited(status.error())) {
+                    status = DownloadStatus::idle();
+                    pauseForRateLimit();
+                } else if (status.kind() == DownloadStatus::Kind::failed) {
+                    const int at = rowOf(id);
+                    const auto& metadata = at >= 0 ? m_queue.at(at).metadata : std::nullopt;
+                    emit itemFailed(metadata ? metadata->title : job->request().link);
                 }
                 // A completed job that named no file shows its destination, as the converter does.
                 setStatus(id, status);
@@ -414,8 +497,12 @@ void BatchRunner::setStatus(const QUuid& id, const DownloadStatus& status)
         return;
     const bool countChanges = (m_queue[row].status.kind() == DownloadStatus::Kind::completed) !=
                               (status.kind() == DownloadStatus::Kind::completed);
+    const bool kindChanges = m_queue[row].status.kind() != status.kind();
     m_queue[row].status = status;
     emit itemChanged(row);
+    // Progress is not saved; what becomes of the item is.
+    if (kindChanges)
+        scheduleSave();
     if (countChanges)
         emit countsChanged();
 }
@@ -436,6 +523,7 @@ void BatchRunner::setMetadata(const QUuid& id, const VideoMetadata& metadata)
         return;
     m_queue[row].metadata = metadata;
     emit itemChanged(row);
+    scheduleSave();
 }
 
 void BatchRunner::setProcessing(bool on)
@@ -457,4 +545,128 @@ int BatchRunner::rowOf(const QUuid& id) const
             return int(row);
     }
     return -1;
+}
+
+void BatchRunner::pauseForRateLimit()
+{
+    if (m_pauseTimer)
+        return;
+    m_pauseTimer = new QTimer(this);
+    m_pauseTimer->setSingleShot(true);
+    connect(m_pauseTimer, &QTimer::timeout, this, &BatchRunner::resumeNow);
+    m_pauseTimer->start(m_options.rateLimitPauseMs);
+    emit pauseChanged();
+}
+
+QString BatchRunner::pauseText() const
+{
+    return tr("YouTube is limiting requests; the batch waits %n minutes before it goes on.", "",
+              m_options.rateLimitPauseMs / 60000);
+}
+
+void BatchRunner::resumeNow()
+{
+    if (!m_pauseTimer)
+        return;
+    std::exchange(m_pauseTimer, nullptr)->deleteLater();
+    emit pauseChanged();
+    fill();
+}
+
+void BatchRunner::scheduleSave()
+{
+    if (!m_options.queueFile.isEmpty() && !m_saveTimer->isActive())
+        m_saveTimer->start();
+}
+
+void BatchRunner::save()
+{
+    if (m_options.queueFile.isEmpty() || !m_mayWriteQueue)
+        return;
+    // The list is shared, not copied, and the choices an item leaves open are the batch's now;
+    // writing it out is the worker's.
+    RipChoices defaults;
+    defaults.format = m_engine.selectedFormat();
+    defaults.quality = m_engine.selectedQuality();
+    defaults.folder = DownloadEngine::folderPath(m_engine.targetFolder());
+    defaults.splitChapters = m_engine.splitChapters();
+    (void)QtConcurrent::run(&m_savePool, [items = m_queue, defaults, file = m_options.queueFile] {
+        QSaveFile out(file);
+        if (out.open(QIODevice::WriteOnly) && out.write(QueueFile::encode(items, defaults)) >= 0)
+            out.commit();
+    });
+}
+
+void BatchRunner::flush()
+{
+    if (m_saveTimer->isActive()) {
+        m_saveTimer->stop();
+        save();
+    }
+    m_savePool.waitForDone();
+}
+
+void BatchRunner::restoreSavedQueue()
+{
+    if (m_options.queueFile.isEmpty() || m_restoring || m_mayWriteQueue)
+        return;
+    // Which items are done is the library's to say: wait for it.
+    if (m_history.isLoading()) {
+        auto* once = new QObject(this);
+        connect(&m_history, &HistoryStore::isLoadingChanged, once, [this, once] {
+            delete once;
+            restoreSavedQueue();
+        });
+        return;
+    }
+    m_restoring = true;
+    struct Read
+    {
+        bool exists = false;
+        std::optional<QList<BatchItem>> items;
+    };
+    QtConcurrent::run([file = m_options.queueFile] {
+        Read read;
+        QFile in(file);
+        read.exists = in.exists();
+        if (read.exists && in.open(QIODevice::ReadOnly))
+            read.items = QueueFile::decode(in.readAll());
+        // Kept aside, as the library keeps an unreadable file, and never written over.
+        if (read.exists && !read.items) {
+            QFile::remove(file + u".unreadable");
+            QFile::rename(file, file + u".unreadable");
+        }
+        return read;
+    }).then(this, [this](const Read& read) {
+        m_restoring = false;
+        m_mayWriteQueue = true;
+        QSet<QUuid> done;
+        for (const HistoryTrack& track : m_history.tracks()) {
+            if (!track.batchItem.isNull())
+                done.insert(track.batchItem);
+        }
+        QList<BatchItem> items = read.items.value_or(QList<BatchItem>());
+        items.removeIf([&done](const BatchItem& item) { return done.contains(item.id); });
+        appendItems(items);
+        if (read.exists && !read.items) {
+            m_restoreNotice = tr("The saved queue could not be read; it was kept aside and the "
+                                 "queue starts empty.");
+        } else if (!items.isEmpty()) {
+            m_restoreNotice =
+                tr("%n rips were waiting when Veldtone closed.", "", int(items.size()));
+        }
+        m_restoredItems = !items.isEmpty();
+        emit restoreChanged();
+        // What is queued now replaces what the file held.
+        scheduleSave();
+    });
+}
+
+void BatchRunner::dismissRestoreNotice()
+{
+    if (m_restoreNotice.isEmpty())
+        return;
+    m_restoreNotice.clear();
+    m_restoredItems = false;
+    emit restoreChanged();
 }

@@ -7,6 +7,7 @@
 #include "models/PlaylistEntry.h"
 #include "models/ReplayGain.h"
 
+#include <QElapsedTimer>
 #include <QFuture>
 #include <QHash>
 #include <QList>
@@ -14,29 +15,49 @@
 #include <QPointer>
 #include <QSet>
 #include <QStringList>
+#include <QThreadPool>
 #include <QUuid>
 
 class DownloadEngine;
 class ExtractionJob;
 class HistoryStore;
 class PlaylistListing;
+class QTimer;
+
+struct BatchRunnerOptions
+{
+    // Where the unfinished queue is kept between runs; empty: nowhere.
+    QString queueFile;
+    // A long YouTube batch starts its rips this far apart, at random in between.
+    int paceMinMs = 5000;
+    int paceMaxMs = 10000;
+    // How long a batch waits once the site limits its requests.
+    int rateLimitPauseMs = 30 * 60 * 1000;
+    // Changes are saved together, at most this often.
+    int saveDelayMs = 250;
+};
 
 // The batch screen's queue and its sequencing: pasted links become queue items, each ripped by
 // a job of its own, as many at once as the engine's "simultaneous rips" allows, in queue order.
 // Each row follows its own job; a failed item keeps its error and the batch moves on; a stop
 // cancels every running job. A video the library already holds in the chosen format is marked
-// and skipped; the same video twice is queued once. A playlist link is listed first and
-// queued as its entries. Owned with the other services, so links
-// can be queued and a batch goes on whichever screen shows; the converter's rip is not ours.
+// and skipped. A playlist link is listed first and queued as its entries, less those queued
+// already. The unfinished items are saved as they change and come back at the next start. A
+// batch of more than 50 YouTube links is paced, and one the site limits waits. Owned with the
+// other services, so links can be queued and a batch goes on whichever screen shows; the
+// converter's rip is not ours.
 class BatchRunner : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool isProcessing READ isProcessing NOTIFY isProcessingChanged)
     Q_PROPERTY(int completedCount READ completedCount NOTIFY countsChanged)
     Q_PROPERTY(QString expansionText READ expansionText NOTIFY expansionChanged)
+    Q_PROPERTY(QString restoreNotice READ restoreNotice NOTIFY restoreChanged)
+    Q_PROPERTY(bool isPaused READ isPaused NOTIFY pauseChanged)
 
 public:
-    BatchRunner(DownloadEngine& engine, HistoryStore& history, QObject* parent = nullptr);
+    BatchRunner(DownloadEngine& engine, HistoryStore& history, BatchRunnerOptions options = {},
+                QObject* parent = nullptr);
     ~BatchRunner() override;
 
     const QList<BatchItem>& queue() const { return m_queue; }
@@ -45,7 +66,7 @@ public:
     int failedCount() const;
     int skippedCount() const;
     int runningCount() const { return int(m_running.size()); }
-    // "2 of 5 completed", with ", 1 skipped" when some are in the library already.
+    // "2 of 5 completed", with ", 1 failed" and ", 1 skipped" when there are any.
     QString countText() const;
 
     // Appends one item per accepted line, a playlist's as its entries once listed; returns
@@ -63,10 +84,12 @@ public:
     // "Expanding playlist… 240": the entries listed so far.
     static QString expandingText(int count);
 
-    // Queues entries already listed that are not queued yet; returns how many rows it added.
-    int addEntries(const QList<PlaylistEntry>& entries, bool asAlbum = false)
+    // Queues entries already listed (from playlist) that are not queued yet; returns how many
+    // rows it added.
+    int addEntries(const QList<PlaylistEntry>& entries, bool asAlbum = false,
+                   const QString& playlist = {})
     {
-        return appendEntries(entries, asAlbum);
+        return appendEntries(entries, asAlbum, false, playlist);
     }
     void removeItem(const QUuid& id);
     // What is known of an item's video; its row shows it at once.
@@ -80,6 +103,23 @@ public:
     void retryFailed();
     // Rips an item the library already holds, after all.
     void ripAgain(const QUuid& id);
+
+    // Brings back the queue saved at the last run, less what reached the library since; once,
+    // after the library has loaded. Saving starts when it is done.
+    void restoreSavedQueue();
+    // "12 rips were waiting when Veldtone closed.", or why the saved queue could not be read;
+    // empty once dismissed.
+    QString restoreNotice() const { return m_restoreNotice; }
+    // Whether the notice is about rips that came back (and can be resumed).
+    bool hasRestoredItems() const { return m_restoredItems; }
+    void dismissRestoreNotice();
+    // Writes the queue now, waiting for the disk; at quit.
+    void flush();
+
+    // The batch waits because the site limited its requests.
+    bool isPaused() const { return m_pauseTimer != nullptr; }
+    QString pauseText() const;
+    void resumeNow();
 
 signals:
     // Around any change of the queue's length or order.
@@ -95,6 +135,10 @@ signals:
     // A batch ran through to its end (not stopped).
     void batchFinished();
     void expansionChanged();
+    void restoreChanged();
+    void pauseChanged();
+    // An item's rip failed; title names it as its row does.
+    void itemFailed(const QString& title);
 
 private:
     // Starts waiting items, in order, until the allowed number run; ends the batch when
@@ -102,7 +146,15 @@ private:
     void fill();
     // Queues entries that are not queued yet, marking those the library holds; returns how
     // many rows it added.
-    int appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum);
+    // Entries already queued are left out unless pasted (the same link twice is ripped twice).
+    int appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum, bool pasted,
+                      const QString& playlist = {});
+    void appendItems(const QList<BatchItem>& items);
+    // Whether the batch is long enough, and YouTube's enough, to be paced.
+    bool isPaced() const;
+    void pauseForRateLimit();
+    void scheduleSave();
+    void save();
     void expandNext();
     void startItem(int row);
     // Measures an album whose tracks have all been ripped, the one this item belongs to.
@@ -113,6 +165,7 @@ private:
 
     DownloadEngine& m_engine;
     HistoryStore& m_history;
+    BatchRunnerOptions m_options;
     QList<BatchItem> m_queue;
     bool m_isProcessing = false;
     // The row last started: where rowOf looks first.
@@ -131,4 +184,17 @@ private:
     QString m_expansionError;
     // Albums being measured; waited for before the runner goes.
     QList<QFuture<std::optional<Loudness>>> m_albumMeasures;
+    // Saves run one after another on their own thread; none before the saved queue is back.
+    QThreadPool m_savePool;
+    QTimer* m_saveTimer = nullptr;
+    bool m_mayWriteQueue = false;
+    bool m_restoring = false;
+    QString m_restoreNotice;
+    bool m_restoredItems = false;
+    // When the next paced rip may start, on m_clock.
+    QElapsedTimer m_clock;
+    qint64 m_nextPacedStart = 0;
+    QTimer* m_paceTimer = nullptr;
+    // Running while the batch waits out a rate limit.
+    QTimer* m_pauseTimer = nullptr;
 };

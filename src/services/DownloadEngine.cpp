@@ -113,6 +113,14 @@ std::optional<QString> DownloadEngine::ffmpegPath() const
     return m_dependencies.ffmpegPath();
 }
 
+void DownloadEngine::setPaceLongBatches(bool on)
+{
+    if (m_choices.paceLongBatches == on)
+        return;
+    m_choices.paceLongBatches = on;
+    emit paceLongBatchesChanged();
+}
+
 void DownloadEngine::setLoudnessTags(bool on)
 {
     if (m_choices.loudnessTags == on)
@@ -255,17 +263,16 @@ QString DownloadEngine::invalidLinkText()
 
 MadeRun<ExtractionJob> DownloadEngine::newJob(const QString& url, int playlistItem,
                                               const std::optional<AlbumPlace>& album,
-                                              std::optional<AudioFormat> format,
-                                              std::optional<AudioQuality> quality,
-                                              std::optional<QUrl> destination, QObject* parent)
+                                              const RipChoices& choices, QObject* parent)
 {
     std::optional<ToolInvocation> tool = ytDlpInvocation();
     if (!tool)
         return {nullptr, missingToolText()};
     ExtractionJob::Request request;
-    request.format = format.value_or(m_choices.format);
-    request.quality = quality.value_or(m_choices.quality);
-    request.destination = folderPath(destination.value_or(m_choices.targetFolder));
+    request.format = choices.format.value_or(m_choices.format);
+    request.quality = choices.quality.value_or(m_choices.quality);
+    request.destination = choices.folder ? folderPath(QUrl::fromLocalFile(*choices.folder))
+                                         : folderPath(m_choices.targetFolder);
     request.link = Links::trimmed(url);
     if (!Links::isUsable(request.link))
         return {nullptr, invalidLinkText()};
@@ -280,12 +287,15 @@ MadeRun<ExtractionJob> DownloadEngine::newJob(const QString& url, int playlistIt
                                          });
     }
     request.tool = std::move(*tool);
+    // A long batch keeps under the site's rate limit.
+    if (choices.paced)
+        request.tool.options << QStringLiteral("--sleep-requests") << QStringLiteral("0.75");
     request.ffmpegPath = m_dependencies.ffmpegPath();
     request.embedArtwork = m_choices.embedArtwork;
     request.embedMetadata = m_choices.embedMetadata;
     request.squareCover = m_choices.squareCover;
     request.artistFromTitle = m_choices.artistFromTitle;
-    request.splitChapters = m_choices.splitChapters;
+    request.splitChapters = choices.splitChapters.value_or(m_choices.splitChapters);
     request.loudnessTags = m_choices.loudnessTags;
     // A file is written over only when it is this link's earlier rip in this format; a
     // playlist's items share its link, so none of theirs is.
@@ -303,8 +313,12 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
 {
     if (m_currentStatus.isBusy())
         return;
-    const MadeRun<ExtractionJob> made =
-        newJob(url, 0, std::nullopt, format, quality, destination, this);
+    RipChoices choices;
+    choices.format = format;
+    choices.quality = quality;
+    if (destination)
+        choices.folder = folderPath(*destination);
+    const MadeRun<ExtractionJob> made = newJob(url, 0, std::nullopt, choices, this);
     ExtractionJob* job = made.run;
     if (!job) {
         setCurrentStatus(DownloadStatus::failed(made.refusal));
@@ -345,7 +359,8 @@ void DownloadEngine::startExtraction(const QString& url, std::optional<AudioForm
 
 QList<HistoryTrack> DownloadEngine::record(const ExtractionJob& job,
                                            const ExtractionJob::Result& result,
-                                           const std::optional<VideoMetadata>& fetched)
+                                           const std::optional<VideoMetadata>& fetched,
+                                           const QUuid& batchItem)
 {
     // A run that named no file still gets its record, with the link's facts.
     QList<ExtractionJob::File> files = result.files;
@@ -359,6 +374,7 @@ QList<HistoryTrack> DownloadEngine::record(const ExtractionJob& job,
         track.format = job.request().format;
         track.quality = job.request().quality;
         track.youtubeUrl = job.request().link;
+        track.batchItem = batchItem;
         // Each file's own item first, then the run's report: a fetch may have been for
         // another link, and one item's facts do not label several files.
         std::optional<VideoMetadata> metadata = file.metadata;

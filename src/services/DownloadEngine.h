@@ -2,6 +2,7 @@
 #pragma once
 
 #include "models/AudioFormat.h"
+#include "models/BatchItem.h"
 #include "models/AudioQuality.h"
 #include "models/DownloadStatus.h"
 #include "models/HistoryTrack.h"
@@ -58,6 +59,8 @@ class DownloadEngine : public QObject
     Q_PROPERTY(
         bool splitChapters READ splitChapters WRITE setSplitChapters NOTIFY splitChaptersChanged)
     Q_PROPERTY(bool loudnessTags READ loudnessTags WRITE setLoudnessTags NOTIFY loudnessTagsChanged)
+    Q_PROPERTY(bool paceLongBatches READ paceLongBatches WRITE setPaceLongBatches NOTIFY
+                   paceLongBatchesChanged)
     Q_PROPERTY(int simultaneousRips READ simultaneousRips WRITE setSimultaneousRips NOTIFY
                    simultaneousRipsChanged)
     Q_PROPERTY(QString cookiesFromBrowser READ cookiesFromBrowser WRITE setCookiesFromBrowser NOTIFY
@@ -99,6 +102,8 @@ public:
     bool artistFromTitle() const { return m_choices.artistFromTitle; }
     bool splitChapters() const { return m_choices.splitChapters; }
     bool loudnessTags() const { return m_choices.loudnessTags; }
+    bool paceLongBatches() const { return m_choices.paceLongBatches; }
+    void setPaceLongBatches(bool on);
     // The ffmpeg rips use, when one was found.
     std::optional<QString> ffmpegPath() const;
     QString cookiesFromBrowser() const { return m_choices.cookiesFromBrowser; }
@@ -154,13 +159,12 @@ public:
     // album: the album track the file becomes, if any.
     MadeRun<ExtractionJob> newJob(const QString& url, int playlistItem,
                                   const std::optional<AlbumPlace>& album,
-                                  std::optional<AudioFormat> format,
-                                  std::optional<AudioQuality> quality,
-                                  std::optional<QUrl> destination, QObject* parent);
+                                  const RipChoices& choices, QObject* parent);
     // Puts a job's records into the library, one per file in the order made (one without a
     // file when it named none), and returns them; fetched fills in what the run did not report.
     QList<HistoryTrack> record(const ExtractionJob& job, const ExtractionJob::Result& result,
-                               const std::optional<VideoMetadata>& fetched = std::nullopt);
+                               const std::optional<VideoMetadata>& fetched = std::nullopt,
+                               const QUuid& batchItem = {});
     // Removes, off the GUI thread, the scratch folders a dead or long-gone job left in every
     // folder jobs have used; once after start.
     void sweepScratchFolders();
@@ -188,6 +192,7 @@ signals:
     void artistFromTitleChanged();
     void splitChaptersChanged();
     void loudnessTagsChanged();
+    void paceLongBatchesChanged();
     void cookiesFromBrowserChanged();
     void simultaneousRipsChanged();
     void proxyChanged();

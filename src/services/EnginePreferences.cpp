@@ -111,6 +111,8 @@ OutputChoices load(const QSettings& settings)
         choices.splitChapters = *on;
     if (const auto on = readBoolean(settings.value(SettingsKeys::loudnessTags)))
         choices.loudnessTags = *on;
+    if (const auto on = readBoolean(settings.value(SettingsKeys::paceLongBatches)))
+        choices.paceLongBatches = *on;
     // Anything but a browser we offer would be handed to the tool as it stands.
     if (const auto text = readString(settings.value(SettingsKeys::cookiesFromBrowser));
         text && cookieBrowsers().contains(*text))
@@ -140,6 +142,7 @@ void save(QSettings& settings, const OutputChoices& choices)
     settings.setValue(SettingsKeys::artistFromTitle, choices.artistFromTitle);
     settings.setValue(SettingsKeys::splitChapters, choices.splitChapters);
     settings.setValue(SettingsKeys::loudnessTags, choices.loudnessTags);
+    settings.setValue(SettingsKeys::paceLongBatches, choices.paceLongBatches);
     settings.setValue(SettingsKeys::cookiesFromBrowser, choices.cookiesFromBrowser);
     settings.setValue(SettingsKeys::simultaneousRips, choices.simultaneousRips);
     settings.setValue(SettingsKeys::proxy, choices.proxy);

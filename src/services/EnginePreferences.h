@@ -30,6 +30,8 @@ struct OutputChoices
     bool loudnessTags = SettingsKeys::loudnessTagsDefault;
     // The browser whose cookies yt-dlp reads, as yt-dlp names it; empty for none.
     QString cookiesFromBrowser;
+    // A long batch from YouTube starts its rips some seconds apart.
+    bool paceLongBatches = SettingsKeys::paceLongBatchesDefault;
     // How many batch items rip at once, 1 to 4.
     int simultaneousRips = SettingsKeys::simultaneousRipsDefault;
     // The proxy every yt-dlp run goes through, as a link; empty for none.

@@ -34,7 +34,9 @@ void PlaylistPreview::list(const QString& link)
             });
     connect(m_listing, &PlaylistListing::finished, this, [this](const QString& error) {
         std::exchange(m_listing, nullptr)->deleteLater();
-        m_error = error;
+        // A listing that found nothing has nothing to offer.
+        m_error = error.isEmpty() && m_entries.isEmpty() ? tr("The playlist lists nothing to rip.")
+                                                         : error;
         emit changed();
     });
     emit changed();

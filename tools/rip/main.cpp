@@ -5,10 +5,12 @@
 //   veldtone-rip [--format mp3|m4a|flac|wav|opus] [--quality 320|256|192|128|0] [--dest DIR]
 //                [--no-artwork] [--no-tags] [--no-square-cover] [--no-artist-from-title]
 //                [--no-loudness-tags] [--split-chapters] [--album] [--library DIR]
-//                [--metadata]
-//                [--cookies-from-browser BROWSER] URL
+//                [--metadata] [--cookies-from-browser BROWSER] URL
+//   veldtone-rip --queue FILE [--library DIR] [...] [URL...]
 //
 // Prints every published status as one JSON line, then the library record of a completed job.
+// With --queue, the links go through a batch whose unfinished items are kept in FILE: a run
+// cut short, however, is taken up by the next one with the same file.
 // Exits 0 on completed, 1 on failed, 2 when refused or cancelled (SIGINT, SIGTERM and SIGHUP
 // cancel).
 
@@ -138,6 +140,11 @@ int main(int argc, char** argv)
         QStringLiteral("library"),
         QStringLiteral("Folder of the library file history.json (default: a fresh temporary one)."),
         QStringLiteral("dir"));
+    const QCommandLineOption queueOption(
+        QStringLiteral("queue"),
+        QStringLiteral("Rip the links as a batch whose unfinished items are kept in this file, "
+                       "after those it holds already."),
+        QStringLiteral("file"));
     const QCommandLineOption metadataOption(QStringLiteral("metadata"),
                                             QStringLiteral("Fetch the link's metadata first."));
     const QCommandLineOption cookiesOption(
@@ -147,7 +154,7 @@ int main(int argc, char** argv)
         QStringLiteral("browser"));
     parser.addOptions({formatOption, qualityOption, destOption, noArtworkOption, noTagsOption,
                        noSquareOption, noTitleArtistOption, noLoudnessOption, chaptersOption,
-                       albumOption, libraryOption, metadataOption, cookiesOption});
+                       albumOption, libraryOption, metadataOption, cookiesOption, queueOption});
     parser.addPositionalArgument(QStringLiteral("URL"), QStringLiteral("The link to rip."));
     if (!parser.parse(app.arguments())) {
         fail(parser.errorText());
@@ -157,11 +164,12 @@ int main(int argc, char** argv)
         std::fputs(qPrintable(parser.helpText()), stdout);
         return 0;
     }
-    if (parser.positionalArguments().size() != 1) {
+    const bool queued = parser.isSet(queueOption);
+    if (!queued && parser.positionalArguments().size() != 1) {
         fail(QStringLiteral("give exactly one URL"));
         return kExitRefused;
     }
-    const QString link = parser.positionalArguments().constFirst();
+    const QString link = parser.positionalArguments().value(0);
     std::optional<AudioFormat> format;
     if (parser.isSet(formatOption)) {
         format = AudioFormat::fromRawValue(parser.value(formatOption));
@@ -229,7 +237,10 @@ int main(int argc, char** argv)
         }
     }
 
-    BatchRunner batch(engine, history);
+    BatchRunnerOptions batchOptions;
+    if (queued)
+        batchOptions.queueFile = QFileInfo(parser.value(queueOption)).absoluteFilePath();
+    BatchRunner batch(engine, history, batchOptions);
     TerminationSignals terminations;
 
     int exitCode = kExitRefused;
@@ -269,8 +280,8 @@ int main(int argc, char** argv)
         if (cancelled)
             return;
         cancelled = true;
-        if (parser.isSet(albumOption)) {
-            // Every rip of the album ends, and the listing; their partial files go.
+        if (parser.isSet(albumOption) || queued) {
+            // Every rip of the batch ends, and the listing; their partial files go.
             batch.stopBatch();
             batch.clearQueue();
             finish(kExitRefused);
@@ -313,9 +324,37 @@ int main(int argc, char** argv)
         }
     };
 
+    // The saved queue first, then the links given; a run with nothing left to do is done.
+    auto ripQueue = [&] {
+        if (format)
+            engine.setSelectedFormat(*format);
+        if (quality)
+            engine.setSelectedQuality(*quality);
+        accepted = true;
+        history.waitForLoad();
+        QObject::connect(
+            &batch, &BatchRunner::restoreChanged, &app,
+            [&] {
+                // Any site's links, as the converter takes them.
+                QList<PlaylistEntry> entries;
+                for (const QString& given : parser.positionalArguments())
+                    entries.append(PlaylistEntry{Links::trimmed(given), 0, {}, {}});
+                batch.addEntries(entries);
+                batch.startBatchProcessing();
+                if (!batch.isProcessing())
+                    finish(kExitCompleted);
+            },
+            Qt::SingleShotConnection);
+        batch.restoreSavedQueue();
+    };
+
     auto startRip = [&] {
         if (cancelled)
             return;
+        if (queued) {
+            ripQueue();
+            return;
+        }
         if (parser.isSet(albumOption)) {
             ripAlbum();
             return;

@@ -133,6 +133,8 @@ BatchView::BatchView(BatchRunner& runner, QWidget* parent)
     connect(m_runner, &BatchRunner::expansionChanged, this, &BatchView::updateState);
     connect(m_runner, &BatchRunner::isProcessingChanged, this, &BatchView::updateState);
     connect(m_runner, &BatchRunner::countsChanged, this, &BatchView::updateState);
+    connect(m_runner, &BatchRunner::restoreChanged, this, &BatchView::updateState);
+    connect(m_runner, &BatchRunner::pauseChanged, this, &BatchView::updateState);
 }
 
 void BatchView::buildContent()
@@ -144,6 +146,7 @@ void BatchView::buildContent()
     column->setSpacing(16);
     column->addWidget(buildHeader());
     column->addWidget(buildExpansionLine());
+    column->addWidget(buildNoticeLines());
 
     m_stack = new QStackedWidget;
     m_stack->addWidget(buildEditor());
@@ -201,6 +204,50 @@ QWidget* BatchView::buildExpansionLine()
     m_expansionText->setWordWrap(true);
     row->addWidget(m_expansionText, 1);
     return m_expansionLine;
+}
+
+QWidget* BatchView::buildNoticeLines()
+{
+    auto* lines = new QWidget;
+    auto* column = new QVBoxLayout(lines);
+    column->setContentsMargins(20, 0, 20, 0);
+    column->setSpacing(6);
+    const auto line = [&](QLabel*& text, const QList<QPushButton*>& buttons) {
+        auto* widget = new QWidget;
+        auto* row = new QHBoxLayout(widget);
+        row->setContentsMargins(0, 0, 0, 0);
+        row->setSpacing(8);
+        text = textLabel(QString(), 12, QFont::Medium, false);
+        text->setWordWrap(true);
+        setTextColor(text, orange(palette()));
+        row->addWidget(text, 1);
+        for (QPushButton* each : buttons) {
+            each->setFont(Theme::font(11));
+            row->addWidget(each);
+        }
+        column->addWidget(widget);
+        return widget;
+    };
+    // What came back from the last run, and the choice to go on with it.
+    m_resume = button(tr("Resume"));
+    connect(m_resume, &QPushButton::clicked, m_runner, [this] {
+        m_runner->dismissRestoreNotice();
+        m_runner->startBatchProcessing();
+    });
+    m_clearRestored = button(tr("Clear"));
+    connect(m_clearRestored, &QPushButton::clicked, m_runner, [this] {
+        m_runner->dismissRestoreNotice();
+        m_runner->clearQueue();
+    });
+    m_dismissRestore = button(tr("Dismiss"));
+    connect(m_dismissRestore, &QPushButton::clicked, m_runner,
+            &BatchRunner::dismissRestoreNotice);
+    m_restoreLine = line(m_restoreText, {m_resume, m_clearRestored, m_dismissRestore});
+    // A batch waiting out the site's limit.
+    QPushButton* resumeNow = button(tr("Resume now"));
+    connect(resumeNow, &QPushButton::clicked, m_runner, &BatchRunner::resumeNow);
+    m_pauseLine = line(m_pauseText, {resumeNow});
+    return lines;
 }
 
 QWidget* BatchView::buildEditor()
@@ -294,6 +341,13 @@ void BatchView::updateState()
     m_addMore->setVisible(now != State::processing);
     m_ripAll->setVisible(now != State::processing);
     m_ripAll->setText(tr("Rip All (%n Tracks)", nullptr, int(m_runner->queue().size())));
+    m_restoreLine->setVisible(!m_runner->restoreNotice().isEmpty());
+    m_restoreText->setText(m_runner->restoreNotice());
+    m_resume->setVisible(m_runner->hasRestoredItems() && now != State::processing);
+    m_clearRestored->setVisible(m_runner->hasRestoredItems() && now != State::processing);
+    m_dismissRestore->setVisible(!m_runner->hasRestoredItems() || now == State::processing);
+    m_pauseLine->setVisible(m_runner->isPaused());
+    m_pauseText->setText(m_runner->pauseText());
     const QString expansion = m_runner->expansionText();
     m_expansionLine->setVisible(!expansion.isEmpty());
     m_expansionSpinner->setVisible(m_runner->isExpanding());

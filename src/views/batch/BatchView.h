@@ -36,6 +36,8 @@ private:
     void buildContent() override;
     QWidget* buildHeader();
     QWidget* buildExpansionLine();
+    // The queue that came back from the last run, and a batch paused by the site.
+    QWidget* buildNoticeLines();
     QWidget* buildEditor();
     QWidget* buildFooter();
     void updateState();
@@ -46,6 +48,13 @@ private:
     BatchQueueModel* m_model;
 
     QPushButton* m_clearQueue = nullptr;
+    QWidget* m_restoreLine = nullptr;
+    QLabel* m_restoreText = nullptr;
+    QPushButton* m_resume = nullptr;
+    QPushButton* m_clearRestored = nullptr;
+    QPushButton* m_dismissRestore = nullptr;
+    QWidget* m_pauseLine = nullptr;
+    QLabel* m_pauseText = nullptr;
     QWidget* m_expansionLine = nullptr;
     ActivitySpinner* m_expansionSpinner = nullptr;
     QLabel* m_expansionText = nullptr;

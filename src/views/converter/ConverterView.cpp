@@ -117,6 +117,9 @@ void ConverterView::buildContent()
     layout->addWidget(buildActions());
     layout->addStretch(1);
     m_linkField->setText(link);
+    // The playlist offered is the one in the field, also when the field comes back empty.
+    if (m_preview.link() != link.trimmed())
+        m_preview.clear();
     updateTools();
     updateStatus();
     finishContent(content);

@@ -35,6 +35,9 @@ PlaylistOfferCard::PlaylistOfferCard(PlaylistPreview& preview, QWidget* parent)
         emit navigationRequested(NavigationItem::batch);
     });
     layout->addWidget(m_ripButton);
+    m_cancelButton = smallButton(tr("Cancel"), QString(), playlist);
+    connect(m_cancelButton, &QPushButton::clicked, &m_preview, &PlaylistPreview::clear);
+    layout->addWidget(m_cancelButton);
 
     connect(&m_preview, &PlaylistPreview::changed, this, &PlaylistOfferCard::update);
     update();
@@ -50,6 +53,7 @@ void PlaylistOfferCard::update()
                     : listed ? tr("This link is a playlist.")
                              : m_preview.error());
     m_ripButton->setVisible(listed);
+    m_cancelButton->setVisible(listing);
     m_albumBox->setVisible(listed);
     m_ripButton->setText(tr("Rip all %1 tracks in Batch").arg(m_preview.count()));
 }

@@ -27,6 +27,7 @@ private:
     PlaylistPreview& m_preview;
     ActivitySpinner* m_spinner = nullptr;
     QLabel* m_text = nullptr;
+    QPushButton* m_cancelButton = nullptr;
     QPushButton* m_ripButton = nullptr;
     // Per rip, never saved.
     QCheckBox* m_albumBox = nullptr;

@@ -146,7 +146,29 @@ QWidget* SettingsView::buildDefaultsCard()
         m_engine.savePreferences();
     });
     layout->addWidget(labelledRow(tr("Simultaneous rips"), parallel, 0));
+    layout->addWidget(engineSwitch(tr("Pause between rips in long batches"),
+                                   &DownloadEngine::paceLongBatches,
+                                   &DownloadEngine::setPaceLongBatches,
+                                   &DownloadEngine::paceLongBatchesChanged, content));
     return card(content, this);
+}
+
+QCheckBox* SettingsView::engineSwitch(const QString& text, bool (DownloadEngine::*get)() const,
+                                      void (DownloadEngine::*set)(bool),
+                                      void (DownloadEngine::*changed)(), QWidget* parent)
+{
+    auto* box = new QCheckBox(text, parent);
+    box->setFont(Theme::font(12));
+    box->setChecked((m_engine.*get)());
+    connect(box, &QCheckBox::toggled, this, [this, set](bool on) {
+        (m_engine.*set)(on);
+        m_engine.savePreferences();
+    });
+    connect(&m_engine, changed, box, [this, box, get] {
+        const QSignalBlocker block(box);
+        box->setChecked((m_engine.*get)());
+    });
+    return box;
 }
 
 QWidget* SettingsView::buildMusicCard()
@@ -154,22 +176,10 @@ QWidget* SettingsView::buildMusicCard()
     auto* content = new QWidget;
     QVBoxLayout* layout = column(content, 10);
     layout->addWidget(sectionTitle(tr("Music"), this));
-    // A switch that follows the engine's choice, wherever it is changed, and saves it.
     const auto addSwitch = [&](const QString& text, bool (DownloadEngine::*get)() const,
                                void (DownloadEngine::*set)(bool),
                                void (DownloadEngine::*changed)()) {
-        auto* box = new QCheckBox(text, content);
-        box->setFont(Theme::font(12));
-        box->setChecked((m_engine.*get)());
-        connect(box, &QCheckBox::toggled, this, [this, set](bool on) {
-            (m_engine.*set)(on);
-            m_engine.savePreferences();
-        });
-        connect(&m_engine, changed, box, [this, box, get] {
-            const QSignalBlocker block(box);
-            box->setChecked((m_engine.*get)());
-        });
-        layout->addWidget(box);
+        layout->addWidget(engineSwitch(text, get, set, changed, content));
     };
     addSwitch(tr("Square cover art"), &DownloadEngine::squareCover, &DownloadEngine::setSquareCover,
               &DownloadEngine::squareCoverChanged);

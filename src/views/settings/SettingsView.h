@@ -6,6 +6,7 @@
 #include <optional>
 
 class ActivitySpinner;
+class QCheckBox;
 class AudioPlayerService;
 class DependencyManager;
 class DownloadEngine;
@@ -42,6 +43,10 @@ private:
     static QString proxyRefusedText();
 
     void updateTools();
+    // A check box that follows the engine's choice, wherever it is changed, and saves it.
+    QCheckBox* engineSwitch(const QString& text, bool (DownloadEngine::*get)() const,
+                            void (DownloadEngine::*set)(bool), void (DownloadEngine::*changed)(),
+                            QWidget* parent);
     // Where the tool at path comes from, for its row; empty when it is missing.
     QString sourceText(const std::optional<QString>& path, bool signedTool) const;
 

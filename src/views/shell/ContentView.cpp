@@ -2,6 +2,8 @@
 #include "views/shell/ContentView.h"
 
 #include "services/AudioPlayerService.h"
+#include "models/QueueFile.h"
+#include "services/BatchRunner.h"
 #include "services/HistoryStore.h"
 #include "views/converter/ConverterView.h"
 #include "views/shell/MiniPlayerView.h"
@@ -75,6 +77,15 @@ ContentView::ContentView(const Services& services, const ScreenFactory& factory,
     };
     connect(&history, &HistoryStore::tracksChanged, this, updateBadge);
     updateBadge();
+    // Rips that came back from the last run are counted until they are resumed or cleared.
+    BatchRunner& batch = m_services.batch;
+    auto updateBatchBadge = [this, &batch] {
+        const auto unfinished = std::count_if(batch.queue().cbegin(), batch.queue().cend(),
+                                              &QueueFile::isUnfinished);
+        m_sidebar->setBatchCount(batch.hasRestoredItems() ? int(unfinished) : 0);
+    };
+    for (auto signal : {&BatchRunner::restoreChanged, &BatchRunner::countsChanged})
+        connect(&batch, signal, this, updateBatchBadge);
 
     // The strip is built when the first track loads; an app that never plays never pays for it.
     connect(&m_services.player, &AudioPlayerService::currentTrackChanged, this,

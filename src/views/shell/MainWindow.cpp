@@ -62,6 +62,8 @@ MainWindow::MainWindow(const Services& services, const ScreenFactory& factory, Q
     });
     connect(&m_batch, &BatchRunner::batchFinished, this,
             [this] { notifyIfAway(tr("Batch finished: %1").arg(m_batch.countText()), {}); });
+    connect(&m_batch, &BatchRunner::itemFailed, this,
+            [this](const QString& title) { notifyIfAway(tr("Rip failed: %1").arg(title), {}); });
 
     resize(880, 660);
     // Links dragged from a browser: the screens' own text fields take a drop into themselves.
@@ -71,10 +73,13 @@ MainWindow::MainWindow(const Services& services, const ScreenFactory& factory, Q
 
 QString MainWindow::droppedText(const QMimeData* data)
 {
+    // A file is not a link: only web addresses are taken.
     if (data->hasUrls()) {
         QStringList links;
-        for (const QUrl& url : data->urls())
-            links << url.toString();
+        for (const QUrl& url : data->urls()) {
+            if (!url.isLocalFile())
+                links << url.toString();
+        }
         return links.join(u'\n');
     }
     return data->text();
@@ -89,6 +94,17 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 void MainWindow::dropEvent(QDropEvent* event)
 {
     const QString text = droppedText(event->mimeData());
+    if (Links::accepted(text).isEmpty()) {
+        event->ignore();
+        // Not from inside the drop: the drag is still being finished.
+        auto* box = new QMessageBox(QMessageBox::Information, tr("Not a link"),
+                                    tr("Veldtone rips from links to videos; drop a link from a "
+                                       "browser, not a file."),
+                                    QMessageBox::Ok, this);
+        box->setAttribute(Qt::WA_DeleteOnClose);
+        box->open();
+        return;
+    }
     const QWidget* batchRow = m_content->sidebar()->row(NavigationItem::batch);
     const bool onBatchRow =
         batchRow->rect().contains(batchRow->mapFrom(this, event->position().toPoint()));

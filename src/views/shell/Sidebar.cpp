@@ -200,6 +200,11 @@ void Sidebar::setLibraryCount(int count)
     row(NavigationItem::history)->setBadgeCount(count);
 }
 
+void Sidebar::setBatchCount(int count)
+{
+    row(NavigationItem::batch)->setBadgeCount(count);
+}
+
 SidebarRow* Sidebar::row(NavigationItem item) const
 {
     for (SidebarRow* r : m_rows) {

@@ -42,6 +42,8 @@ public:
     NavigationItem selected() const { return m_selected; }
     void setSelected(NavigationItem item);
     void setLibraryCount(int count);
+    // Rips that came back from the last run; 0 hides the badge.
+    void setBatchCount(int count);
     SidebarRow* row(NavigationItem item) const;
 
 signals:
