@@ -9,6 +9,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
+#include <QFileInfo>
 #include <QImage>
 #include <QLabel>
 #include <QListView>
@@ -21,7 +22,8 @@ using namespace ScreenFixture;
 
 namespace {
 // A stand-in yt-dlp that behaves by the last part of the link: "ok…" rips, "fail…" fails like a
-// missing page, "once…" fails on its first try only, "slow…" reports 10 % and then hangs.
+// missing page, "once…" fails on its first try only, "slow…" reports 10 % and then hangs,
+// "limited…" meets the site's rate limit. A paced run notes when it started.
 // Listing playlist PLmix gives two entries with pages, a line that is not JSON and one entry
 // without a page; PLfail does not exist.
 const QByteArray kYtDlp = R"(#!/bin/sh
@@ -41,11 +43,13 @@ case "$*" in *--flat-playlist*)
   exit 0;;
 esac
 echo "$link$item" >> "$BATCH_LOG"
+case "$*" in *"--sleep-requests 0.75"*) date +%s%N >> "$BATCH_OUT/paced.log";; esac
 name=${link##*/}
 case "$name" in
   fail*) echo "ERROR: [generic] $name: Unable to download webpage: HTTP Error 404: Not Found" >&2; exit 1;;
   once*) if [ ! -e "$BATCH_OUT/.$name" ]; then : > "$BATCH_OUT/.$name"; echo "ERROR: first try of $name" >&2; exit 1; fi;;
   slow*) echo "PROGRESS::  10.0%::1.00MiB/s::00:09::2.00MiB"; sleep 30 & wait; exit 0;;
+  limited*) echo "ERROR: [youtube] $name: HTTP Error 429: Too Many Requests" >&2; exit 1;;
 esac
 echo "PROGRESS::  50.0%::1.00MiB/s::00:01::2.00MiB"
 echo "[ExtractAudio] Destination: $name.mp3"
@@ -192,13 +196,13 @@ private slots:
         QCOMPARE(m_view->state(), BatchView::State::processing);
         QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
         QCOMPARE(ripped().size(), 5);
-        QVERIFY(shows(u"2 of 5 completed"_s));
+        QVERIFY(shows(u"2 of 5 completed, 3 failed"_s));
         QCOMPARE(kindAt(2), DownloadStatus::Kind::failed);
         const QModelIndex failed = queueModel()->index(4);
         QVERIFY(failed.data(Qt::ToolTipRole).toString().contains(u"HTTP Error 404"));
         QCOMPARE(m_env->history().tracks().size(), 2);
 
-        // Only the three unfinished items run again; the count rises as they complete.
+        // Only the three unfinished items run again; the counts follow.
         QStringList counts;
         connect(&runner(), &BatchRunner::countsChanged, this,
                 [&] { counts << runner().countText(); });
@@ -207,7 +211,7 @@ private slots:
         QStringList again = ripped().mid(5);
         again.sort();
         QCOMPARE(again, (QStringList{link(u"fail5"_s), link(u"once3"_s), link(u"once4"_s)}));
-        QCOMPARE(counts, (QStringList{u"3 of 5 completed"_s, u"4 of 5 completed"_s}));
+        QCOMPARE(counts.last(), u"4 of 5 completed, 1 failed"_s);
         // A failed item is not idle, so it offers no trash button.
         QVERIFY(!queueModel()->index(4).data(BatchQueueModel::ShowsTrashRole).toBool());
     }
@@ -279,8 +283,7 @@ private slots:
             u"Could not list the playlist: [youtube:tab] PLfail: This playlist does not exist"_s));
     }
 
-    // What the library holds in the batch's format is skipped unless asked; the same video
-    // is queued once.
+    // What the library holds in the batch's format is skipped unless asked.
     void alreadyInLibrary()
     {
         HistoryTrack held;
@@ -289,8 +292,6 @@ private slots:
         held.format = m_env->engine().selectedFormat();
         m_env->history().addTrack(held);
         queue({u"ok1"_s, u"ok2"_s});
-        runner().addUrlsToQueue(u"https://youtube.com/shorts/ok2\nhttps://youtu.be/ok2"_s);
-        QCOMPARE(runner().queue().size(), 2);
         QVERIFY(runner().queue().at(0).alreadyInLibrary);
         QCOMPARE(queueModel()->index(0).data(Qt::AccessibleDescriptionRole).toString(),
                  u"Already in Library"_s);
@@ -327,6 +328,101 @@ private slots:
         QCOMPARE(skipped(), (QList<bool>{true, false, false}));
         m_env->history().clearAll();
         QCOMPARE(skipped(), (QList<bool>{false, false, false}));
+    }
+
+    // The unfinished items are saved as they change and come back with their choices, less
+    // what reached the library since; a file that cannot be read is kept aside.
+    void savedQueueComesBack()
+    {
+        const QString saved = file(u"queue.json"_s);
+        runner().restoreSavedQueue();
+        QTRY_VERIFY(runner().restoreNotice().isEmpty() && QFileInfo::exists(saved));
+        // The same link pasted twice is ripped twice.
+        queue({u"ok1"_s, u"fail2"_s, u"ok1"_s});
+        QCOMPARE(runner().queue().size(), 3);
+        QTest::mouseClick(ripAll(), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
+        QCOMPARE(ripped().count(link(u"ok1"_s)), 2);
+        QVERIFY(shows(u"2 of 3 completed, 1 failed"_s));
+        m_env->engine().setSelectedFormat(AudioFormat::flac);
+        queue({u"ok3"_s, u"ok4"_s});
+        runner().flush();
+        // ok3 reached the library before the queue was saved again.
+        HistoryTrack done;
+        done.id = QUuid::createUuid();
+        done.batchItem = runner().queue().at(3).id;
+        m_env->history().addTrack(done);
+
+        BatchRunner again(m_env->engine(), m_env->history(), {.queueFile = saved});
+        again.restoreSavedQueue();
+        QTRY_COMPARE(again.queue().size(), 2);
+        QCOMPARE(again.queue().at(0).status.error(), runner().queue().at(1).status.error());
+        QCOMPARE(again.queue().at(1).url, link(u"ok4"_s));
+        QCOMPARE(again.queue().at(1).choices.format, AudioFormat::flac);
+        QCOMPARE(again.queue().at(1).choices.folder, file(u"out"_s));
+        QCOMPARE(again.restoreNotice(), u"2 rips were waiting when Veldtone closed."_s);
+
+        TestSupport::writeFile(saved, "{\"version\": 1, \"items\": ");
+        BatchRunner unreadable(m_env->engine(), m_env->history(), {.queueFile = saved});
+        unreadable.restoreSavedQueue();
+        QTRY_VERIFY(!unreadable.restoreNotice().isEmpty());
+        QVERIFY(unreadable.queue().isEmpty());
+        QCOMPARE(TestSupport::readFile(saved + u".unreadable"_s), "{\"version\": 1, \"items\": ");
+    }
+
+    // A run the site limits puts its item back in line and pauses the batch, which fails
+    // nothing behind it and goes on when asked.
+    void rateLimitPausesTheBatch()
+    {
+        queue({u"limited1"_s, u"ok2"_s, u"ok3"_s});
+        m_env->engine().setSimultaneousRips(1);
+        QTest::mouseClick(ripAll(), Qt::LeftButton);
+        QTRY_VERIFY(runner().isPaused());
+        QCOMPARE(runner().failedCount(), 0);
+        QCOMPARE(kindAt(0), DownloadStatus::Kind::idle);
+        QVERIFY(runner().isProcessing());
+        QVERIFY(shows(
+            u"YouTube is limiting requests; the batch waits 30 minutes before it goes on."_s));
+        QTest::qWait(300);
+        QCOMPARE(ripped().size(), 1);
+        QTest::mouseClick(button(u"Resume now"_s), Qt::LeftButton);
+        QTRY_COMPARE(ripped().size(), 2);
+        QVERIFY(runner().isPaused());
+        runner().stopBatch();
+        QVERIFY(!runner().isPaused());
+    }
+
+    // A batch of more than 50 YouTube links starts one rip at a time, apart, each sleeping
+    // between its requests; raising the rips at once starts more at once.
+    void pacingAndMoreAtOnce()
+    {
+        QStringList many;
+        for (int i = 0; i < 51; ++i)
+            many << u"slow%1"_s.arg(i);
+        queue(many);
+        m_env->engine().setSimultaneousRips(4);
+        QTest::mouseClick(ripAll(), Qt::LeftButton);
+        QTRY_COMPARE_WITH_TIMEOUT(runner().runningCount(), 4, 10000);
+        const QStringList starts =
+            QString::fromUtf8(TestSupport::readFile(file(u"out/paced.log"_s)))
+                .split(u'\n', Qt::SkipEmptyParts);
+        QCOMPARE(starts.size(), 4);
+        for (int i = 1; i < starts.size(); ++i)
+            QVERIFY(starts.at(i).toLongLong() - starts.at(i - 1).toLongLong() >= 90'000'000);
+        runner().stopBatch();
+        QTRY_COMPARE(runner().runningCount(), 0);
+
+        // Short batches are not paced; more at once start at once.
+        runner().clearQueue();
+        m_env->engine().setSimultaneousRips(1);
+        queue({u"slow1"_s, u"slow2"_s, u"slow3"_s});
+        QTest::mouseClick(ripAll(), Qt::LeftButton);
+        QTRY_COMPARE(runner().runningCount(), 1);
+        m_env->engine().setSimultaneousRips(3);
+        QCOMPARE(runner().runningCount(), 3);
+        runner().stopBatch();
+        QTRY_COMPARE(runner().runningCount(), 0);
+        QCOMPARE(TestSupport::readFile(file(u"out/paced.log"_s)).count('\n'), 4);
     }
 };
 

@@ -495,9 +495,14 @@ void BatchRunner::setStatus(const QUuid& id, const DownloadStatus& status)
     const int row = rowOf(id);
     if (row < 0 || m_queue[row].status == status)
         return;
-    const bool countChanges = (m_queue[row].status.kind() == DownloadStatus::Kind::completed) !=
-                              (status.kind() == DownloadStatus::Kind::completed);
     const bool kindChanges = m_queue[row].status.kind() != status.kind();
+    // The counts are of completed and failed items.
+    const bool countChanges =
+        kindChanges &&
+        (m_queue[row].status.kind() == DownloadStatus::Kind::completed ||
+         m_queue[row].status.kind() == DownloadStatus::Kind::failed ||
+         status.kind() == DownloadStatus::Kind::completed ||
+         status.kind() == DownloadStatus::Kind::failed);
     m_queue[row].status = status;
     emit itemChanged(row);
     // Progress is not saved; what becomes of the item is.
@@ -651,6 +656,8 @@ void BatchRunner::restoreSavedQueue()
         if (read.exists && !read.items) {
             m_restoreNotice = tr("The saved queue could not be read; it was kept aside and the "
                                  "queue starts empty.");
+        } else if (items.size() == 1) {
+            m_restoreNotice = tr("1 rip was waiting when Veldtone closed.");
         } else if (!items.isEmpty()) {
             m_restoreNotice =
                 tr("%n rips were waiting when Veldtone closed.", "", int(items.size()));

@@ -88,7 +88,10 @@ void Environment::buildServices(const QUrl& installerBase)
     m_engine = std::make_unique<TestEngine>(
         *m_dependencies, *m_history,
         std::make_unique<QSettings>(settingsPath(), QSettings::IniFormat));
-    m_batch = std::make_unique<BatchRunner>(*m_engine, *m_history);
+    m_batch = std::make_unique<BatchRunner>(
+        *m_engine, *m_history,
+        BatchRunnerOptions{
+            .queueFile = m_folder + u"/queue.json"_s, .paceMinMs = 100, .paceMaxMs = 150});
     m_preview = std::make_unique<PlaylistPreview>(*m_engine, *m_batch);
     m_details = std::make_unique<DetailsRefresher>(*m_engine, *m_history);
     // Nothing answers on the port the installer is pointed at, unless a test gives a server.
