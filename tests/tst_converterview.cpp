@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/EngineFixture.h"
 #include "support/ScreenFixture.h"
+#include "support/TestSupport.h"
 #include "views/components/GradientButton.h"
 #include "views/converter/ConverterView.h"
 #include "views/converter/StatusPill.h"
@@ -202,6 +204,35 @@ private slots:
         Screen readyScreen(ready);
         QCOMPARE(readyScreen.view.findChild<StatusPill*>()->text(), u"Ready (yt-dlp & ffmpeg)"_s);
         QVERIFY(!readyScreen.shows(missing));
+    }
+
+    // The playlist offer: a listing can be cancelled, one that finds nothing offers nothing,
+    // and the offer goes with the link when the screen is made again with an empty field.
+    void playlistOffer()
+    {
+        Environment env;
+        TestSupport::writeScript(env.path() + u"/tools/yt-dlp"_s,
+                                 "case \"$*\" in --version) echo 2026.01.01; exit 0;; esac\n"
+                                 "case \"$*\" in *PLslow*) sleep 30 & wait;; esac\nexit 0\n");
+        QVERIFY(env.checkTools());
+        auto screen = std::make_unique<Screen>(env);
+        screen->link()->setText(u"https://www.youtube.com/playlist?list=PLslow"_s);
+        QTest::mouseClick(screen->start(), Qt::LeftButton);
+        QVERIFY(env.preview().isListing());
+        QVERIFY(press(&screen->view, u"Cancel Listing"_s));
+        QTRY_VERIFY(!env.preview().isListing());
+        QVERIFY(!screen->shows(u"This link is a playlist."_s));
+        QTRY_VERIFY(EngineFixture::processesMentioning(u"PLslow"_s).isEmpty());
+
+        screen->link()->setText(u"https://www.youtube.com/playlist?list=PLempty"_s);
+        QTest::mouseClick(screen->start(), Qt::LeftButton);
+        QTRY_VERIFY(screen->shows(u"The playlist has no tracks."_s));
+        QVERIFY(!findButtonStarting(&screen->view, u"Rip all"_s));
+
+        screen.reset();
+        screen = std::make_unique<Screen>(env);
+        QVERIFY(env.preview().link().isEmpty());
+        QVERIFY(!screen->shows(u"The playlist has no tracks."_s));
     }
 };
 

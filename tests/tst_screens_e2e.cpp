@@ -191,6 +191,18 @@ private slots:
         QCOMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
         QVERIFY(drop(middle, u"https://www.youtube.com/watch?v=three"_s));
         QCOMPARE(env.batch().queue().size(), 3);
+        // A file is no link: it is refused with a word, and nothing is queued.
+        QMimeData file;
+        file.setUrls({QUrl::fromLocalFile(env.path() + u"/song.mp3"_s)});
+        QDragEnterEvent fileEnters(middle, Qt::CopyAction, &file, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &fileEnters);
+        QDropEvent fileDropped(middle, Qt::CopyAction, &file, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &fileDropped);
+        QVERIFY(!fileDropped.isAccepted());
+        QCOMPARE(env.batch().queue().size(), 3);
+        QTRY_VERIFY(openQuestion(&window));
+        openQuestion(&window)->button(QMessageBox::Ok)->click();
+        QTRY_VERIFY(!openQuestion(&window));
 
         env.engine().startExtraction(u"https://youtu.be/x"_s);
         QVERIFY(env.engine().currentStatus().isBusy());

@@ -34,9 +34,7 @@ void PlaylistPreview::list(const QString& link)
             });
     connect(m_listing, &PlaylistListing::finished, this, [this](const QString& error) {
         std::exchange(m_listing, nullptr)->deleteLater();
-        // A listing that found nothing has nothing to offer.
-        m_error = error.isEmpty() && m_entries.isEmpty() ? tr("The playlist lists nothing to rip.")
-                                                         : error;
+        m_error = error;
         emit changed();
     });
     emit changed();

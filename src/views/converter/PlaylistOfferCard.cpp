@@ -36,6 +36,7 @@ PlaylistOfferCard::PlaylistOfferCard(PlaylistPreview& preview, QWidget* parent)
     });
     layout->addWidget(m_ripButton);
     m_cancelButton = smallButton(tr("Cancel"), QString(), playlist);
+    m_cancelButton->setAccessibleName(tr("Cancel Listing"));
     connect(m_cancelButton, &QPushButton::clicked, &m_preview, &PlaylistPreview::clear);
     layout->addWidget(m_cancelButton);
 

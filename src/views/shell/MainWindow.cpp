@@ -94,7 +94,7 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 void MainWindow::dropEvent(QDropEvent* event)
 {
     const QString text = droppedText(event->mimeData());
-    if (Links::accepted(text).isEmpty()) {
+    if (!Links::isWebAddress(Links::firstOf(text))) {
         event->ignore();
         // Not from inside the drop: the drag is still being finished.
         auto* box = new QMessageBox(QMessageBox::Information, tr("Not a link"),
