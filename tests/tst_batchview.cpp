@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "models/Links.h"
+#include "models/QueueFile.h"
 #include "services/BatchRunner.h"
 #include "services/HistoryStore.h"
 #include "support/ScreenFixture.h"
@@ -344,6 +345,19 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(m_view->state(), BatchView::State::queued, 20000);
         QCOMPARE(ripped().count(link(u"ok1"_s)), 2);
         QVERIFY(shows(u"2 of 3 completed, 1 failed"_s));
+        // A running item is saved to run again.
+        queue({u"slow5"_s});
+        runner().startBatchProcessing();
+        QTRY_COMPARE(runner().runningCount(), 1);
+        runner().flush();
+        QFile running(saved);
+        QVERIFY(running.open(QIODevice::ReadOnly));
+        const QList<BatchItem> whileRunning = *QueueFile::decode(running.readAll());
+        QCOMPARE(whileRunning.size(), 2);
+        QCOMPARE(whileRunning.last().status.kind(), DownloadStatus::Kind::idle);
+        runner().stopBatch();
+        QTRY_COMPARE(runner().runningCount(), 0);
+        runner().removeItem(runner().queue().last().id);
         m_env->engine().setSelectedFormat(AudioFormat::flac);
         queue({u"ok3"_s, u"ok4"_s});
         runner().flush();

@@ -115,6 +115,32 @@
         <source>Expanding playlist… %1</source>
         <translation>Playlist wird aufgelöst… %1</translation>
     </message>
+    <message>
+        <source>%1, %2 failed</source>
+        <translation>%1, %2 fehlgeschlagen</translation>
+    </message>
+    <message numerus="yes">
+        <source>YouTube is limiting requests; the batch waits %n minutes before it goes on.</source>
+        <translation>
+            <numerusform>YouTube begrenzt die Anfragen; der Stapel wartet %n Minute, bevor er weitergeht.</numerusform>
+            <numerusform>YouTube begrenzt die Anfragen; der Stapel wartet %n Minuten, bevor er weitergeht.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The saved queue could not be read; it was kept aside and the queue starts empty.</source>
+        <translation>Die gespeicherte Warteschlange war nicht lesbar; sie wurde beiseitegelegt, die Warteschlange beginnt leer.</translation>
+    </message>
+    <message>
+        <source>1 rip was waiting when Veldtone closed.</source>
+        <translation>1 Rip wartete, als Veldtone geschlossen wurde.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n rips were waiting when Veldtone closed.</source>
+        <translation>
+            <numerusform>%n Rip wartete, als Veldtone geschlossen wurde.</numerusform>
+            <numerusform>%n Rips warteten, als Veldtone geschlossen wurde.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -188,6 +214,22 @@
     <message>
         <source>Rip playlists as albums</source>
         <translation>Playlists als Alben rippen</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Fortsetzen</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Ausblenden</translation>
+    </message>
+    <message>
+        <source>Resume now</source>
+        <translation>Jetzt fortsetzen</translation>
     </message>
 </context>
 <context>
@@ -606,6 +648,18 @@
         <source>Stop %1 rips and quit?</source>
         <translation>%1 Rips anhalten und beenden?</translation>
     </message>
+    <message>
+        <source>Rip failed: %1</source>
+        <translation>Rip fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>Not a link</source>
+        <translation>Kein Link</translation>
+    </message>
+    <message>
+        <source>Veldtone rips from links to videos; drop a link from a browser, not a file.</source>
+        <translation>Veldtone rippt aus Links zu Videos; ziehen Sie einen Link aus dem Browser hierher, keine Datei.</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>
@@ -786,6 +840,14 @@
     <message>
         <source>Rip as album</source>
         <translation>Als Album rippen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Cancel Listing</source>
+        <translation>Auflisten abbrechen</translation>
     </message>
 </context>
 <context>
@@ -1026,6 +1088,10 @@
     <message>
         <source>Switch to Stable</source>
         <translation>Zu Stabil wechseln</translation>
+    </message>
+    <message>
+        <source>Pause between rips in long batches</source>
+        <translation>In langen Stapeln zwischen Rips pausieren</translation>
     </message>
 </context>
 <context>

@@ -115,6 +115,32 @@
         <source>Expanding playlist… %1</source>
         <translation>Expandiendo la lista… %1</translation>
     </message>
+    <message>
+        <source>%1, %2 failed</source>
+        <translation>%1, %2 fallidos</translation>
+    </message>
+    <message numerus="yes">
+        <source>YouTube is limiting requests; the batch waits %n minutes before it goes on.</source>
+        <translation>
+            <numerusform>YouTube está limitando las solicitudes; el lote espera %n minuto antes de continuar.</numerusform>
+            <numerusform>YouTube está limitando las solicitudes; el lote espera %n minutos antes de continuar.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The saved queue could not be read; it was kept aside and the queue starts empty.</source>
+        <translation>No se pudo leer la cola guardada; se apartó y la cola empieza vacía.</translation>
+    </message>
+    <message>
+        <source>1 rip was waiting when Veldtone closed.</source>
+        <translation>1 extracción esperaba cuando Veldtone se cerró.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n rips were waiting when Veldtone closed.</source>
+        <translation>
+            <numerusform>%n extracción esperaba cuando Veldtone se cerró.</numerusform>
+            <numerusform>%n extracciones esperaban cuando Veldtone se cerró.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -188,6 +214,22 @@
     <message>
         <source>Rip playlists as albums</source>
         <translation>Extraer listas como álbumes</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Reanudar</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Vaciar</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Descartar</translation>
+    </message>
+    <message>
+        <source>Resume now</source>
+        <translation>Reanudar ahora</translation>
     </message>
 </context>
 <context>
@@ -606,6 +648,18 @@
         <source>Stop %1 rips and quit?</source>
         <translation>¿Detener %1 extracciones y salir?</translation>
     </message>
+    <message>
+        <source>Rip failed: %1</source>
+        <translation>Falló la extracción: %1</translation>
+    </message>
+    <message>
+        <source>Not a link</source>
+        <translation>No es un enlace</translation>
+    </message>
+    <message>
+        <source>Veldtone rips from links to videos; drop a link from a browser, not a file.</source>
+        <translation>Veldtone extrae desde enlaces a vídeos; suelte un enlace desde el navegador, no un archivo.</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>
@@ -786,6 +840,14 @@
     <message>
         <source>Rip as album</source>
         <translation>Extraer como álbum</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Cancel Listing</source>
+        <translation>Cancelar el listado</translation>
     </message>
 </context>
 <context>
@@ -1026,6 +1088,10 @@
     <message>
         <source>Switch to Stable</source>
         <translation>Cambiar a Estable</translation>
+    </message>
+    <message>
+        <source>Pause between rips in long batches</source>
+        <translation>Pausar entre extracciones en lotes largos</translation>
     </message>
 </context>
 <context>

@@ -115,6 +115,32 @@
         <source>Expanding playlist… %1</source>
         <translation>Développement de la playlist… %1</translation>
     </message>
+    <message>
+        <source>%1, %2 failed</source>
+        <translation>%1, %2 en échec</translation>
+    </message>
+    <message numerus="yes">
+        <source>YouTube is limiting requests; the batch waits %n minutes before it goes on.</source>
+        <translation>
+            <numerusform>YouTube limite les requêtes ; le lot attend %n minute avant de reprendre.</numerusform>
+            <numerusform>YouTube limite les requêtes ; le lot attend %n minutes avant de reprendre.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The saved queue could not be read; it was kept aside and the queue starts empty.</source>
+        <translation>La file enregistrée est illisible ; elle a été mise de côté et la file repart vide.</translation>
+    </message>
+    <message>
+        <source>1 rip was waiting when Veldtone closed.</source>
+        <translation>1 extraction attendait à la fermeture de Veldtone.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n rips were waiting when Veldtone closed.</source>
+        <translation>
+            <numerusform>%n extraction attendait à la fermeture de Veldtone.</numerusform>
+            <numerusform>%n extractions attendaient à la fermeture de Veldtone.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -188,6 +214,22 @@
     <message>
         <source>Rip playlists as albums</source>
         <translation>Extraire les playlists comme albums</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Reprendre</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Vider</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Masquer</translation>
+    </message>
+    <message>
+        <source>Resume now</source>
+        <translation>Reprendre maintenant</translation>
     </message>
 </context>
 <context>
@@ -606,6 +648,18 @@
         <source>Stop %1 rips and quit?</source>
         <translation>Arrêter %1 extractions et quitter ?</translation>
     </message>
+    <message>
+        <source>Rip failed: %1</source>
+        <translation>Échec de l&apos;extraction : %1</translation>
+    </message>
+    <message>
+        <source>Not a link</source>
+        <translation>Pas un lien</translation>
+    </message>
+    <message>
+        <source>Veldtone rips from links to videos; drop a link from a browser, not a file.</source>
+        <translation>Veldtone extrait depuis des liens vers des vidéos ; déposez un lien depuis un navigateur, pas un fichier.</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>
@@ -786,6 +840,14 @@
     <message>
         <source>Rip as album</source>
         <translation>Extraire comme album</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Cancel Listing</source>
+        <translation>Annuler la liste</translation>
     </message>
 </context>
 <context>
@@ -1026,6 +1088,10 @@
     <message>
         <source>Switch to Stable</source>
         <translation>Passer à Stable</translation>
+    </message>
+    <message>
+        <source>Pause between rips in long batches</source>
+        <translation>Faire une pause entre les extractions des longs lots</translation>
     </message>
 </context>
 <context>

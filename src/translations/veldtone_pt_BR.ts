@@ -115,6 +115,32 @@
         <source>Expanding playlist… %1</source>
         <translation>Expandindo a playlist… %1</translation>
     </message>
+    <message>
+        <source>%1, %2 failed</source>
+        <translation>%1, %2 com falha</translation>
+    </message>
+    <message numerus="yes">
+        <source>YouTube is limiting requests; the batch waits %n minutes before it goes on.</source>
+        <translation>
+            <numerusform>O YouTube está limitando as solicitações; o lote espera %n minuto antes de continuar.</numerusform>
+            <numerusform>O YouTube está limitando as solicitações; o lote espera %n minutos antes de continuar.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The saved queue could not be read; it was kept aside and the queue starts empty.</source>
+        <translation>Não foi possível ler a fila salva; ela foi guardada à parte e a fila começa vazia.</translation>
+    </message>
+    <message>
+        <source>1 rip was waiting when Veldtone closed.</source>
+        <translation>1 extração aguardava quando o Veldtone foi fechado.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n rips were waiting when Veldtone closed.</source>
+        <translation>
+            <numerusform>%n extração aguardava quando o Veldtone foi fechado.</numerusform>
+            <numerusform>%n extrações aguardavam quando o Veldtone foi fechado.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>BatchView</name>
@@ -188,6 +214,22 @@
     <message>
         <source>Rip playlists as albums</source>
         <translation>Extrair playlists como álbuns</translation>
+    </message>
+    <message>
+        <source>Resume</source>
+        <translation>Retomar</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Limpar</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Dispensar</translation>
+    </message>
+    <message>
+        <source>Resume now</source>
+        <translation>Retomar agora</translation>
     </message>
 </context>
 <context>
@@ -606,6 +648,18 @@
         <source>Stop %1 rips and quit?</source>
         <translation>Interromper %1 extrações e sair?</translation>
     </message>
+    <message>
+        <source>Rip failed: %1</source>
+        <translation>A extração falhou: %1</translation>
+    </message>
+    <message>
+        <source>Not a link</source>
+        <translation>Não é um link</translation>
+    </message>
+    <message>
+        <source>Veldtone rips from links to videos; drop a link from a browser, not a file.</source>
+        <translation>O Veldtone extrai de links para vídeos; solte um link do navegador, não um arquivo.</translation>
+    </message>
 </context>
 <context>
     <name>MetadataFetch</name>
@@ -786,6 +840,14 @@
     <message>
         <source>Rip as album</source>
         <translation>Extrair como álbum</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Cancel Listing</source>
+        <translation>Cancelar a listagem</translation>
     </message>
 </context>
 <context>
@@ -1026,6 +1088,10 @@
     <message>
         <source>Switch to Stable</source>
         <translation>Mudar para Estável</translation>
+    </message>
+    <message>
+        <source>Pause between rips in long batches</source>
+        <translation>Pausar entre extrações em lotes longos</translation>
     </message>
 </context>
 <context>
