@@ -266,7 +266,62 @@ std::vector<BenchFigure> playlistExpansion()
              *std::max_element(stalls.cbegin(), stalls.cend()), QStringLiteral("ms")}};
 }
 
+// A queue of 1,000 items: the GUI thread's share of saving it (the rest is the save thread's),
+// and reading it back at start until its rows are painted.
+std::vector<BenchFigure> queueSaveAndRestore()
+{
+    QTemporaryDir home;
+    HistoryStore history(home.filePath(QStringLiteral("library")));
+    history.waitForLoad();
+    DependencyManager::Options options;
+    options.checkOnStart = false;
+    DependencyManager dependencies(options);
+    DownloadEngine engine(
+        dependencies, history,
+        std::make_unique<QSettings>(home.filePath(QStringLiteral("s.ini")), QSettings::IniFormat));
+    const QString file = home.filePath(QStringLiteral("queue.json"));
+    QList<PlaylistEntry> entries;
+    for (int i = 0; i < 1000; ++i) {
+        PlaylistEntry& entry = entries.emplaceBack();
+        entry.link = u"https://www.youtube.com/watch?v=" + QString::number(i);
+        entry.metadata.title = u"Track " + QString::number(i);
+        entry.metadata.channel = QStringLiteral("Channel");
+    }
+    std::vector<double> save;
+    {
+        BatchRunner runner(engine, history, {.queueFile = file});
+        runner.restoreSavedQueue();
+        (void)QTest::qWaitFor([&] { return runner.queue().isEmpty() && QFile::exists(file); });
+        runner.addEntries(entries);
+        for (int run = 0; run < 50; ++run) {
+            QElapsedTimer timer;
+            timer.start();
+            runner.save();
+            save.push_back(double(timer.nsecsElapsed()) / 1e6);
+            runner.flush();
+        }
+    }
+    std::vector<double> restore;
+    for (int run = 0; run < kRuns; ++run) {
+        BatchRunner runner(engine, history, {.queueFile = file});
+        BatchView view(runner);
+        view.resize(880, 600);
+        view.show();
+        waitForPaint(&view);
+        auto* queue = view.findChild<QListView*>();
+        QElapsedTimer timer;
+        timer.start();
+        runner.restoreSavedQueue();
+        (void)QTest::qWaitFor([&] { return runner.queue().size() == 1000; });
+        waitForPaint(queue->viewport());
+        restore.push_back(double(timer.nsecsElapsed()) / 1e6);
+    }
+    return {{QStringLiteral("queue_save_1000_ms"), benchMedian(save), QStringLiteral("ms")},
+            {QStringLiteral("queue_restore_1000_ms"), benchMedian(restore), QStringLiteral("ms")}};
+}
+
 const BenchRegistration registration("screens", screens);
 const BenchRegistration playlistRegistration("playlist", playlistExpansion);
+const BenchRegistration queueRegistration("queue", queueSaveAndRestore);
 
 } // namespace

@@ -113,6 +113,8 @@ public:
     // Whether the notice is about rips that came back (and can be resumed).
     bool hasRestoredItems() const { return m_restoredItems; }
     void dismissRestoreNotice();
+    // Hands the unfinished items to the save thread now (the GUI thread's part of a save).
+    void save();
     // Writes the queue now, waiting for the disk; at quit.
     void flush();
 
@@ -154,7 +156,6 @@ private:
     bool isPaced() const;
     void pauseForRateLimit();
     void scheduleSave();
-    void save();
     void expandNext();
     void startItem(int row);
     // Measures an album whose tracks have all been ripped, the one this item belongs to.

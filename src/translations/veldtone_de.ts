@@ -1110,6 +1110,13 @@
             <numerusform>%n Titel</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n rips waiting</source>
+        <translation>
+            <numerusform>%n Rip wartet</numerusform>
+            <numerusform>%n Rips warten</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ToolAdvice</name>

@@ -1110,6 +1110,13 @@
             <numerusform>%n pistas</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n rips waiting</source>
+        <translation>
+            <numerusform>%n extracción en espera</numerusform>
+            <numerusform>%n extracciones en espera</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ToolAdvice</name>

@@ -1110,6 +1110,13 @@
             <numerusform>%n pistes</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n rips waiting</source>
+        <translation>
+            <numerusform>%n extraction en attente</numerusform>
+            <numerusform>%n extractions en attente</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ToolAdvice</name>

@@ -1110,6 +1110,13 @@
             <numerusform>%n faixas</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n rips waiting</source>
+        <translation>
+            <numerusform>%n extração aguardando</numerusform>
+            <numerusform>%n extrações aguardando</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ToolAdvice</name>

@@ -6,6 +6,7 @@
 // The texts are in the language of the environment (LANGUAGE=de, for one); with
 // VELDTONE_SHOTS_MINIMUM set, every window is at its minimum size, where longer texts clip first.
 
+#include "models/QueueFile.h"
 #include "platform/Translations.h"
 #include "services/BatchRunner.h"
 #include "services/ToolOutputReader.h"
@@ -65,6 +66,7 @@ esac
 name=${link##*/}
 case "$name" in
   missing*) echo "ERROR: [generic] $name: Unable to download webpage: HTTP Error 404: Not Found" >&2; exit 1;;
+  limited*) echo "ERROR: [youtube] $name: HTTP Error 429: Too Many Requests" >&2; exit 1;;
   slow*) echo "PROGRESS::  42.0%::1.00MiB/s::00:09::2.00MiB"; exec sleep 60;;
 esac
 echo "[ExtractAudio] Destination: $SHOTS_OUT/$name.mp3"
@@ -395,6 +397,37 @@ void shootLibraryAndBatch(Shooter& shoot)
     env.batch().addUrlsToQueue(u"https://youtu.be/one\nhttps://youtu.be/four"_s);
     shoot(window, u"batch-already-in-library"_s);
     env.batch().clearQueue();
+
+    // A queue saved at the last run, back at start, then a batch the site limits.
+    QList<BatchItem> saved;
+    for (const QString& title : {u"Harbour Lights"_s, u"Paper Boats"_s, u"Night Ferry"_s}) {
+        BatchItem& item = saved.emplaceBack(u"https://youtu.be/" + title.left(5));
+        item.metadata = VideoMetadata();
+        item.metadata->title = title;
+        item.metadata->channel = u"The Coastal Quartet"_s;
+    }
+    saved.last().status = DownloadStatus::failed(u"HTTP Error 404: Not Found"_s);
+    for (int i = 4; i <= 12; ++i)
+        saved.emplaceBack(u"https://youtu.be/waiting-%1"_s.arg(i));
+    RipChoices defaults{AudioFormat::mp3, AudioQuality::k320, music, false, false};
+    TestSupport::writeFile(env.path() + u"/queue.json"_s, QueueFile::encode(saved, defaults));
+    env.batch().restoreSavedQueue();
+    waited.restart();
+    while (env.batch().restoreNotice().isEmpty() && waited.elapsed() < 5000)
+        settle(50);
+    shoot(window, u"batch-restored"_s);
+    env.batch().dismissRestoreNotice();
+    env.batch().clearQueue();
+    env.batch().addUrlsToQueue(u"https://youtu.be/limited-one\nhttps://youtu.be/two"_s);
+    env.engine().setSimultaneousRips(1);
+    findButtonStarting(batch, u"Rip All"_s)->click();
+    waited.restart();
+    while (!env.batch().isPaused() && waited.elapsed() < 5000)
+        settle(50);
+    shoot(window, u"batch-paused"_s);
+    env.batch().stopBatch();
+    env.batch().clearQueue();
+    env.engine().setSimultaneousRips(2);
 
     // A playlist offered by the converter, then ripped two at a time.
     const QString playlist = u"https://www.youtube.com/playlist?list=PLcoastal"_s;

@@ -159,6 +159,8 @@ void BatchView::buildContent()
     m_list->setMouseTracking(true);
     m_list->setSelectionMode(QAbstractItemView::NoSelection);
     m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    // Rows shorten their texts to the width; there is nothing to scroll sideways to.
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* delegate = new BatchItemDelegate(m_list);
     m_list->setItemDelegate(delegate);
     connect(delegate, &BatchItemDelegate::removeRequested, m_runner, &BatchRunner::removeItem);
@@ -240,8 +242,7 @@ QWidget* BatchView::buildNoticeLines()
         m_runner->clearQueue();
     });
     m_dismissRestore = button(tr("Dismiss"));
-    connect(m_dismissRestore, &QPushButton::clicked, m_runner,
-            &BatchRunner::dismissRestoreNotice);
+    connect(m_dismissRestore, &QPushButton::clicked, m_runner, &BatchRunner::dismissRestoreNotice);
     m_restoreLine = line(m_restoreText, {m_resume, m_clearRestored, m_dismissRestore});
     // A batch waiting out the site's limit.
     QPushButton* resumeNow = button(tr("Resume now"));

@@ -92,7 +92,9 @@ void SidebarRow::setBadgeCount(int count)
     if (count == m_badgeCount)
         return;
     m_badgeCount = count;
-    setAccessibleDescription(count > 0 ? tr("%n tracks", nullptr, count) : QString());
+    const QString counted = m_item == NavigationItem::batch ? tr("%n rips waiting", nullptr, count)
+                                                            : tr("%n tracks", nullptr, count);
+    setAccessibleDescription(count > 0 ? counted : QString());
     update();
 }
 
@@ -128,7 +130,7 @@ void SidebarRow::paintEvent(QPaintEvent*)
         Navigation::iconName(m_item), selected ? QColor(Qt::white) : Theme::accent(pal));
 
     qreal right = width() - kRowInsetX - 4;
-    if (m_item == NavigationItem::history && m_badgeCount > 0) {
+    if (m_badgeCount > 0) {
         const QFont badgeFont = Theme::font(kBadgeSize, QFont::Bold);
         const QFontMetricsF metrics(badgeFont);
         const QString count = QString::number(m_badgeCount);
