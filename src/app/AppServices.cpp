@@ -7,6 +7,7 @@
 #include "services/DependencyManager.h"
 #include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
+#include "services/FollowService.h"
 #include "services/HistoryStore.h"
 #include "services/PlaylistPreview.h"
 #include "services/SettingsKeys.h"
@@ -28,13 +29,17 @@ AppServices::AppServices()
     , m_artwork(std::make_unique<ArtworkCache>(ArtworkCache::defaultFolder()))
     , m_batch(std::make_unique<BatchRunner>(
           *m_engine, *m_history,
-          BatchRunnerOptions{.queueFile = HistoryStore::defaultFolder() + QStringLiteral("/queue.json")}))
+          BatchRunnerOptions{.queueFile =
+                                 HistoryStore::defaultFolder() + QStringLiteral("/queue.json")}))
     , m_preview(std::make_unique<PlaylistPreview>(*m_engine, *m_batch))
     , m_details(std::make_unique<DetailsRefresher>(*m_engine, *m_history))
     , m_updater(std::make_unique<ToolUpdater>(*m_dependencies, ToolUpdater::Options()))
+    , m_following(std::make_unique<FollowService>(
+          *m_engine, *m_batch,
+          FollowOptions{.file = HistoryStore::defaultFolder() + QStringLiteral("/following.json")}))
     , m_services(std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
                                                      *m_player, *m_artwork, *m_batch, *m_preview,
-                                                     *m_details, *m_updater}))
+                                                     *m_details, *m_updater, *m_following}))
 {
     // The player evens out loudness as last chosen, and keeps the choice.
     if (const auto mode = AudioPlayerService::gainModeFromText(
@@ -60,6 +65,8 @@ void AppServices::afterFirstFrame()
     m_history->load();
     // The queue saved at the last run comes back once the library says what is done.
     m_batch->restoreSavedQueue();
+    // Followed links are listed again, one at a time, once the window is up.
+    m_following->start();
     // Scratch folders a dead or long-gone job left, wherever jobs have worked.
     m_engine->sweepScratchFolders();
     // A little later still: the network stack it loads is no part of starting up.

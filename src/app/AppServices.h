@@ -11,6 +11,7 @@ class BatchRunner;
 class DetailsRefresher;
 class DependencyManager;
 class DownloadEngine;
+class FollowService;
 class HistoryStore;
 class PlaylistPreview;
 class ToolUpdater;
@@ -43,5 +44,6 @@ private:
     std::unique_ptr<PlaylistPreview> m_preview;
     std::unique_ptr<DetailsRefresher> m_details;
     std::unique_ptr<ToolUpdater> m_updater;
+    std::unique_ptr<FollowService> m_following;
     std::unique_ptr<Services> m_services;
 };

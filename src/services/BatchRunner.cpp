@@ -179,9 +179,9 @@ bool BatchRunner::inLibrary(const QString& id, AudioFormat format)
 }
 
 int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum, bool pasted,
-                               const QString& playlist)
+                               const QString& playlist, const RipChoices& choices)
 {
-    const AudioFormat format = m_engine.selectedFormat();
+    const AudioFormat format = choices.format.value_or(m_engine.selectedFormat());
     QSet<QString> queued;
     for (const BatchItem& item : std::as_const(m_queue))
         queued.insert(queueKey(item.url, item.playlistItem));
@@ -200,6 +200,7 @@ int BatchRunner::appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum
         BatchItem& item = added.emplaceBack(entry.link);
         item.playlistItem = entry.playlistItem;
         item.playlist = playlist;
+        item.choices = choices;
         if (asAlbum) {
             item.album = entry.album;
             if (item.album->albumArtist.isEmpty())

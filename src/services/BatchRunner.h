@@ -87,9 +87,9 @@ public:
     // Queues entries already listed (from playlist) that are not queued yet; returns how many
     // rows it added.
     int addEntries(const QList<PlaylistEntry>& entries, bool asAlbum = false,
-                   const QString& playlist = {})
+                   const QString& playlist = {}, const RipChoices& choices = {})
     {
-        return appendEntries(entries, asAlbum, false, playlist);
+        return appendEntries(entries, asAlbum, false, playlist, choices);
     }
     void removeItem(const QUuid& id);
     // What is known of an item's video; its row shows it at once.
@@ -150,7 +150,7 @@ private:
     // many rows it added.
     // Entries already queued are left out unless pasted (the same link twice is ripped twice).
     int appendEntries(const QList<PlaylistEntry>& entries, bool asAlbum, bool pasted,
-                      const QString& playlist = {});
+                      const QString& playlist = {}, const RipChoices& choices = {});
     void appendItems(const QList<BatchItem>& items);
     // Whether the batch is long enough, and YouTube's enough, to be paced.
     bool isPaced() const;

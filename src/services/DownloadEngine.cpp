@@ -208,15 +208,18 @@ MetadataFetch* DownloadEngine::newMetadataFetch(const QString& url, QObject* par
     return new MetadataFetch(*tool, link, m_silenceLimitMs, parent);
 }
 
-MadeRun<PlaylistListing> DownloadEngine::newPlaylistListing(const QString& link, QObject* parent)
+MadeRun<PlaylistListing> DownloadEngine::newPlaylistListing(const QString& link, QObject* parent,
+                                                            int first)
 {
-    const std::optional<ToolInvocation> tool = ytDlpInvocation();
+    std::optional<ToolInvocation> tool = ytDlpInvocation();
     if (!tool)
         return {nullptr, missingToolText()};
     const QString trimmed = Links::trimmed(link);
     if (!Links::isUsable(trimmed))
         return {nullptr, invalidLinkText()};
     const QString listed = Links::isList(trimmed) ? Links::listing(trimmed) : trimmed;
+    if (first > 0)
+        tool->options << QStringLiteral("--playlist-end") << QString::number(first);
     return {new PlaylistListing(*tool, listed, m_silenceLimitMs, parent), {}};
 }
 

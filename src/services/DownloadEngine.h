@@ -140,8 +140,10 @@ public:
     // yt-dlp is missing or the link is not one to hand to it.
     MetadataFetch* newMetadataFetch(const QString& link, QObject* parent);
     // A listing of a playlist link's entries (a channel's through its uploads tab), run as a
-    // rip would be; refused when the tool is missing or the link is not usable.
-    MadeRun<PlaylistListing> newPlaylistListing(const QString& link, QObject* parent);
+    // rip would be, its first entries only when first is above 0; refused when the tool is
+    // missing or the link is not usable.
+    MadeRun<PlaylistListing> newPlaylistListing(const QString& link, QObject* parent,
+                                                int first = 0);
 
     // Writes all the output choices.
     void savePreferences();

@@ -7,6 +7,7 @@ class BatchRunner;
 class DetailsRefresher;
 class DependencyManager;
 class DownloadEngine;
+class FollowService;
 class HistoryStore;
 class PlaylistPreview;
 class ToolUpdater;
@@ -23,4 +24,5 @@ struct Services
     PlaylistPreview& preview;
     DetailsRefresher& details;
     ToolUpdater& updater;
+    FollowService& following;
 };

@@ -117,6 +117,16 @@ bool MediaServer::start()
                                        kMediaPath.toUtf8() + "\"></video>\n</body></html>\n");
     };
     m_server.route(u"/playlist"_s, twoVideos);
+    // A playlist that gains a video whenever a test says so; each video its own.
+    m_server.route(u"/growing/<arg>"_s, [this](const QString& name) {
+        QByteArray videos;
+        for (int i = 1; i <= m_growing.value(name); ++i)
+            videos += "<video src=\"" + kMediaPath.toUtf8() + "?n=" + QByteArray::number(i) +
+                      "\"></video>\n";
+        return QHttpServerResponse("text/html", "<!DOCTYPE html>\n<html><head><title>Growing " +
+                                                    name.toUtf8() + "</title></head><body>\n" +
+                                                    videos + "</body></html>\n");
+    });
     m_server.route(u"/@loopback/videos"_s, twoVideos);
     m_server.route(u"/watch/two.html"_s, twoVideos);
     m_server.route(kMediaPath, [this] { return QHttpServerResponse("video/webm", m_media); });
@@ -204,6 +214,12 @@ QUrl MediaServer::channelUrl() const
 QUrl MediaServer::privatePageUrl() const
 {
     return url(u"/private/tone.html"_s);
+}
+
+QUrl MediaServer::growingPlaylistUrl(const QString& name, int videos)
+{
+    m_growing.insert(name, videos);
+    return url(u"/growing/"_s + name);
 }
 
 QUrl MediaServer::playlistUrl() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QHash>
 #include <QHttpServer>
 #include <QObject>
 #include <QTemporaryDir>
@@ -48,6 +49,8 @@ public:
     // A page embedding the clip twice, which yt-dlp lists as a playlist of two
     // ("kPlaylistTitle (1)" and "(2)").
     QUrl playlistUrl() const;
+    // A page of videos named name that holds this many of them from now on.
+    QUrl growingPlaylistUrl(const QString& name, int videos);
     // The same two videos on a page of their own, which a rip takes both of.
     QUrl twoVideosUrl() const;
     // A channel's home page; its /videos tab lists the two videos.
@@ -77,6 +80,7 @@ private:
     Options m_options;
     QTemporaryDir m_dir;
     QHttpServer m_server;
+    QHash<QString, int> m_growing;
     quint16 m_port = 0;
     QByteArray m_media;
     QByteArray m_quietMedia;

@@ -62,6 +62,7 @@ Environment::~Environment() = default;
 void Environment::buildServices(const QUrl& installerBase)
 {
     m_services.reset();
+    m_following.reset();
     m_updater.reset();
     m_details.reset();
     m_preview.reset();
@@ -98,9 +99,14 @@ void Environment::buildServices(const QUrl& installerBase)
     ToolUpdater::Options releases;
     releases.site = installerBase.isValid() ? installerBase : QUrl(u"http://127.0.0.1:9/"_s);
     m_updater = std::make_unique<ToolUpdater>(*m_dependencies, releases, savedSettings());
+    // Listings follow one another at once here.
+    m_following = std::make_unique<FollowService>(
+        *m_engine, *m_batch,
+        FollowOptions{.file = m_folder + u"/following.json"_s, .paceMinMs = 0, .paceMaxMs = 0},
+        savedSettings());
     m_services = std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
                                                      *m_player, *m_artwork, *m_batch, *m_preview,
-                                                     *m_details, *m_updater});
+                                                     *m_details, *m_updater, *m_following});
 }
 
 std::unique_ptr<QSettings> Environment::savedSettings() const

@@ -8,6 +8,7 @@
 #include "services/DependencyManager.h"
 #include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
+#include "services/FollowService.h"
 #include "services/HistoryStore.h"
 #include "services/PlaylistPreview.h"
 #include "services/Services.h"
@@ -67,6 +68,7 @@ public:
 
     DependencyManager& dependencies() { return *m_dependencies; }
     ToolUpdater& updater() { return *m_updater; }
+    FollowService& following() { return *m_following; }
     HistoryStore& history() { return *m_history; }
     AudioPlayerService& player() { return *m_player; }
     TestEngine& engine() { return *m_engine; }
@@ -89,6 +91,7 @@ private:
     std::unique_ptr<PlaylistPreview> m_preview;
     std::unique_ptr<DetailsRefresher> m_details;
     std::unique_ptr<ToolUpdater> m_updater;
+    std::unique_ptr<FollowService> m_following;
     std::unique_ptr<AudioPlayerService> m_player;
     std::unique_ptr<TestEngine> m_engine;
     std::unique_ptr<Services> m_services;
