@@ -25,7 +25,8 @@ namespace {
 struct Screen
 {
     explicit Screen(Environment& env)
-        : view(env.engine(), env.services().dependencies, env.services().updater, env.player())
+        : view(env.engine(), env.services().dependencies, env.services().updater, env.player(),
+               &env.following())
     {
         view.resize(880, 900);
         view.show();

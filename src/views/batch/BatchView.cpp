@@ -3,6 +3,7 @@
 
 #include "models/Links.h"
 #include "services/BatchRunner.h"
+#include "services/FollowService.h"
 #include "views/batch/BatchItemDelegate.h"
 #include "views/batch/BatchQueueModel.h"
 #include "views/components/AccessibleListView.h"
@@ -42,13 +43,19 @@ QString ripAgainActionName()
     return QCoreApplication::translate("BatchView", "Rip Again");
 }
 
+QString followActionName()
+{
+    return QCoreApplication::translate("BatchView", "Follow Playlist");
+}
+
 // The queue's rows, with their trash button as a named accessible action.
 class BatchListView : public AccessibleListView
 {
 public:
-    BatchListView(BatchRunner& runner, QWidget* parent = nullptr)
+    BatchListView(BatchRunner& runner, FollowService* following, QWidget* parent = nullptr)
         : AccessibleListView(parent)
         , m_runner(runner)
+        , m_following(following)
     {}
 
     QStringList rowActionNames(int row) const override
@@ -62,6 +69,10 @@ public:
             names << ripAgainActionName();
         if (index.data(BatchQueueModel::ShowsTrashRole).toBool())
             names << removeActionName();
+        // A row listed from a playlist or channel offers to follow it.
+        if (m_following && row < m_runner.queue().size() &&
+            !m_runner.queue().at(row).playlist.isEmpty())
+            names << followActionName();
         return names;
     }
     void triggerRowAction(int row, const QString& name) override
@@ -73,6 +84,8 @@ public:
             m_runner.retry(id);
         else if (name == ripAgainActionName())
             m_runner.ripAgain(id);
+        else if (name == followActionName() && m_following && row < m_runner.queue().size())
+            m_following->follow(m_runner.queue().at(row).playlist);
     }
 
 protected:
@@ -92,6 +105,7 @@ protected:
 
 private:
     BatchRunner& m_runner;
+    FollowService* m_following;
 };
 
 QLabel* textLabel(const QString& text, int pixelSize, QFont::Weight weight, bool secondaryColour)
@@ -121,9 +135,10 @@ QPushButton* prominentButton(const QString& text, const QString& symbolName, con
 }
 } // namespace
 
-BatchView::BatchView(BatchRunner& runner, QWidget* parent)
+BatchView::BatchView(BatchRunner& runner, FollowService* following, QWidget* parent)
     : ThemedScreen(Scrolling::fills, parent)
     , m_runner(&runner)
+    , m_following(following)
     , m_model(new BatchQueueModel(*m_runner, this))
 {
     setAccessibleName(tr("Batch"));
@@ -150,7 +165,7 @@ void BatchView::buildContent()
 
     m_stack = new QStackedWidget;
     m_stack->addWidget(buildEditor());
-    auto* list = new BatchListView(*m_runner);
+    auto* list = new BatchListView(*m_runner, m_following);
     m_list = list;
     m_list->setAccessibleName(tr("Queue"));
     m_list->setModel(m_model);

@@ -6,6 +6,7 @@
 class ActivitySpinner;
 class BatchQueueModel;
 class BatchRunner;
+class FollowService;
 class QCheckBox;
 class QLabel;
 class QListView;
@@ -21,7 +22,9 @@ class BatchView : public ThemedScreen
     Q_OBJECT
 
 public:
-    explicit BatchView(BatchRunner& runner, QWidget* parent = nullptr);
+    // following: takes a row's playlist with "Follow Playlist" (nullptr: not offered).
+    explicit BatchView(BatchRunner& runner, FollowService* following = nullptr,
+                       QWidget* parent = nullptr);
     ~BatchView() override;
 
     enum class State
@@ -45,6 +48,7 @@ private:
     void addUrlsToQueue();
 
     BatchRunner* m_runner;
+    FollowService* m_following;
     BatchQueueModel* m_model;
 
     QPushButton* m_clearQueue = nullptr;

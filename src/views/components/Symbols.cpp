@@ -24,6 +24,7 @@ constexpr Entry kTable[] = {
     {u"square.stack.3d.down.right", u"dynamic_feed"},
     {u"music.note.list", u"library_music"},
     {u"gearshape", u"settings"},
+    {u"dot.radiowaves.left.and.right", u"rss_feed"},
     // Formats.
     {u"music.note", u"music_note"},
     {u"apple.logo", u"audio_file"},

@@ -46,7 +46,7 @@ const QList<QColor> kStartGradient = {QColor(255, 59, 48), QColor(255, 149, 0)};
 ConverterView::ConverterView(DownloadEngine& engine, DependencyManager& tools,
                              HistoryStore& history, AudioPlayerService& player, BatchRunner& batch,
                              PlaylistPreview& preview, ToolUpdater& updater,
-                             DesktopServices* desktop, QWidget* parent)
+                             DesktopServices* desktop, FollowService* following, QWidget* parent)
     : ThemedScreen(Scrolling::scrolls, parent)
     , m_engine(engine)
     , m_tools(tools)
@@ -54,6 +54,7 @@ ConverterView::ConverterView(DownloadEngine& engine, DependencyManager& tools,
     , m_player(player)
     , m_batch(batch)
     , m_preview(preview)
+    , m_following(following)
     , m_updater(updater)
     , m_desktop(desktop ? *desktop : DesktopServices::system())
 {
@@ -110,7 +111,7 @@ void ConverterView::buildContent()
     connect(failure, &RipFailureCard::navigationRequested, this,
             &ConverterView::navigationRequested);
     layout->addWidget(failure);
-    auto* offer = new PlaylistOfferCard(m_preview, content);
+    auto* offer = new PlaylistOfferCard(m_preview, m_following, content);
     connect(offer, &PlaylistOfferCard::navigationRequested, this,
             &ConverterView::navigationRequested);
     layout->addWidget(offer);

@@ -12,6 +12,7 @@ class BatchRunner;
 class DependencyManager;
 class DesktopServices;
 class DownloadEngine;
+class FollowService;
 class GradientButton;
 class HistoryStore;
 class PlaylistPreview;
@@ -29,11 +30,12 @@ class ConverterView : public ThemedScreen
     Q_OBJECT
 
 public:
-    // desktop reveals the finished file and opens the folder (nullptr: the system's).
+    // desktop reveals the finished file and opens the folder (nullptr: the system's);
+    // following takes a playlist offered (nullptr: no "Follow").
     ConverterView(DownloadEngine& engine, DependencyManager& tools, HistoryStore& history,
                   AudioPlayerService& player, BatchRunner& batch, PlaylistPreview& preview,
                   ToolUpdater& updater, DesktopServices* desktop = nullptr,
-                  QWidget* parent = nullptr);
+                  FollowService* following = nullptr, QWidget* parent = nullptr);
     ~ConverterView() override;
 
     QString inputUrl() const;
@@ -69,6 +71,7 @@ private:
     AudioPlayerService& m_player;
     BatchRunner& m_batch;
     PlaylistPreview& m_preview;
+    FollowService* m_following;
     ToolUpdater& m_updater;
     DesktopServices& m_desktop;
 

@@ -2,6 +2,7 @@
 #include "views/converter/PlaylistOfferCard.h"
 
 #include "services/BatchRunner.h"
+#include "services/FollowService.h"
 #include "services/PlaylistPreview.h"
 #include "views/components/ActivitySpinner.h"
 #include "views/components/Theme.h"
@@ -13,9 +14,11 @@
 
 using namespace Theme;
 
-PlaylistOfferCard::PlaylistOfferCard(PlaylistPreview& preview, QWidget* parent)
+PlaylistOfferCard::PlaylistOfferCard(PlaylistPreview& preview, FollowService* following,
+                                     QWidget* parent)
     : GlassCard(new QWidget, 12, 12, parent)
     , m_preview(preview)
+    , m_following(following)
 {
     QWidget* playlist = content();
     QHBoxLayout* layout = row(playlist, 10);
@@ -35,6 +38,15 @@ PlaylistOfferCard::PlaylistOfferCard(PlaylistPreview& preview, QWidget* parent)
         emit navigationRequested(NavigationItem::batch);
     });
     layout->addWidget(m_ripButton);
+    // Its new uploads, from now on, rather than (or besides) what it holds now.
+    m_followButton =
+        smallButton(tr("Follow"), QStringLiteral("dot.radiowaves.left.and.right"), playlist);
+    connect(m_followButton, &QPushButton::clicked, this, [this] {
+        if (m_following)
+            m_following->follow(m_preview.link(), 0, m_albumBox->isChecked());
+        emit navigationRequested(NavigationItem::following);
+    });
+    layout->addWidget(m_followButton);
     m_cancelButton = smallButton(tr("Cancel"), QString(), playlist);
     m_cancelButton->setAccessibleName(tr("Cancel Listing"));
     connect(m_cancelButton, &QPushButton::clicked, &m_preview, &PlaylistPreview::clear);
@@ -55,6 +67,7 @@ void PlaylistOfferCard::update()
                              : m_preview.error());
     m_ripButton->setVisible(listed);
     m_cancelButton->setVisible(listing);
+    m_followButton->setVisible(listed && m_following);
     m_albumBox->setVisible(listed);
     m_ripButton->setText(tr("Rip all %1 tracks in Batch").arg(m_preview.count()));
 }

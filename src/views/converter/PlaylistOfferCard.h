@@ -5,6 +5,7 @@
 #include "views/shell/NavigationItem.h"
 
 class ActivitySpinner;
+class FollowService;
 class PlaylistPreview;
 class QCheckBox;
 class QLabel;
@@ -16,7 +17,8 @@ class PlaylistOfferCard : public GlassCard
     Q_OBJECT
 
 public:
-    PlaylistOfferCard(PlaylistPreview& preview, QWidget* parent);
+    // following: takes the playlist with "Follow" (nullptr: not offered).
+    PlaylistOfferCard(PlaylistPreview& preview, FollowService* following, QWidget* parent);
 
 signals:
     void navigationRequested(NavigationItem item);
@@ -28,6 +30,8 @@ private:
     ActivitySpinner* m_spinner = nullptr;
     QLabel* m_text = nullptr;
     QPushButton* m_cancelButton = nullptr;
+    QPushButton* m_followButton = nullptr;
+    FollowService* m_following;
     QPushButton* m_ripButton = nullptr;
     // Per rip, never saved.
     QCheckBox* m_albumBox = nullptr;

@@ -6,6 +6,7 @@
 #include "services/DependencyManager.h"
 #include "services/DownloadEngine.h"
 #include "services/EnginePreferences.h"
+#include "services/FollowService.h"
 #include "services/ToolUpdater.h"
 #include "views/components/ActivitySpinner.h"
 #include "views/components/DesktopTexts.h"
@@ -73,12 +74,13 @@ GlassCard* card(QWidget* content, QWidget* parent)
 } // namespace
 
 SettingsView::SettingsView(DownloadEngine& engine, DependencyManager& tools, ToolUpdater& updater,
-                           AudioPlayerService& player, QWidget* parent)
+                           AudioPlayerService& player, FollowService* following, QWidget* parent)
     : ThemedScreen(Scrolling::scrolls, parent)
     , m_engine(engine)
     , m_tools(tools)
     , m_updater(updater)
     , m_player(player)
+    , m_following(following)
 {
     setAccessibleName(tr("Settings"));
     setAutoFillBackground(true);
@@ -146,10 +148,21 @@ QWidget* SettingsView::buildDefaultsCard()
         m_engine.savePreferences();
     });
     layout->addWidget(labelledRow(tr("Simultaneous rips"), parallel, 0));
-    layout->addWidget(engineSwitch(tr("Pause between rips in long batches"),
-                                   &DownloadEngine::paceLongBatches,
-                                   &DownloadEngine::setPaceLongBatches,
-                                   &DownloadEngine::paceLongBatchesChanged, content));
+    layout->addWidget(engineSwitch(
+        tr("Pause between rips in long batches"), &DownloadEngine::paceLongBatches,
+        &DownloadEngine::setPaceLongBatches, &DownloadEngine::paceLongBatchesChanged, content));
+    if (m_following) {
+        auto* interval = new QComboBox;
+        interval->addItem(tr("Every hour"), 1);
+        interval->addItem(tr("Every 6 hours"), 6);
+        interval->addItem(tr("Every day"), 24);
+        interval->addItem(tr("Only when asked"), 0);
+        interval->setCurrentIndex(interval->findData(m_following->intervalHours()));
+        connect(interval, &QComboBox::activated, this, [this, interval] {
+            m_following->setIntervalHours(interval->currentData().toInt());
+        });
+        layout->addWidget(labelledRow(tr("Check followed links"), interval, 0));
+    }
     return card(content, this);
 }
 

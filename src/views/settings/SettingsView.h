@@ -11,6 +11,7 @@ class AudioPlayerService;
 class DependencyManager;
 class DownloadEngine;
 class ElidedLabel;
+class FollowService;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -26,8 +27,10 @@ class SettingsView : public ThemedScreen
     Q_OBJECT
 
 public:
+    // following: whose check interval the screen offers; none hides the choice.
     SettingsView(DownloadEngine& engine, DependencyManager& tools, ToolUpdater& updater,
-                 AudioPlayerService& player, QWidget* parent = nullptr);
+                 AudioPlayerService& player, FollowService* following = nullptr,
+                 QWidget* parent = nullptr);
     ~SettingsView() override;
 
 private:
@@ -54,6 +57,7 @@ private:
     DependencyManager& m_tools;
     ToolUpdater& m_updater;
     AudioPlayerService& m_player;
+    FollowService* m_following;
 
     ToolStatusRow* m_ytDlpRow = nullptr;
     ToolStatusRow* m_ffmpegRow = nullptr;

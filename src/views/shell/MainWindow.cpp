@@ -7,6 +7,7 @@
 #include "services/AudioPlayerService.h"
 #include "services/BatchRunner.h"
 #include "services/DownloadEngine.h"
+#include "services/FollowService.h"
 #include "views/converter/ConverterView.h"
 #include "views/shell/ContentView.h"
 #include "views/shell/Sidebar.h"
@@ -62,6 +63,10 @@ MainWindow::MainWindow(const Services& services, const ScreenFactory& factory, Q
     });
     connect(&m_batch, &BatchRunner::batchFinished, this,
             [this] { notifyIfAway(tr("Batch finished: %1").arg(m_batch.countText()), {}); });
+    connect(&services.following, &FollowService::newTracks, this,
+            [this](int count, const QString& name) {
+                notifyIfAway(FollowService::newTracksText(count, name), {});
+            });
     connect(&m_batch, &BatchRunner::itemFailed, this,
             [this](const QString& title) { notifyIfAway(tr("Rip failed: %1").arg(title), {}); });
 

@@ -8,7 +8,7 @@ namespace Navigation {
 QList<NavigationItem> allCases()
 {
     return {NavigationItem::convert, NavigationItem::batch, NavigationItem::history,
-            NavigationItem::settings};
+            NavigationItem::following, NavigationItem::settings};
 }
 
 namespace {
@@ -22,6 +22,8 @@ const char* englishTitle(NavigationItem item)
         return QT_TRANSLATE_NOOP("Navigation", "Batch");
     case NavigationItem::history:
         return QT_TRANSLATE_NOOP("Navigation", "Library");
+    case NavigationItem::following:
+        return QT_TRANSLATE_NOOP("Navigation", "Following");
     case NavigationItem::settings:
         return QT_TRANSLATE_NOOP("Navigation", "Settings");
     }
@@ -48,6 +50,8 @@ QString iconName(NavigationItem item)
         return QStringLiteral("square.stack.3d.down.right");
     case NavigationItem::history:
         return QStringLiteral("music.note.list");
+    case NavigationItem::following:
+        return QStringLiteral("dot.radiowaves.left.and.right");
     case NavigationItem::settings:
         return QStringLiteral("gearshape");
     }

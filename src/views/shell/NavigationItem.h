@@ -11,6 +11,7 @@ enum class NavigationItem
     convert,
     batch,
     history,
+    following,
     settings
 };
 

@@ -4,6 +4,7 @@
 #include "services/ArtworkCache.h"
 #include "views/batch/BatchView.h"
 #include "views/converter/ConverterView.h"
+#include "views/following/FollowingView.h"
 #include "views/library/HistoryView.h"
 #include "views/settings/SettingsView.h"
 
@@ -34,6 +35,8 @@ QWidget* ScreenFactory::create(NavigationItem item, QWidget* parent) const
         return batch(parent);
     case NavigationItem::history:
         return library(parent);
+    case NavigationItem::following:
+        return following(parent);
     case NavigationItem::settings:
         return settings(parent);
     }
@@ -44,12 +47,12 @@ QWidget* ScreenFactory::converter(QWidget* parent) const
 {
     return new ConverterView(m_services.engine, m_services.dependencies, m_services.history,
                              m_services.player, m_services.batch, m_services.preview,
-                             m_services.updater, nullptr, parent);
+                             m_services.updater, nullptr, &m_services.following, parent);
 }
 
 QWidget* ScreenFactory::batch(QWidget* parent) const
 {
-    return new BatchView(m_services.batch, parent);
+    return new BatchView(m_services.batch, &m_services.following, parent);
 }
 
 QWidget* ScreenFactory::library(QWidget* parent) const
@@ -58,8 +61,13 @@ QWidget* ScreenFactory::library(QWidget* parent) const
                            m_services.details, parent);
 }
 
+QWidget* ScreenFactory::following(QWidget* parent) const
+{
+    return new FollowingView(m_services.following, parent);
+}
+
 QWidget* ScreenFactory::settings(QWidget* parent) const
 {
     return new SettingsView(m_services.engine, m_services.dependencies, m_services.updater,
-                            m_services.player, parent);
+                            m_services.player, &m_services.following, parent);
 }

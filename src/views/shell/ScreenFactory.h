@@ -19,6 +19,7 @@ public:
     virtual QWidget* converter(QWidget* parent) const;
     virtual QWidget* batch(QWidget* parent) const;
     virtual QWidget* library(QWidget* parent) const;
+    virtual QWidget* following(QWidget* parent) const;
     virtual QWidget* settings(QWidget* parent) const;
 
     const Services& services() const { return m_services; }
