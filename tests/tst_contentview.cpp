@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "services/AudioPlayerService.h"
+#include "services/FollowService.h"
 #include "support/ScreenFixture.h"
+#include "support/TestSupport.h"
 #include "views/components/Theme.h"
 #include "views/shell/ContentView.h"
 #include "views/shell/MainWindow.h"
@@ -15,6 +17,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPointer>
 #include <QSet>
 #include <QStandardPaths>
@@ -116,6 +119,7 @@ private slots:
         const QList<std::pair<NavigationItem, QString>> screens = {
             {NavigationItem::batch, u"YouTube links, one per line"_s},
             {NavigationItem::history, u"Search tracks"_s},
+            {NavigationItem::following, u"Channel or playlist link"_s},
             {NavigationItem::settings, u"Check Dependencies"_s},
             {NavigationItem::convert, u"YouTube Video Link"_s},
         };
@@ -133,6 +137,51 @@ private slots:
             }
         }
         QTRY_VERIFY(first.isNull());
+    }
+
+    // Following a link from its screen: the row names it once listed, a link that cannot be
+    // listed says why on its row, and unfollowing asks first.
+    void followingScreen()
+    {
+        TestSupport::writeScript(
+            file(u"tools/yt-dlp"_s),
+            "case \"$*\" in --version) echo 2026.01.01; exit 0;; esac\n"
+            "case \"$*\" in *gone*) echo 'ERROR: [youtube:tab] gone: This channel does not "
+            "exist' >&2; exit 1;; esac\n"
+            "echo '{\"_type\": \"url\", \"url\": \"https://youtu.be/a1\", \"id\": \"a1\", "
+            "\"title\": \"One\", \"playlist_title\": \"Harbour Sessions\"}'\n");
+        QVERIFY(m_env->checkTools());
+        ScreenFactory factory(m_env->services());
+        ContentView view(m_env->services(), factory);
+        view.setSelectedTab(NavigationItem::following);
+        view.show();
+        QVERIFY(ScreenFixture::reachable(&view).contains(
+            u"Nothing followed yet. Follow a channel or a playlist: Veldtone looks at it again "
+            "after it starts and every few hours, and rips each new upload once, as you chose "
+            "when you followed it."_s));
+        auto* field = ScreenFixture::findNamed<QLineEdit>(view.currentScreen(),
+                                                          u"Channel or playlist link"_s);
+        int followed = 0;
+        for (const QString& link : {u"https://www.youtube.com/playlist?list=PLharbour"_s,
+                                    u"https://www.youtube.com/@gone"_s}) {
+            field->setText(link);
+            QVERIFY(ScreenFixture::press(view.currentScreen(), u"Follow"_s));
+            ++followed;
+            QTRY_COMPARE(m_env->following().subscriptions().size(), followed);
+            QTRY_VERIFY(!m_env->following().checking());
+        }
+        QTRY_VERIFY(ScreenFixture::reachable(&view).contains(u"Harbour Sessions"_s));
+        const QStringList texts = ScreenFixture::reachable(&view).keys();
+        QVERIFY(texts.contains(u"Checked just now \u2022 0 tracks found"_s));
+        QVERIFY(std::any_of(texts.cbegin(), texts.cend(), [](const QString& text) {
+            return text.contains(u"This channel does not exist"_s);
+        }));
+        QVERIFY(ScreenFixture::press(view.currentScreen(), u"Unfollow Harbour Sessions"_s));
+        QTRY_VERIFY(ScreenFixture::openQuestion(&view));
+        ScreenFixture::findButtonStarting(ScreenFixture::openQuestion(&view), u"Unfollow"_s)
+            ->click();
+        QTRY_COMPARE(m_env->following().subscriptions().size(), 1);
+        QTRY_VERIFY(!ScreenFixture::reachable(&view).contains(u"Harbour Sessions"_s));
     }
 
     // Every screen and the mini player take the dark colours when the desktop switches, and
