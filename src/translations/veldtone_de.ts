@@ -231,6 +231,10 @@
         <source>Resume now</source>
         <translation>Jetzt fortsetzen</translation>
     </message>
+    <message>
+        <source>Follow Playlist</source>
+        <translation>Playlist folgen</translation>
+    </message>
 </context>
 <context>
     <name>ByteCount</name>
@@ -435,6 +439,132 @@
     <message>
         <source>Measuring loudness...</source>
         <translation>Lautheit wird gemessen...</translation>
+    </message>
+</context>
+<context>
+    <name>FollowService</name>
+    <message>
+        <source>1 new track from %1</source>
+        <translation>1 neuer Titel von %1</translation>
+    </message>
+    <message>
+        <source>%1 new tracks from %2</source>
+        <translation>%1 neue Titel von %2</translation>
+    </message>
+</context>
+<context>
+    <name>FollowingView</name>
+    <message>
+        <source>Following</source>
+        <translation>Gefolgt</translation>
+    </message>
+    <message>
+        <source>Not checked yet</source>
+        <translation>Noch nicht geprüft</translation>
+    </message>
+    <message>
+        <source>Checked just now</source>
+        <translation>Gerade geprüft</translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n minutes ago</source>
+        <translation>
+            <numerusform>Vor %n Minute geprüft</numerusform>
+            <numerusform>Vor %n Minuten geprüft</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n hours ago</source>
+        <translation>
+            <numerusform>Vor %n Stunde geprüft</numerusform>
+            <numerusform>Vor %n Stunden geprüft</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n days ago</source>
+        <translation>
+            <numerusform>Vor %n Tag geprüft</numerusform>
+            <numerusform>Vor %n Tagen geprüft</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>New uploads of the channels and playlists you follow are ripped by themselves, each once.</source>
+        <translation>Neue Uploads der Kanäle und Playlists, denen Sie folgen, werden von selbst gerippt, jeder einmal.</translation>
+    </message>
+    <message>
+        <source>Check All</source>
+        <translation>Alle prüfen</translation>
+    </message>
+    <message>
+        <source>Nothing followed yet. Follow a channel or a playlist: Veldtone looks at it again after it starts and every few hours, and rips each new upload once, as you chose when you followed it.</source>
+        <translation>Noch nichts gefolgt. Folgen Sie einem Kanal oder einer Playlist: Veldtone sieht nach dem Start und alle paar Stunden wieder nach und rippt jeden neuen Upload einmal, so wie beim Folgen gewählt.</translation>
+    </message>
+    <message>
+        <source>A channel or playlist link</source>
+        <translation>Ein Kanal- oder Playlist-Link</translation>
+    </message>
+    <message>
+        <source>Channel or playlist link</source>
+        <translation>Kanal- oder Playlist-Link</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <translation>Folgen</translation>
+    </message>
+    <message>
+        <source>Also rip the latest</source>
+        <translation>Auch die neuesten rippen</translation>
+    </message>
+    <message>
+        <source>Rip as album</source>
+        <translation>Als Album rippen</translation>
+    </message>
+    <message>
+        <source>That link is followed already, or is not a web link.</source>
+        <translation>Diesem Link wird schon gefolgt, oder er ist kein Weblink.</translation>
+    </message>
+    <message>
+        <source>as album</source>
+        <translation>als Album</translation>
+    </message>
+    <message>
+        <source>Checking…</source>
+        <translation>Wird geprüft…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n tracks found</source>
+        <translation>
+            <numerusform>%n Titel gefunden</numerusform>
+            <numerusform>%n Titel gefunden</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Format for %1</source>
+        <translation>Format für %1</translation>
+    </message>
+    <message>
+        <source>Check Now</source>
+        <translation>Jetzt prüfen</translation>
+    </message>
+    <message>
+        <source>Check %1 now</source>
+        <translation>%1 jetzt prüfen</translation>
+    </message>
+    <message>
+        <source>Unfollow</source>
+        <translation>Nicht mehr folgen</translation>
+    </message>
+    <message>
+        <source>Unfollow %1</source>
+        <translation>%1 nicht mehr folgen</translation>
+    </message>
+    <message>
+        <source>Unfollow %1?</source>
+        <translation>%1 nicht mehr folgen?</translation>
+    </message>
+    <message>
+        <source>New uploads are no longer ripped. The files and library records ripped so far stay.</source>
+        <translation>Neue Uploads werden nicht mehr gerippt. Die bisher gerippten Dateien und Bibliothekseinträge bleiben.</translation>
     </message>
 </context>
 <context>
@@ -744,6 +874,10 @@
         <source>Settings</source>
         <translation>Einstellungen</translation>
     </message>
+    <message>
+        <source>Following</source>
+        <translation>Gefolgt</translation>
+    </message>
 </context>
 <context>
     <name>OutputOptionsForm</name>
@@ -848,6 +982,10 @@
     <message>
         <source>Cancel Listing</source>
         <translation>Auflisten abbrechen</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <translation>Folgen</translation>
     </message>
 </context>
 <context>
@@ -1092,6 +1230,26 @@
     <message>
         <source>Pause between rips in long batches</source>
         <translation>In langen Stapeln zwischen Rips pausieren</translation>
+    </message>
+    <message>
+        <source>Every hour</source>
+        <translation>Stündlich</translation>
+    </message>
+    <message>
+        <source>Every 6 hours</source>
+        <translation>Alle 6 Stunden</translation>
+    </message>
+    <message>
+        <source>Every day</source>
+        <translation>Täglich</translation>
+    </message>
+    <message>
+        <source>Only when asked</source>
+        <translation>Nur auf Wunsch</translation>
+    </message>
+    <message>
+        <source>Check followed links</source>
+        <translation>Gefolgte Links prüfen</translation>
     </message>
 </context>
 <context>

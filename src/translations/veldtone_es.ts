@@ -231,6 +231,10 @@
         <source>Resume now</source>
         <translation>Reanudar ahora</translation>
     </message>
+    <message>
+        <source>Follow Playlist</source>
+        <translation>Seguir la lista</translation>
+    </message>
 </context>
 <context>
     <name>ByteCount</name>
@@ -435,6 +439,132 @@
     <message>
         <source>Measuring loudness...</source>
         <translation>Midiendo la sonoridad...</translation>
+    </message>
+</context>
+<context>
+    <name>FollowService</name>
+    <message>
+        <source>1 new track from %1</source>
+        <translation>1 pista nueva de %1</translation>
+    </message>
+    <message>
+        <source>%1 new tracks from %2</source>
+        <translation>%1 pistas nuevas de %2</translation>
+    </message>
+</context>
+<context>
+    <name>FollowingView</name>
+    <message>
+        <source>Following</source>
+        <translation>Siguiendo</translation>
+    </message>
+    <message>
+        <source>Not checked yet</source>
+        <translation>Aún sin comprobar</translation>
+    </message>
+    <message>
+        <source>Checked just now</source>
+        <translation>Comprobado ahora mismo</translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n minutes ago</source>
+        <translation>
+            <numerusform>Comprobado hace %n minuto</numerusform>
+            <numerusform>Comprobado hace %n minutos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n hours ago</source>
+        <translation>
+            <numerusform>Comprobado hace %n hora</numerusform>
+            <numerusform>Comprobado hace %n horas</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n days ago</source>
+        <translation>
+            <numerusform>Comprobado hace %n día</numerusform>
+            <numerusform>Comprobado hace %n días</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>New uploads of the channels and playlists you follow are ripped by themselves, each once.</source>
+        <translation>Los vídeos nuevos de los canales y listas que sigue se extraen solos, cada uno una vez.</translation>
+    </message>
+    <message>
+        <source>Check All</source>
+        <translation>Comprobar todo</translation>
+    </message>
+    <message>
+        <source>Nothing followed yet. Follow a channel or a playlist: Veldtone looks at it again after it starts and every few hours, and rips each new upload once, as you chose when you followed it.</source>
+        <translation>Aún no sigue nada. Siga un canal o una lista: Veldtone vuelve a mirarlo al iniciarse y cada pocas horas, y extrae cada vídeo nuevo una vez, como eligió al seguirlo.</translation>
+    </message>
+    <message>
+        <source>A channel or playlist link</source>
+        <translation>Un enlace de canal o de lista</translation>
+    </message>
+    <message>
+        <source>Channel or playlist link</source>
+        <translation>Enlace de canal o de lista</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <translation>Seguir</translation>
+    </message>
+    <message>
+        <source>Also rip the latest</source>
+        <translation>Extraer también las últimas</translation>
+    </message>
+    <message>
+        <source>Rip as album</source>
+        <translation>Extraer como álbum</translation>
+    </message>
+    <message>
+        <source>That link is followed already, or is not a web link.</source>
+        <translation>Ese enlace ya se sigue, o no es un enlace web.</translation>
+    </message>
+    <message>
+        <source>as album</source>
+        <translation>como álbum</translation>
+    </message>
+    <message>
+        <source>Checking…</source>
+        <translation>Comprobando…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n tracks found</source>
+        <translation>
+            <numerusform>%n pista encontrada</numerusform>
+            <numerusform>%n pistas encontradas</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Format for %1</source>
+        <translation>Formato para %1</translation>
+    </message>
+    <message>
+        <source>Check Now</source>
+        <translation>Comprobar ahora</translation>
+    </message>
+    <message>
+        <source>Check %1 now</source>
+        <translation>Comprobar %1 ahora</translation>
+    </message>
+    <message>
+        <source>Unfollow</source>
+        <translation>Dejar de seguir</translation>
+    </message>
+    <message>
+        <source>Unfollow %1</source>
+        <translation>Dejar de seguir %1</translation>
+    </message>
+    <message>
+        <source>Unfollow %1?</source>
+        <translation>¿Dejar de seguir %1?</translation>
+    </message>
+    <message>
+        <source>New uploads are no longer ripped. The files and library records ripped so far stay.</source>
+        <translation>Los vídeos nuevos dejan de extraerse. Los archivos y registros de la biblioteca ya extraídos se quedan.</translation>
     </message>
 </context>
 <context>
@@ -744,6 +874,10 @@
         <source>Settings</source>
         <translation>Ajustes</translation>
     </message>
+    <message>
+        <source>Following</source>
+        <translation>Siguiendo</translation>
+    </message>
 </context>
 <context>
     <name>OutputOptionsForm</name>
@@ -848,6 +982,10 @@
     <message>
         <source>Cancel Listing</source>
         <translation>Cancelar el listado</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <translation>Seguir</translation>
     </message>
 </context>
 <context>
@@ -1092,6 +1230,26 @@
     <message>
         <source>Pause between rips in long batches</source>
         <translation>Pausar entre extracciones en lotes largos</translation>
+    </message>
+    <message>
+        <source>Every hour</source>
+        <translation>Cada hora</translation>
+    </message>
+    <message>
+        <source>Every 6 hours</source>
+        <translation>Cada 6 horas</translation>
+    </message>
+    <message>
+        <source>Every day</source>
+        <translation>Cada día</translation>
+    </message>
+    <message>
+        <source>Only when asked</source>
+        <translation>Solo cuando se pida</translation>
+    </message>
+    <message>
+        <source>Check followed links</source>
+        <translation>Comprobar los enlaces seguidos</translation>
     </message>
 </context>
 <context>

@@ -231,6 +231,10 @@
         <source>Resume now</source>
         <translation>Reprendre maintenant</translation>
     </message>
+    <message>
+        <source>Follow Playlist</source>
+        <translation>Suivre la playlist</translation>
+    </message>
 </context>
 <context>
     <name>ByteCount</name>
@@ -435,6 +439,132 @@
     <message>
         <source>Measuring loudness...</source>
         <translation>Mesure de la sonie...</translation>
+    </message>
+</context>
+<context>
+    <name>FollowService</name>
+    <message>
+        <source>1 new track from %1</source>
+        <translation>1 nouvelle piste de %1</translation>
+    </message>
+    <message>
+        <source>%1 new tracks from %2</source>
+        <translation>%1 nouvelles pistes de %2</translation>
+    </message>
+</context>
+<context>
+    <name>FollowingView</name>
+    <message>
+        <source>Following</source>
+        <translation>Abonnements</translation>
+    </message>
+    <message>
+        <source>Not checked yet</source>
+        <translation>Pas encore vérifié</translation>
+    </message>
+    <message>
+        <source>Checked just now</source>
+        <translation>Vérifié à l&apos;instant</translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n minutes ago</source>
+        <translation>
+            <numerusform>Vérifié il y a %n minute</numerusform>
+            <numerusform>Vérifié il y a %n minutes</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n hours ago</source>
+        <translation>
+            <numerusform>Vérifié il y a %n heure</numerusform>
+            <numerusform>Vérifié il y a %n heures</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n days ago</source>
+        <translation>
+            <numerusform>Vérifié il y a %n jour</numerusform>
+            <numerusform>Vérifié il y a %n jours</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>New uploads of the channels and playlists you follow are ripped by themselves, each once.</source>
+        <translation>Les nouvelles vidéos des chaînes et playlists suivies sont extraites d&apos;elles-mêmes, chacune une fois.</translation>
+    </message>
+    <message>
+        <source>Check All</source>
+        <translation>Tout vérifier</translation>
+    </message>
+    <message>
+        <source>Nothing followed yet. Follow a channel or a playlist: Veldtone looks at it again after it starts and every few hours, and rips each new upload once, as you chose when you followed it.</source>
+        <translation>Rien n&apos;est encore suivi. Suivez une chaîne ou une playlist : Veldtone y retourne après son démarrage et toutes les quelques heures, et extrait chaque nouvelle vidéo une fois, comme choisi au moment de la suivre.</translation>
+    </message>
+    <message>
+        <source>A channel or playlist link</source>
+        <translation>Un lien de chaîne ou de playlist</translation>
+    </message>
+    <message>
+        <source>Channel or playlist link</source>
+        <translation>Lien de chaîne ou de playlist</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <translation>Suivre</translation>
+    </message>
+    <message>
+        <source>Also rip the latest</source>
+        <translation>Extraire aussi les dernières</translation>
+    </message>
+    <message>
+        <source>Rip as album</source>
+        <translation>Extraire comme album</translation>
+    </message>
+    <message>
+        <source>That link is followed already, or is not a web link.</source>
+        <translation>Ce lien est déjà suivi, ou n&apos;est pas un lien web.</translation>
+    </message>
+    <message>
+        <source>as album</source>
+        <translation>comme album</translation>
+    </message>
+    <message>
+        <source>Checking…</source>
+        <translation>Vérification…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n tracks found</source>
+        <translation>
+            <numerusform>%n piste trouvée</numerusform>
+            <numerusform>%n pistes trouvées</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Format for %1</source>
+        <translation>Format pour %1</translation>
+    </message>
+    <message>
+        <source>Check Now</source>
+        <translation>Vérifier maintenant</translation>
+    </message>
+    <message>
+        <source>Check %1 now</source>
+        <translation>Vérifier %1 maintenant</translation>
+    </message>
+    <message>
+        <source>Unfollow</source>
+        <translation>Ne plus suivre</translation>
+    </message>
+    <message>
+        <source>Unfollow %1</source>
+        <translation>Ne plus suivre %1</translation>
+    </message>
+    <message>
+        <source>Unfollow %1?</source>
+        <translation>Ne plus suivre %1 ?</translation>
+    </message>
+    <message>
+        <source>New uploads are no longer ripped. The files and library records ripped so far stay.</source>
+        <translation>Les nouvelles vidéos ne sont plus extraites. Les fichiers et les entrées de bibliothèque déjà extraits restent.</translation>
     </message>
 </context>
 <context>
@@ -744,6 +874,10 @@
         <source>Settings</source>
         <translation>Paramètres</translation>
     </message>
+    <message>
+        <source>Following</source>
+        <translation>Abonnements</translation>
+    </message>
 </context>
 <context>
     <name>OutputOptionsForm</name>
@@ -848,6 +982,10 @@
     <message>
         <source>Cancel Listing</source>
         <translation>Annuler la liste</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <translation>Suivre</translation>
     </message>
 </context>
 <context>
@@ -1092,6 +1230,26 @@
     <message>
         <source>Pause between rips in long batches</source>
         <translation>Faire une pause entre les extractions des longs lots</translation>
+    </message>
+    <message>
+        <source>Every hour</source>
+        <translation>Toutes les heures</translation>
+    </message>
+    <message>
+        <source>Every 6 hours</source>
+        <translation>Toutes les 6 heures</translation>
+    </message>
+    <message>
+        <source>Every day</source>
+        <translation>Tous les jours</translation>
+    </message>
+    <message>
+        <source>Only when asked</source>
+        <translation>Seulement sur demande</translation>
+    </message>
+    <message>
+        <source>Check followed links</source>
+        <translation>Vérifier les liens suivis</translation>
     </message>
 </context>
 <context>

@@ -231,6 +231,10 @@
         <source>Resume now</source>
         <translation>Retomar agora</translation>
     </message>
+    <message>
+        <source>Follow Playlist</source>
+        <translation>Seguir a playlist</translation>
+    </message>
 </context>
 <context>
     <name>ByteCount</name>
@@ -435,6 +439,132 @@
     <message>
         <source>Measuring loudness...</source>
         <translation>Medindo o loudness...</translation>
+    </message>
+</context>
+<context>
+    <name>FollowService</name>
+    <message>
+        <source>1 new track from %1</source>
+        <translation>1 faixa nova de %1</translation>
+    </message>
+    <message>
+        <source>%1 new tracks from %2</source>
+        <translation>%1 faixas novas de %2</translation>
+    </message>
+</context>
+<context>
+    <name>FollowingView</name>
+    <message>
+        <source>Following</source>
+        <translation>Seguindo</translation>
+    </message>
+    <message>
+        <source>Not checked yet</source>
+        <translation>Ainda não verificado</translation>
+    </message>
+    <message>
+        <source>Checked just now</source>
+        <translation>Verificado agora mesmo</translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n minutes ago</source>
+        <translation>
+            <numerusform>Verificado há %n minuto</numerusform>
+            <numerusform>Verificado há %n minutos</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n hours ago</source>
+        <translation>
+            <numerusform>Verificado há %n hora</numerusform>
+            <numerusform>Verificado há %n horas</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Checked %n days ago</source>
+        <translation>
+            <numerusform>Verificado há %n dia</numerusform>
+            <numerusform>Verificado há %n dias</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>New uploads of the channels and playlists you follow are ripped by themselves, each once.</source>
+        <translation>Os novos envios dos canais e playlists que você segue são extraídos sozinhos, cada um uma vez.</translation>
+    </message>
+    <message>
+        <source>Check All</source>
+        <translation>Verificar tudo</translation>
+    </message>
+    <message>
+        <source>Nothing followed yet. Follow a channel or a playlist: Veldtone looks at it again after it starts and every few hours, and rips each new upload once, as you chose when you followed it.</source>
+        <translation>Nada seguido ainda. Siga um canal ou uma playlist: o Veldtone olha de novo ao iniciar e a cada poucas horas, e extrai cada novo envio uma vez, como você escolheu ao seguir.</translation>
+    </message>
+    <message>
+        <source>A channel or playlist link</source>
+        <translation>Um link de canal ou playlist</translation>
+    </message>
+    <message>
+        <source>Channel or playlist link</source>
+        <translation>Link de canal ou playlist</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <translation>Seguir</translation>
+    </message>
+    <message>
+        <source>Also rip the latest</source>
+        <translation>Extrair também as últimas</translation>
+    </message>
+    <message>
+        <source>Rip as album</source>
+        <translation>Extrair como álbum</translation>
+    </message>
+    <message>
+        <source>That link is followed already, or is not a web link.</source>
+        <translation>Esse link já é seguido, ou não é um link da web.</translation>
+    </message>
+    <message>
+        <source>as album</source>
+        <translation>como álbum</translation>
+    </message>
+    <message>
+        <source>Checking…</source>
+        <translation>Verificando…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n tracks found</source>
+        <translation>
+            <numerusform>%n faixa encontrada</numerusform>
+            <numerusform>%n faixas encontradas</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Format for %1</source>
+        <translation>Formato para %1</translation>
+    </message>
+    <message>
+        <source>Check Now</source>
+        <translation>Verificar agora</translation>
+    </message>
+    <message>
+        <source>Check %1 now</source>
+        <translation>Verificar %1 agora</translation>
+    </message>
+    <message>
+        <source>Unfollow</source>
+        <translation>Deixar de seguir</translation>
+    </message>
+    <message>
+        <source>Unfollow %1</source>
+        <translation>Deixar de seguir %1</translation>
+    </message>
+    <message>
+        <source>Unfollow %1?</source>
+        <translation>Deixar de seguir %1?</translation>
+    </message>
+    <message>
+        <source>New uploads are no longer ripped. The files and library records ripped so far stay.</source>
+        <translation>Os novos envios deixam de ser extraídos. Os arquivos e registros da biblioteca já extraídos permanecem.</translation>
     </message>
 </context>
 <context>
@@ -744,6 +874,10 @@
         <source>Settings</source>
         <translation>Configurações</translation>
     </message>
+    <message>
+        <source>Following</source>
+        <translation>Seguindo</translation>
+    </message>
 </context>
 <context>
     <name>OutputOptionsForm</name>
@@ -848,6 +982,10 @@
     <message>
         <source>Cancel Listing</source>
         <translation>Cancelar a listagem</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <translation>Seguir</translation>
     </message>
 </context>
 <context>
@@ -1092,6 +1230,26 @@
     <message>
         <source>Pause between rips in long batches</source>
         <translation>Pausar entre extrações em lotes longos</translation>
+    </message>
+    <message>
+        <source>Every hour</source>
+        <translation>A cada hora</translation>
+    </message>
+    <message>
+        <source>Every 6 hours</source>
+        <translation>A cada 6 horas</translation>
+    </message>
+    <message>
+        <source>Every day</source>
+        <translation>Todo dia</translation>
+    </message>
+    <message>
+        <source>Only when asked</source>
+        <translation>Só quando pedido</translation>
+    </message>
+    <message>
+        <source>Check followed links</source>
+        <translation>Verificar os links seguidos</translation>
     </message>
 </context>
 <context>
