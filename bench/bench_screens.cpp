@@ -10,11 +10,13 @@
 #include "services/DependencyManager.h"
 #include "services/DetailsRefresher.h"
 #include "services/DownloadEngine.h"
+#include "services/FollowService.h"
 #include "services/HistoryStore.h"
 #include "support/EngineFixture.h"
 #include "support/ScreenFixture.h"
 #include "support/TestSupport.h"
 #include "views/batch/BatchView.h"
+#include "views/following/FollowingView.h"
 #include "views/library/HistoryView.h"
 #include "views/library/LibraryListModel.h"
 #include "views/library/TrackListView.h"
@@ -320,8 +322,60 @@ std::vector<BenchFigure> queueSaveAndRestore()
             {QStringLiteral("queue_restore_1000_ms"), benchMedian(restore), QStringLiteral("ms")}};
 }
 
+// Fifty followed playlists of fifty entries each, listed again by a stand-in yt-dlp while the
+// Following screen shows: the widest gap between passes of the GUI thread's event loop.
+std::vector<BenchFigure> followCheck()
+{
+    EngineFixture fixture({.standInScript = R"sh(exec cat "$(dirname "$0")/listing.jsonl")sh"});
+    if (!fixture.isReady())
+        return {};
+    QByteArray listing;
+    for (int i = 1; i <= 50; ++i) {
+        const QByteArray id = "vid" + QByteArray::number(i).rightJustified(8, '0');
+        listing +=
+            R"({"_type": "url", "id": ")" + id + R"(", "url": "https://www.youtube.com/watch?v=)" +
+            id + R"(", "title": "Upload )" + QByteArray::number(i) +
+            R"(", "channel": "Bench Channel", "duration": 214.0, "playlist_title": "Bench List", "playlist_index": )" +
+            QByteArray::number(i) + "}\n";
+    }
+    TestSupport::writeFile(fixture.toolsPath() + u"/listing.jsonl", listing);
+    BatchRunner batch(fixture.engine(), fixture.history());
+    FollowService following(
+        fixture.engine(), batch, {.file = {}, .paceMinMs = 0, .paceMaxMs = 0},
+        std::make_unique<QSettings>(fixture.rootPath() + u"/f.ini", QSettings::IniFormat));
+    for (int i = 0; i < 50; ++i)
+        following.follow(u"https://www.youtube.com/playlist?list=PLbench" + QString::number(i));
+    if (!QTest::qWaitFor([&] { return !following.checking(); }, 120000))
+        return {};
+    FollowingView view(following);
+    view.resize(880, 600);
+    view.show();
+    waitForPaint(&view);
+    QElapsedTimer sinceLast;
+    double longest = 0;
+    QTimer pulse;
+    QObject::connect(&pulse, &QTimer::timeout, [&] {
+        longest = std::max(longest, double(sinceLast.nsecsElapsed()) / 1e6);
+        sinceLast.restart();
+    });
+    sinceLast.start();
+    pulse.start(0);
+    following.checkAll();
+    // Not QTest::qWaitFor: it sleeps between its looks, which would count as stalls here.
+    QElapsedTimer timer;
+    timer.start();
+    while (following.checking()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        if (timer.elapsed() > 120000)
+            return {};
+    }
+    pulse.stop();
+    return {{QStringLiteral("follow_check_50_max_stall_ms"), longest, QStringLiteral("ms")}};
+}
+
 const BenchRegistration registration("screens", screens);
 const BenchRegistration playlistRegistration("playlist", playlistExpansion);
 const BenchRegistration queueRegistration("queue", queueSaveAndRestore);
+const BenchRegistration followRegistration("follow", followCheck);
 
 } // namespace

@@ -78,7 +78,7 @@ std::optional<QList<BatchItem>> decode(const QByteArray& text)
         const QString url = object.value(u"url"_s).toString();
         if (id.isNull() || url.isEmpty())
             continue;
-        BatchItem& item = items.emplaceBack(url);
+        BatchItem item(url);
         item.id = id;
         item.playlistItem = count(object.value(u"playlistItem"_s));
         item.playlist = object.value(u"playlist"_s).toString();
@@ -90,10 +90,9 @@ std::optional<QList<BatchItem>> decode(const QByteArray& text)
             item.choices.splitChapters = object.value(u"splitChapters"_s).toBool();
         if (object.value(u"album"_s).isObject()) {
             const QJsonObject album = object.value(u"album"_s).toObject();
-            item.album = AlbumPlace{album.value(u"album"_s).toString(),
-                                    album.value(u"albumArtist"_s).toString(),
-                                    count(album.value(u"trackNumber"_s)),
-                                    count(album.value(u"trackCount"_s))};
+            item.album = AlbumPlace{
+                album.value(u"album"_s).toString(), album.value(u"albumArtist"_s).toString(),
+                count(album.value(u"trackNumber"_s)), count(album.value(u"trackCount"_s))};
         }
         if (!object.value(u"title"_s).toString().isEmpty()) {
             VideoMetadata metadata;
@@ -103,6 +102,7 @@ std::optional<QList<BatchItem>> decode(const QByteArray& text)
         }
         if (object.contains(u"error"_s))
             item.status = DownloadStatus::failed(object.value(u"error"_s).toString());
+        items.append(std::move(item));
     }
     return items;
 }

@@ -2,7 +2,6 @@
 #include "views/following/FollowingView.h"
 
 #include "models/DisplayTexts.h"
-#include "services/FollowService.h"
 #include "views/components/GlassCard.h"
 #include "views/components/Theme.h"
 
@@ -79,6 +78,8 @@ void FollowingView::buildContent()
     layout->addWidget(m_empty);
     auto* rows = new QWidget;
     m_rows = column(rows, 0);
+    m_rowOrder.clear();
+    m_rowWidgets.clear();
     layout->addWidget(rows);
     layout->addStretch(1);
     m_link->setText(typed);
@@ -119,8 +120,8 @@ QWidget* FollowingView::buildAddCard()
     optionRow->addWidget(m_asAlbum);
     optionRow->addStretch(1);
     layout->addWidget(options);
-    m_refused = label(tr("That link is followed already, or is not a web link."), Theme::font(11),
-                      content);
+    m_refused =
+        label(tr("That link is followed already, or is not a web link."), Theme::font(11), content);
     setTextColor(m_refused, orange(palette()));
     m_refused->hide();
     layout->addWidget(m_refused);
@@ -136,66 +137,53 @@ void FollowingView::follow()
         m_link->clear();
 }
 
-QWidget* FollowingView::buildRow(const Subscription& subscription)
+FollowingView::Row FollowingView::buildRow(const QUuid& id)
 {
+    Row row;
     auto* content = new QWidget;
-    QHBoxLayout* layout = row(content, 12);
+    QHBoxLayout* layout = Theme::row(content, 12);
     auto* texts = new QWidget(content);
     QVBoxLayout* textColumn = column(texts, 2);
-    textColumn->addWidget(label(subscription.name, Theme::font(13, QFont::DemiBold), texts));
-    QLabel* link = label(subscription.link, Theme::font(11, QFont::Normal, Face::monospaced), texts);
+    row.name = label(QString(), Theme::font(13, QFont::DemiBold), texts);
+    textColumn->addWidget(row.name);
+    for (QLabel** line : {&row.choices, &row.state}) {
+        *line = label(QString(), Theme::font(11), texts);
+        (*line)->setWordWrap(true);
+        textColumn->addWidget(*line);
+    }
+    // The link sits between the name and the choices.
+    const auto subscriptions = m_following.subscriptions();
+    const auto found = std::find_if(subscriptions.cbegin(), subscriptions.cend(),
+                                    [&id](const Subscription& each) { return each.id == id; });
+    QLabel* link = label(found != subscriptions.cend() ? found->link : QString(),
+                         Theme::font(11, QFont::Normal, Face::monospaced), texts);
     setTextColor(link, secondaryText(palette()));
-    textColumn->addWidget(link);
-    QStringList choices;
-    if (subscription.choices.format)
-        choices << subscription.choices.format->displayName();
-    if (subscription.choices.format && subscription.choices.format->supportsBitrate() &&
-        subscription.choices.quality)
-        choices << subscription.choices.quality->displayName();
-    if (subscription.choices.folder)
-        choices << QDir::toNativeSeparators(*subscription.choices.folder);
-    if (subscription.asAlbum)
-        choices << tr("as album");
-    QLabel* choiceLine = label(choices.join(DisplayTexts::kSeparator), Theme::font(11), texts);
-    setTextColor(choiceLine, secondaryText(palette()));
-    textColumn->addWidget(choiceLine);
-    const bool checking = m_following.checking() == subscription.id;
-    QString state = checking ? tr("Checking…")
-                             : checkedText(subscription.lastCheck, QDateTime::currentDateTimeUtc());
-    if (!checking && subscription.error.isEmpty())
-        state += DisplayTexts::kSeparator + tr("%n tracks found", nullptr, subscription.tracksFound);
-    QLabel* stateLine = label(subscription.error.isEmpty() || checking ? state : subscription.error,
-                              Theme::font(11, QFont::Medium), texts);
-    stateLine->setWordWrap(true);
-    setTextColor(stateLine, subscription.error.isEmpty() || checking ? secondaryText(palette())
-                                                                     : red(palette()));
-    textColumn->addWidget(stateLine);
+    textColumn->insertWidget(1, link);
     layout->addWidget(texts, 1);
 
     // The format its rips take, changed in place.
-    auto* format = new QComboBox(content);
-    format->setAccessibleName(tr("Format for %1").arg(subscription.name));
+    row.format = new QComboBox(content);
     for (AudioFormat each : AudioFormat::allCases())
-        format->addItem(each.displayName(), each.rawValue());
-    if (subscription.choices.format)
-        format->setCurrentIndex(format->findData(subscription.choices.format->rawValue()));
-    const QUuid id = subscription.id;
-    connect(format, &QComboBox::activated, this, [this, id, format, subscription] {
-        RipChoices choices = subscription.choices;
-        choices.format = AudioFormat::fromRawValue(format->currentData().toString());
-        m_following.edit(id, choices, subscription.asAlbum);
+        row.format->addItem(each.displayName(), each.rawValue());
+    QComboBox* format = row.format;
+    connect(format, &QComboBox::activated, this, [this, id, format] {
+        for (const Subscription& subscription : m_following.subscriptions()) {
+            if (subscription.id != id)
+                continue;
+            RipChoices changed = subscription.choices;
+            changed.format = AudioFormat::fromRawValue(format->currentData().toString());
+            m_following.edit(id, changed, subscription.asAlbum);
+        }
     });
-    layout->addWidget(format, 0, Qt::AlignTop);
-    QPushButton* check = smallButton(tr("Check Now"), QString(), content);
-    check->setAccessibleName(tr("Check %1 now").arg(subscription.name));
-    check->setEnabled(!checking);
-    connect(check, &QPushButton::clicked, &m_following, [this, id] { m_following.checkNow(id); });
-    layout->addWidget(check, 0, Qt::AlignTop);
-    QPushButton* unfollow = smallButton(tr("Unfollow"), QString(), content);
-    unfollow->setAccessibleName(tr("Unfollow %1").arg(subscription.name));
-    connect(unfollow, &QPushButton::clicked, this, [this, id, name = subscription.name] {
+    layout->addWidget(row.format, 0, Qt::AlignTop);
+    row.check = smallButton(tr("Check Now"), QString(), content);
+    connect(row.check, &QPushButton::clicked, &m_following,
+            [this, id] { m_following.checkNow(id); });
+    layout->addWidget(row.check, 0, Qt::AlignTop);
+    row.unfollow = smallButton(tr("Unfollow"), QString(), content);
+    connect(row.unfollow, &QPushButton::clicked, this, [this, id, name = row.name] {
         auto* question = new QMessageBox(
-            QMessageBox::Question, tr("Unfollow %1?").arg(name),
+            QMessageBox::Question, tr("Unfollow %1?").arg(name->text()),
             tr("New uploads are no longer ripped. The files and library records ripped so far "
                "stay."),
             QMessageBox::Cancel, this);
@@ -207,19 +195,66 @@ QWidget* FollowingView::buildRow(const Subscription& subscription)
         });
         question->open();
     });
-    layout->addWidget(unfollow, 0, Qt::AlignTop);
-    auto* card = new GlassCard(content, 12, 12);
-    card->setAccessibleName(subscription.name);
-    return card;
+    layout->addWidget(row.unfollow, 0, Qt::AlignTop);
+    row.card = new GlassCard(content, 12, 12);
+    return row;
+}
+
+void FollowingView::fillRow(Row& row, const Subscription& subscription)
+{
+    const bool checking = m_following.checking() == subscription.id;
+    if (row.shown == std::pair(subscription, checking))
+        return;
+    row.shown = std::pair(subscription, checking);
+    row.name->setText(subscription.name);
+    row.card->setAccessibleName(subscription.name);
+    row.format->setAccessibleName(tr("Format for %1").arg(subscription.name));
+    row.check->setAccessibleName(tr("Check %1 now").arg(subscription.name));
+    row.unfollow->setAccessibleName(tr("Unfollow %1").arg(subscription.name));
+    if (subscription.choices.format)
+        row.format->setCurrentIndex(row.format->findData(subscription.choices.format->rawValue()));
+    QStringList choices;
+    if (subscription.choices.format)
+        choices << subscription.choices.format->displayName();
+    if (subscription.choices.format && subscription.choices.format->supportsBitrate() &&
+        subscription.choices.quality)
+        choices << subscription.choices.quality->displayName();
+    if (subscription.choices.folder)
+        choices << QDir::toNativeSeparators(*subscription.choices.folder);
+    if (subscription.asAlbum)
+        choices << tr("as album");
+    row.choices->setText(choices.join(DisplayTexts::kSeparator));
+    setTextColor(row.choices, secondaryText(palette()));
+    const bool failed = !checking && !subscription.error.isEmpty();
+    QString state = checking ? tr("Checking…")
+                             : checkedText(subscription.lastCheck, QDateTime::currentDateTimeUtc());
+    if (!checking && !failed)
+        state +=
+            DisplayTexts::kSeparator + tr("%n tracks found", nullptr, subscription.tracksFound);
+    row.state->setText(failed ? subscription.error : state);
+    setTextColor(row.state, failed ? red(palette()) : secondaryText(palette()));
+    row.check->setEnabled(!checking);
 }
 
 void FollowingView::updateRows()
 {
-    while (QLayoutItem* item = m_rows->takeAt(0)) {
-        delete item->widget();
-        delete item;
+    QList<QUuid> order;
+    for (const Subscription& subscription : m_following.subscriptions())
+        order << subscription.id;
+    if (order != m_rowOrder) {
+        while (QLayoutItem* item = m_rows->takeAt(0)) {
+            delete item->widget();
+            delete item;
+        }
+        m_rowWidgets.clear();
+        for (const QUuid& id : order) {
+            const Row row = buildRow(id);
+            m_rowWidgets.insert(id, row);
+            m_rows->addWidget(row.card);
+        }
+        m_rowOrder = order;
     }
     for (const Subscription& subscription : m_following.subscriptions())
-        m_rows->addWidget(buildRow(subscription));
-    m_empty->setVisible(m_following.subscriptions().isEmpty());
+        fillRow(m_rowWidgets[subscription.id], subscription);
+    m_empty->setVisible(order.isEmpty());
 }
