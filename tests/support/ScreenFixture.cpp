@@ -57,9 +57,13 @@ Environment::Environment(Tools tools, bool systemTools, const QString& folder)
     buildServices(QUrl());
 }
 
-Environment::~Environment() = default;
+// Each service goes before the ones it uses: the batch saves its queue through the engine.
+Environment::~Environment()
+{
+    releaseServices();
+}
 
-void Environment::buildServices(const QUrl& installerBase)
+void Environment::releaseServices()
 {
     m_services.reset();
     m_following.reset();
@@ -72,7 +76,11 @@ void Environment::buildServices(const QUrl& installerBase)
     m_artwork.reset();
     m_history.reset();
     m_dependencies.reset();
+}
 
+void Environment::buildServices(const QUrl& installerBase)
+{
+    releaseServices();
     DependencyManager::Options options;
     options.resourceBinFolder = m_folder + u"/tools"_s;
     options.installFolder = m_folder + u"/support/bin"_s;

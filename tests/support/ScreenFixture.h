@@ -80,6 +80,8 @@ public:
 private:
     void buildServices(const QUrl& installerBase);
 
+    void releaseServices();
+
     std::unique_ptr<QTemporaryDir> m_dir;
     QString m_folder;
     bool m_systemTools;

@@ -9,6 +9,7 @@
 #include "models/QueueFile.h"
 #include "platform/Translations.h"
 #include "services/BatchRunner.h"
+#include "services/FollowService.h"
 #include "services/ToolOutputReader.h"
 #include "services/ToolUpdater.h"
 #include "support/MediaServer.h"
@@ -468,6 +469,40 @@ void shootLibraryAndBatch(Shooter& shoot)
 
 // A real rip from the loopback media page with the system's yt-dlp and ffmpeg: the facts the
 // run reports in the converter, the library row, the mini player and the batch rows.
+// The Following screen empty, then with three followed links, one of them failing.
+void shootFollowing(Shooter& shoot)
+{
+    Environment env(Tools::both);
+    TestSupport::writeScript(
+        env.path() + u"/tools/yt-dlp"_s,
+        "case \"$*\" in --version) echo 2026.01.01; exit 0;; esac\n"
+        "case \"$*\" in *gone*) echo 'ERROR: [youtube:tab] @gone: This channel does not exist' "
+        ">&2; exit 1;; esac\n"
+        "case \"$*\" in *PLcoastal*) t='Coastal Quartet Live';; *PLnight*) t='Night Drives';; "
+        "*) t='Harbour Sessions';; esac\n"
+        "echo \"{\\\"_type\\\": \\\"url\\\", \\\"url\\\": \\\"https://youtu.be/a1\\\", "
+        "\\\"id\\\": \\\"a1\\\", \\\"title\\\": \\\"One\\\", \\\"playlist_title\\\": "
+        "\\\"$t\\\"}\"\n");
+    env.checkTools();
+    env.engine().setTargetFolder(QUrl::fromLocalFile(env.path() + u"/Music"_s));
+    ScreenFactory factory(env.services());
+    MainWindow window(env.services(), factory);
+    present(window);
+    window.contentView()->setSelectedTab(NavigationItem::following);
+    shoot(window, u"following-empty"_s);
+    env.following().follow(u"https://www.youtube.com/@harbour"_s);
+    env.following().follow(u"https://www.youtube.com/playlist?list=PLcoastal"_s, 0, true);
+    env.engine().setSelectedFormat(AudioFormat::flac);
+    env.following().follow(u"https://www.youtube.com/@gone"_s);
+    QElapsedTimer waited;
+    waited.start();
+    while ((env.following().checking() || env.following().subscriptions().last().error.isEmpty()) &&
+           waited.elapsed() < 10000)
+        settle(50);
+    settle(300);
+    shoot(window, u"following-three"_s);
+}
+
 void shootRealRip(Shooter& shoot)
 {
     // Long enough that its conversion is still running when the converter is shot.
@@ -586,6 +621,7 @@ int main(int argc, char** argv)
     shootWindow(shoot);
     shootToolsMissing(shoot);
     shootLibraryAndBatch(shoot);
+    shootFollowing(shoot);
     shootRealRip(shoot);
     shootIcon(shoot);
     return shoot.saved() > 0 ? 0 : 1;

@@ -2,6 +2,7 @@
 #include "views/following/FollowingView.h"
 
 #include "models/DisplayTexts.h"
+#include "views/components/ElidedLabel.h"
 #include "views/components/GlassCard.h"
 #include "views/components/Theme.h"
 
@@ -144,7 +145,9 @@ FollowingView::Row FollowingView::buildRow(const QUuid& id)
     QHBoxLayout* layout = Theme::row(content, 12);
     auto* texts = new QWidget(content);
     QVBoxLayout* textColumn = column(texts, 2);
-    row.name = label(QString(), Theme::font(13, QFont::DemiBold), texts);
+    // Long names and links are shortened in the middle rather than widening the screen.
+    row.name = new ElidedLabel(texts);
+    row.name->setFont(Theme::font(13, QFont::DemiBold));
     textColumn->addWidget(row.name);
     for (QLabel** line : {&row.choices, &row.state}) {
         *line = label(QString(), Theme::font(11), texts);
@@ -155,8 +158,9 @@ FollowingView::Row FollowingView::buildRow(const QUuid& id)
     const auto subscriptions = m_following.subscriptions();
     const auto found = std::find_if(subscriptions.cbegin(), subscriptions.cend(),
                                     [&id](const Subscription& each) { return each.id == id; });
-    QLabel* link = label(found != subscriptions.cend() ? found->link : QString(),
-                         Theme::font(11, QFont::Normal, Face::monospaced), texts);
+    auto* link = new ElidedLabel(texts);
+    link->setFont(Theme::font(11, QFont::Normal, Face::monospaced));
+    link->setText(found != subscriptions.cend() ? found->link : QString());
     setTextColor(link, secondaryText(palette()));
     textColumn->insertWidget(1, link);
     layout->addWidget(texts, 1);
@@ -183,7 +187,7 @@ FollowingView::Row FollowingView::buildRow(const QUuid& id)
     row.unfollow = smallButton(tr("Unfollow"), QString(), content);
     connect(row.unfollow, &QPushButton::clicked, this, [this, id, name = row.name] {
         auto* question = new QMessageBox(
-            QMessageBox::Question, tr("Unfollow %1?").arg(name->text()),
+            QMessageBox::Question, tr("Unfollow %1?").arg(name->accessibleName()),
             tr("New uploads are no longer ripped. The files and library records ripped so far "
                "stay."),
             QMessageBox::Cancel, this);
@@ -207,6 +211,7 @@ void FollowingView::fillRow(Row& row, const Subscription& subscription)
         return;
     row.shown = std::pair(subscription, checking);
     row.name->setText(subscription.name);
+    row.name->setAccessibleName(subscription.name);
     row.card->setAccessibleName(subscription.name);
     row.format->setAccessibleName(tr("Format for %1").arg(subscription.name));
     row.check->setAccessibleName(tr("Check %1 now").arg(subscription.name));

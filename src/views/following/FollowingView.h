@@ -10,6 +10,7 @@
 #include <QUuid>
 #include <optional>
 
+class ElidedLabel;
 class FollowService;
 class QCheckBox;
 class QComboBox;
@@ -38,7 +39,7 @@ private:
     struct Row
     {
         QWidget* card = nullptr;
-        QLabel* name = nullptr;
+        ElidedLabel* name = nullptr;
         QLabel* choices = nullptr;
         QLabel* state = nullptr;
         QComboBox* format = nullptr;
