@@ -208,6 +208,24 @@ std::vector<BenchFigure> screens()
     return figures;
 }
 
+// Fires once per pass of the GUI thread's event loop while running; the widest gap between two
+// passes is the longest stall.
+struct StallMeter
+{
+    QElapsedTimer sinceLast;
+    double longest = 0;
+    QTimer pulse;
+
+    void start()
+    {
+        QObject::connect(&pulse, &QTimer::timeout, [this] {
+            longest = std::max(longest, double(sinceLast.nsecsElapsed()) / 1e6);
+            sinceLast.restart();
+        });
+        meter.start();
+    }
+};
+
 // A playlist of 1,000 entries listed by a stand-in yt-dlp that prints lines the size of
 // YouTube's flat entries at once, expanded on the batch screen: the whole expansion until the
 // last rows are painted, and the longest the GUI thread went without serving its event loop.
@@ -239,18 +257,10 @@ std::vector<BenchFigure> playlistExpansion()
         view.resize(880, 600);
         view.show();
         waitForPaint(&view);
-        // Fires once per pass of the event loop; the widest gap is the longest stall.
-        QElapsedTimer sinceLast;
-        double longest = 0;
-        QTimer pulse;
-        QObject::connect(&pulse, &QTimer::timeout, [&] {
-            longest = std::max(longest, double(sinceLast.nsecsElapsed()) / 1e6);
-            sinceLast.restart();
-        });
+        StallMeter meter;
         QElapsedTimer timer;
         timer.start();
-        sinceLast.start();
-        pulse.start(0);
+        meter.start();
         runner.addUrlsToQueue(QStringLiteral("https://www.youtube.com/playlist?list=PLbench"));
         while (runner.isExpanding() || runner.queue().size() < 1000) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
@@ -259,9 +269,9 @@ std::vector<BenchFigure> playlistExpansion()
         }
         waitForPaint(
             ScreenFixture::findNamed<QListView>(&view, QStringLiteral("Queue"))->viewport());
-        pulse.stop();
+        meter.pulse.stop();
         whole.push_back(double(timer.nsecsElapsed()) / 1e6);
-        stalls.push_back(longest);
+        stalls.push_back(meter.longest);
     }
     return {{QStringLiteral("playlist_expand_1000_ms"), benchMedian(whole), QStringLiteral("ms")},
             {QStringLiteral("playlist_expand_1000_max_stall_ms"),
@@ -351,15 +361,8 @@ std::vector<BenchFigure> followCheck()
     view.resize(880, 600);
     view.show();
     waitForPaint(&view);
-    QElapsedTimer sinceLast;
-    double longest = 0;
-    QTimer pulse;
-    QObject::connect(&pulse, &QTimer::timeout, [&] {
-        longest = std::max(longest, double(sinceLast.nsecsElapsed()) / 1e6);
-        sinceLast.restart();
-    });
-    sinceLast.start();
-    pulse.start(0);
+    StallMeter meter;
+    meter.start();
     following.checkAll();
     // Not QTest::qWaitFor: it sleeps between its looks, which would count as stalls here.
     QElapsedTimer timer;
@@ -369,8 +372,8 @@ std::vector<BenchFigure> followCheck()
         if (timer.elapsed() > 120000)
             return {};
     }
-    pulse.stop();
-    return {{QStringLiteral("follow_check_50_max_stall_ms"), longest, QStringLiteral("ms")}};
+    meter.pulse.stop();
+    return {{QStringLiteral("follow_check_50_max_stall_ms"), meter.longest, QStringLiteral("ms")}};
 }
 
 const BenchRegistration registration("screens", screens);
