@@ -222,7 +222,8 @@ struct StallMeter
             longest = std::max(longest, double(sinceLast.nsecsElapsed()) / 1e6);
             sinceLast.restart();
         });
-        meter.start();
+        sinceLast.start();
+        pulse.start(0);
     }
 };
 

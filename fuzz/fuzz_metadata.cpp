@@ -4,7 +4,9 @@
 // and a text that matches it (a report's may say "--:--", unknown, with no seconds); an entry
 // is ripped by a web link or as a playlist item; chapters run forward; music counts are
 // positive. The same bytes as an ebur128 log give a finite reading or none; as a release's
-// checksum list, a hash of the right length or none; as a key or gpgv's status, no crash.
+// checksum list, a hash of the right length or none; as a key or gpgv's status, no crash; as
+// a saved queue, items that each have an id and a link, none of them running.
+#include "models/QueueFile.h"
 #include "models/ReplayGain.h"
 #include "models/ToolVersion.h"
 #include "services/MetadataFetch.h"
@@ -58,6 +60,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (const auto sum = ToolVersion::checksumFor(json, QStringLiteral("yt-dlp_linux"), 64)) {
         if (sum->size() != 64 || sum->toLower() != *sum)
             std::abort();
+    }
+    if (const auto items = QueueFile::decode(json)) {
+        for (const BatchItem& item : *items) {
+            if (item.id.isNull() || item.url.isEmpty() || item.status.isBusy() ||
+                item.playlistItem < 0)
+                std::abort();
+        }
     }
     (void)ReleaseSignature::dearmor(json);
     (void)ReleaseSignature::validSignatureBy(
