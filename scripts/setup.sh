@@ -22,6 +22,8 @@ packages=(
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-libav
     # test and look
     xvfb xauth xdotool imagemagick pulseaudio python3 procps
+    # a real client of the media-player interface
+    playerctl
 )
 
 missing=()

@@ -1,63 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/PlayerBackend.h"
 #include "services/AudioPlayerService.h"
+#include "services/HistoryStore.h"
+#include "services/PlaybackQueue.h"
+#include "support/ScriptedBackend.h"
 #include "support/TestSupport.h"
 
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-
-namespace {
-
-// A player whose every answer the test sets, and which records what it was told.
-class ScriptedBackend : public PlayerBackend
-{
-public:
-    QString open(const QString& path) override
-    {
-        calls << u"open "_qs + QFileInfo(path).fileName();
-        if (!openError.isEmpty())
-            return openError;
-        loaded = path;
-        playing = false;
-        at = 0;
-        length = QFileInfo(path).fileName() == u"a.mp3" ? 180.0 : 95.5;
-        return {};
-    }
-    void play() override { record(u"play"_qs, true); }
-    void pause() override { record(u"pause"_qs, false); }
-    void stop() override
-    {
-        record(u"stop"_qs, false);
-        loaded.clear();
-    }
-    void seek(double seconds) override
-    {
-        record(u"seek %1"_qs.arg(seconds), playing);
-        at = seconds;
-    }
-    void setVolume(float value) override { record(u"volume %1"_qs.arg(value), playing); }
-    double position() const override { return at; }
-    double duration() const override { return length; }
-    bool isPlaying() const override { return playing; }
-
-    void fail(const QString& text) { emit errorOccurred(text); }
-    void record(const QString& call, bool nowPlaying)
-    {
-        calls << call;
-        playing = nowPlaying;
-    }
-
-    QStringList calls;
-    QString loaded;
-    QString openError;
-    double at = 0;
-    double length = 0;
-    bool playing = false;
-};
-
-} // namespace
 
 // The player's state machine against a scripted backend.
 class TestPlayerLogic : public QObject
@@ -135,6 +88,50 @@ private slots:
         QCOMPARE(service->currentTrack(), std::nullopt);
         QCOMPARE(service->duration(), 0.0);
         QVERIFY(!ticking(*service));
+    }
+
+    // Next and previous move through the order a track was started with; a missing file is
+    // passed over with a word; a track that ends goes on to the next unless that is turned
+    // off; a track started elsewhere has the whole library as its order.
+    void orderAndContinuousPlay()
+    {
+        auto service = makeService();
+        HistoryStore library(m_dir.filePath(u"library"_qs));
+        QList<HistoryTrack> records;
+        for (const QString& name : {u"c1.mp3"_qs, u"c2.mp3"_qs, u"c3.mp3"_qs, u"c4.mp3"_qs}) {
+            records << track(name);
+            if (name != u"c3.mp3")
+                QVERIFY(TestSupport::writeFile(records.last().filePath, "x"));
+            library.addTrack(records.last());
+        }
+        PlaybackQueue queue(
+            *service, library,
+            std::make_unique<QSettings>(m_dir.filePath(u"q.ini"_qs), QSettings::IniFormat));
+        const auto playing = [&] { return service->currentTrack()->title; };
+        const auto id = [&](int i) { return records.at(i).id; };
+        queue.play(records.at(1), {id(3), id(1), id(0)});
+        QVERIFY(queue.canGoNext() && queue.canGoPrevious());
+        queue.next();
+        QCOMPARE(playing(), u"c1.mp3"_qs);
+        QVERIFY(!queue.canGoNext());
+        queue.previous();
+        queue.previous();
+        QCOMPARE(playing(), u"c4.mp3"_qs);
+        QVERIFY(!queue.canGoPrevious());
+
+        QSignalSpy skipped(&queue, &PlaybackQueue::skipped);
+        queue.play(records.at(0), {id(0), id(2), id(1)});
+        m_backend->finish();
+        QCOMPARE(playing(), u"c2.mp3"_qs);
+        QCOMPARE(skipped.value(0).value(0).toString(), u"c3.mp3"_qs);
+        queue.setContinuesPlayback(false);
+        queue.previous();
+        m_backend->finish();
+        QCOMPARE(playing(), u"c1.mp3"_qs);
+        QVERIFY(!service->isPlaying());
+
+        service->play(records.at(3));
+        QCOMPARE(queue.order().size(), 4);
     }
 
     // Two tracks 10 dB apart in loudness play at the same level: each is lowered by its gain

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "services/AudioPlayerService.h"
+#include "services/HistoryStore.h"
+#include "services/PlaybackQueue.h"
 #include "support/TestSupport.h"
 
 #include <QDir>
 #include <QProcess>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -109,6 +112,26 @@ private slots:
         QVERIFY2(lastPlayed >= duration - 0.5, qPrintable(QString::number(lastPlayed)));
         QVERIFY(positions.indexOf(0.0) > positions.indexOf(lastPlayed));
         QVERIFY(player.currentTrack());
+    }
+
+    // Continuous play: the mp3 clip ends and the wav clip, next in the order, starts by itself.
+    void continuesWithTheNextTrack()
+    {
+        AudioPlayerService player;
+        HistoryStore library(m_dir.filePath(u"library"_qs));
+        const HistoryTrack first = track(u"clip.mp3"_qs);
+        const HistoryTrack second = track(u"clip.wav"_qs);
+        library.addTrack(second);
+        library.addTrack(first);
+        PlaybackQueue queue(
+            player, library,
+            std::make_unique<QSettings>(m_dir.filePath(u"q.ini"_qs), QSettings::IniFormat));
+        queue.play(first, {first.id, second.id});
+        QTRY_VERIFY_WITH_TIMEOUT(player.currentTrack() && player.currentTrack()->id == second.id,
+                                 int(kClipSeconds * 1000) + 10000);
+        QVERIFY(player.isPlaying());
+        QTRY_VERIFY_WITH_TIMEOUT(player.currentTime() > 0.3, 10000);
+        player.stop();
     }
 };
 

@@ -9,6 +9,7 @@
 #include "services/DownloadEngine.h"
 #include "services/FollowService.h"
 #include "services/HistoryStore.h"
+#include "services/PlaybackQueue.h"
 #include "services/PlaylistPreview.h"
 #include "services/SettingsKeys.h"
 #include "services/ToolUpdater.h"
@@ -37,9 +38,10 @@ AppServices::AppServices()
     , m_following(std::make_unique<FollowService>(
           *m_engine, *m_batch,
           FollowOptions{.file = HistoryStore::defaultFolder() + QStringLiteral("/following.json")}))
-    , m_services(std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
-                                                     *m_player, *m_artwork, *m_batch, *m_preview,
-                                                     *m_details, *m_updater, *m_following}))
+    , m_queue(std::make_unique<PlaybackQueue>(*m_player, *m_history))
+    , m_services(std::make_unique<Services>(
+          Services{*m_engine, *m_dependencies, *m_history, *m_player, *m_artwork, *m_batch,
+                   *m_preview, *m_details, *m_updater, *m_following, *m_queue}))
 {
     // The player evens out loudness as last chosen, and keeps the choice.
     if (const auto mode = AudioPlayerService::gainModeFromText(

@@ -13,6 +13,7 @@ class DependencyManager;
 class DownloadEngine;
 class FollowService;
 class HistoryStore;
+class PlaybackQueue;
 class PlaylistPreview;
 class ToolUpdater;
 
@@ -45,5 +46,6 @@ private:
     std::unique_ptr<DetailsRefresher> m_details;
     std::unique_ptr<ToolUpdater> m_updater;
     std::unique_ptr<FollowService> m_following;
+    std::unique_ptr<PlaybackQueue> m_queue;
     std::unique_ptr<Services> m_services;
 };

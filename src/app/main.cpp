@@ -3,10 +3,13 @@
 #include "ColorSchemeWatcher.h"
 #include "StartupStyle.h"
 #include "models/Links.h"
+#include "platform/Mpris.h"
 #include "platform/SingleInstance.h"
 #include "platform/TerminationSignals.h"
 #include "platform/Translations.h"
+#include "services/ArtworkCache.h"
 #include "services/HistoryStore.h"
+#include "services/Services.h"
 #include "views/shell/ContentView.h"
 #include "views/shell/MainWindow.h"
 #include "views/shell/NavigationItem.h"
@@ -102,8 +105,16 @@ int main(int argc, char** argv)
                      });
     // The screens show the library loading until it is in; looking the icon up in the
     // desktop's icon theme reads the theme's folders.
-    new AfterFirstFrame(window.windowHandle(), [&owner] {
+    // The desktop's media controls learn of the player once the window is up.
+    std::unique_ptr<Mpris> mpris;
+    new AfterFirstFrame(window.windowHandle(), [&owner, &window, &mpris] {
         owner.afterFirstFrame();
+        const Services& services = owner.services();
+        mpris = std::make_unique<Mpris>(services.player, services.queue, services.history,
+                                        ArtworkCache::defaultFolder());
+        QObject::connect(mpris.get(), &Mpris::raiseRequested, &window,
+                         [&window] { window.bringToFront({}); });
+        QObject::connect(mpris.get(), &Mpris::quitRequested, &window, &QWidget::close);
         QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("io.github.veldtone.Veldtone"),
                                                      QIcon(QStringLiteral(":/veldtone.svg"))));
     });

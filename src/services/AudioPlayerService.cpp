@@ -118,6 +118,7 @@ void AudioPlayerService::seek(double to)
     if (m_currentTrack)
         m_player->seek(to);
     setCurrentTime(to);
+    emit seeked();
 }
 
 void AudioPlayerService::setVolume(float volume)
@@ -205,6 +206,7 @@ void AudioPlayerService::tick()
         m_player->position() >= m_player->duration() - kEndToleranceSeconds) {
         setIsPlaying(false);
         setCurrentTime(0);
+        emit trackEnded();
     }
 }
 

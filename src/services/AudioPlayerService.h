@@ -69,6 +69,10 @@ signals:
     void durationChanged();
     void volumeChanged();
     void gainModeChanged();
+    // The current track played through to its end.
+    void trackEnded();
+    // The position jumped (a seek), rather than moving on as it plays.
+    void seeked();
 
 private:
     PlayerBackend& backend();

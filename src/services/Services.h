@@ -9,6 +9,7 @@ class DependencyManager;
 class DownloadEngine;
 class FollowService;
 class HistoryStore;
+class PlaybackQueue;
 class PlaylistPreview;
 class ToolUpdater;
 
@@ -25,4 +26,5 @@ struct Services
     DetailsRefresher& details;
     ToolUpdater& updater;
     FollowService& following;
+    PlaybackQueue& queue;
 };

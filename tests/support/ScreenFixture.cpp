@@ -66,6 +66,7 @@ Environment::~Environment()
 void Environment::releaseServices()
 {
     m_services.reset();
+    m_queue.reset();
     m_following.reset();
     m_updater.reset();
     m_details.reset();
@@ -112,9 +113,10 @@ void Environment::buildServices(const QUrl& installerBase)
         *m_engine, *m_batch,
         FollowOptions{.file = m_folder + u"/following.json"_s, .paceMinMs = 0, .paceMaxMs = 0},
         savedSettings());
-    m_services = std::make_unique<Services>(Services{*m_engine, *m_dependencies, *m_history,
-                                                     *m_player, *m_artwork, *m_batch, *m_preview,
-                                                     *m_details, *m_updater, *m_following});
+    m_queue = std::make_unique<PlaybackQueue>(*m_player, *m_history, savedSettings());
+    m_services = std::make_unique<Services>(
+        Services{*m_engine, *m_dependencies, *m_history, *m_player, *m_artwork, *m_batch,
+                 *m_preview, *m_details, *m_updater, *m_following, *m_queue});
 }
 
 std::unique_ptr<QSettings> Environment::savedSettings() const

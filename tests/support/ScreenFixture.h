@@ -10,6 +10,7 @@
 #include "services/DownloadEngine.h"
 #include "services/FollowService.h"
 #include "services/HistoryStore.h"
+#include "services/PlaybackQueue.h"
 #include "services/PlaylistPreview.h"
 #include "services/Services.h"
 #include "services/ToolUpdater.h"
@@ -69,6 +70,7 @@ public:
     DependencyManager& dependencies() { return *m_dependencies; }
     ToolUpdater& updater() { return *m_updater; }
     FollowService& following() { return *m_following; }
+    PlaybackQueue& queue() { return *m_queue; }
     HistoryStore& history() { return *m_history; }
     AudioPlayerService& player() { return *m_player; }
     TestEngine& engine() { return *m_engine; }
@@ -94,6 +96,7 @@ private:
     std::unique_ptr<DetailsRefresher> m_details;
     std::unique_ptr<ToolUpdater> m_updater;
     std::unique_ptr<FollowService> m_following;
+    std::unique_ptr<PlaybackQueue> m_queue;
     std::unique_ptr<AudioPlayerService> m_player;
     std::unique_ptr<TestEngine> m_engine;
     std::unique_ptr<Services> m_services;

@@ -35,6 +35,8 @@ constexpr Entry kTable[] = {
     {u"play.fill", u"play_arrow"},
     {u"pause.fill", u"pause"},
     {u"stop.fill", u"stop"},
+    {u"backward.end.fill", u"skip_previous"},
+    {u"forward.end.fill", u"skip_next"},
     {u"speaker.wave.3.fill", u"volume_up"},
     {u"speaker.wave.1.fill", u"volume_down"},
     {u"speaker.slash.fill", u"volume_off"},

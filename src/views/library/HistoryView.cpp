@@ -5,6 +5,7 @@
 #include "services/AudioPlayerService.h"
 #include "services/DetailsRefresher.h"
 #include "services/HistoryStore.h"
+#include "services/PlaybackQueue.h"
 #include "views/components/DesktopTexts.h"
 #include "views/components/RoundedPanel.h"
 #include "views/components/Symbols.h"
@@ -67,9 +68,10 @@ QMessageBox* confirmation(QWidget* parent, const QString& title, const QString& 
 } // namespace
 
 HistoryView::HistoryView(HistoryStore& history, AudioPlayerService& player, ArtworkCache& artwork,
-                         DetailsRefresher& details, QWidget* parent)
+                         DetailsRefresher& details, PlaybackQueue* queue, QWidget* parent)
     : ThemedScreen(Scrolling::fills, parent)
     , m_history(history)
+    , m_queue(queue)
     , m_player(player)
     , m_artwork(artwork)
     , m_details(details)
@@ -113,7 +115,7 @@ void HistoryView::buildContent()
     auto* delegate = new TrackDelegate(m_artwork, m_list);
     m_list->setItemDelegate(delegate);
 
-    const auto play = [this](const HistoryTrack& track) { m_player.play(track); };
+    const auto play = [this](const HistoryTrack& track) { playTrack(track); };
     const auto reveal = [this](const HistoryTrack& track) { m_history.showInFinder(track); };
     const auto remove = [this](const HistoryTrack& track) { requestRemoval(track); };
     connect(delegate, &TrackDelegate::playRequested, this, play);
@@ -359,12 +361,21 @@ void HistoryView::copyToClipboard(const QString& text)
     clipboard->setText(text);
 }
 
+void HistoryView::playTrack(const HistoryTrack& track)
+{
+    // Next and previous follow the rows as they are shown now.
+    if (m_queue)
+        m_queue->play(track, m_model->shownIds());
+    else
+        m_player.play(track);
+}
+
 QMenu* HistoryView::contextMenuFor(int row, QWidget* parent)
 {
     const HistoryTrack track = m_model->trackAt(row);
     auto* menu = new QMenu(parent);
     connect(menu->addAction(tr("Play Track")), &QAction::triggered, this,
-            [this, track] { m_player.play(track); });
+            [this, track] { playTrack(track); });
     connect(menu->addAction(DesktopTexts::showInFolder()), &QAction::triggered, this,
             [this, track] { m_history.showInFinder(track); });
     connect(menu->addAction(DesktopTexts::openInDefaultPlayer()), &QAction::triggered, this,

@@ -12,6 +12,7 @@ class ArtworkCache;
 class DetailsRefresher;
 class AudioPlayerService;
 class HistoryStore;
+class PlaybackQueue;
 class LibraryListModel;
 class QLabel;
 class QLineEdit;
@@ -36,8 +37,11 @@ public:
         list
     };
 
+    // queue: where a track started here takes the shown order for next and previous (nullptr:
+    // the player alone).
     HistoryView(HistoryStore& history, AudioPlayerService& player, ArtworkCache& artwork,
-                DetailsRefresher& details, QWidget* parent = nullptr);
+                DetailsRefresher& details, PlaybackQueue* queue = nullptr,
+                QWidget* parent = nullptr);
     ~HistoryView() override;
 
     // The format menu's label for a filter value: "All Formats" for "All", else the value.
@@ -57,6 +61,7 @@ public:
 
     // The row's context menu, owned by the caller.
     QMenu* contextMenuFor(int row, QWidget* parent = nullptr);
+    void playTrack(const HistoryTrack& track);
 
 private:
     void buildContent() override;
@@ -68,6 +73,7 @@ private:
     void copyToClipboard(const QString& text);
 
     HistoryStore& m_history;
+    PlaybackQueue* m_queue;
     AudioPlayerService& m_player;
     ArtworkCache& m_artwork;
     DetailsRefresher& m_details;

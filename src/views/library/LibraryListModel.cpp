@@ -209,6 +209,15 @@ int LibraryListModel::rowCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : int(m_rows.size());
 }
 
+QList<QUuid> LibraryListModel::shownIds() const
+{
+    QList<QUuid> ids;
+    ids.reserve(m_rows.size());
+    for (const qsizetype at : m_rows)
+        ids.append(m_ids.at(at));
+    return ids;
+}
+
 const HistoryTrack& LibraryListModel::trackAt(int row) const
 {
     const QList<HistoryTrack>& tracks = m_history.tracks();

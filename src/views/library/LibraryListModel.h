@@ -46,6 +46,8 @@ public:
     void setSelectedFilter(const QString& filter);
 
     const HistoryTrack& trackAt(int row) const;
+    // The shown rows' record ids, in their order.
+    QList<QUuid> shownIds() const;
     // Whether the player is playing this very record.
     bool isPlaying(const HistoryTrack& track) const;
     // Whether the store has no records at all, whatever the filter.

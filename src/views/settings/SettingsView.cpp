@@ -7,6 +7,7 @@
 #include "services/DownloadEngine.h"
 #include "services/EnginePreferences.h"
 #include "services/FollowService.h"
+#include "services/PlaybackQueue.h"
 #include "services/ToolUpdater.h"
 #include "views/components/ActivitySpinner.h"
 #include "views/components/DesktopTexts.h"
@@ -74,13 +75,15 @@ GlassCard* card(QWidget* content, QWidget* parent)
 } // namespace
 
 SettingsView::SettingsView(DownloadEngine& engine, DependencyManager& tools, ToolUpdater& updater,
-                           AudioPlayerService& player, FollowService* following, QWidget* parent)
+                           AudioPlayerService& player, FollowService* following,
+                           PlaybackQueue* queue, QWidget* parent)
     : ThemedScreen(Scrolling::scrolls, parent)
     , m_engine(engine)
     , m_tools(tools)
     , m_updater(updater)
     , m_player(player)
     , m_following(following)
+    , m_queue(queue)
 {
     setAccessibleName(tr("Settings"));
     setAutoFillBackground(true);
@@ -223,6 +226,13 @@ QWidget* SettingsView::buildPlaybackCard()
     connect(modes, &QComboBox::currentIndexChanged, this,
             [this, modes] { m_player.setGainMode(modes->currentData().value<Mode>()); });
     layout->addWidget(labelledRow(tr("Even out loudness"), modes, 0));
+    if (m_queue) {
+        auto* continues = new QCheckBox(tr("Continue with the next track"), content);
+        continues->setFont(Theme::font(12));
+        continues->setChecked(m_queue->continuesPlayback());
+        connect(continues, &QCheckBox::toggled, m_queue, &PlaybackQueue::setContinuesPlayback);
+        layout->addWidget(continues);
+    }
     return card(content, this);
 }
 

@@ -12,6 +12,7 @@ class DependencyManager;
 class DownloadEngine;
 class ElidedLabel;
 class FollowService;
+class PlaybackQueue;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -27,10 +28,11 @@ class SettingsView : public ThemedScreen
     Q_OBJECT
 
 public:
-    // following: whose check interval the screen offers; none hides the choice.
+    // following: whose check interval the screen offers, queue: whose continuous play; none
+    // hides the choice.
     SettingsView(DownloadEngine& engine, DependencyManager& tools, ToolUpdater& updater,
                  AudioPlayerService& player, FollowService* following = nullptr,
-                 QWidget* parent = nullptr);
+                 PlaybackQueue* queue = nullptr, QWidget* parent = nullptr);
     ~SettingsView() override;
 
 private:
@@ -58,6 +60,7 @@ private:
     ToolUpdater& m_updater;
     AudioPlayerService& m_player;
     FollowService* m_following;
+    PlaybackQueue* m_queue;
 
     ToolStatusRow* m_ytDlpRow = nullptr;
     ToolStatusRow* m_ffmpegRow = nullptr;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/shell/ContentView.h"
 
-#include "services/AudioPlayerService.h"
 #include "models/QueueFile.h"
+#include "services/AudioPlayerService.h"
 #include "services/BatchRunner.h"
 #include "services/HistoryStore.h"
 #include "views/converter/ConverterView.h"
@@ -80,8 +80,8 @@ ContentView::ContentView(const Services& services, const ScreenFactory& factory,
     // Rips that came back from the last run are counted until they are resumed or cleared.
     BatchRunner& batch = m_services.batch;
     auto updateBatchBadge = [this, &batch] {
-        const auto unfinished = std::count_if(batch.queue().cbegin(), batch.queue().cend(),
-                                              &QueueFile::isUnfinished);
+        const auto unfinished =
+            std::count_if(batch.queue().cbegin(), batch.queue().cend(), &QueueFile::isUnfinished);
         m_sidebar->setBatchCount(batch.hasRestoredItems() ? int(unfinished) : 0);
     };
     for (auto signal : {&BatchRunner::restoreChanged, &BatchRunner::countsChanged})
@@ -124,6 +124,6 @@ void ContentView::ensureMiniPlayer()
     if (m_miniPlayer || !m_services.player.currentTrack())
         return;
     m_miniPlayer = new MiniPlayerView(m_services.player, m_services.history, m_services.artwork,
-                                      m_detail->parentWidget());
+                                      &m_services.queue, m_detail->parentWidget());
     m_detail->addWidget(m_miniPlayer);
 }

@@ -5,6 +5,7 @@
 #include "services/ArtworkCache.h"
 #include "services/AudioPlayerService.h"
 #include "services/HistoryStore.h"
+#include "services/PlaybackQueue.h"
 #include "views/components/DesktopTexts.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
@@ -86,7 +87,7 @@ private:
 };
 
 MiniPlayerView::MiniPlayerView(AudioPlayerService& player, HistoryStore& history,
-                               ArtworkCache& artwork, QWidget* parent)
+                               ArtworkCache& artwork, PlaybackQueue* queue, QWidget* parent)
     : QWidget(parent)
     , m_player(player)
     , m_history(history)
@@ -96,6 +97,9 @@ MiniPlayerView::MiniPlayerView(AudioPlayerService& player, HistoryStore& history
     , m_channel(new QLabel(this))
     , m_playPause(plainButton(tr("Play"), this))
     , m_stop(plainButton(tr("Stop"), this))
+    , m_previous(plainButton(tr("Previous Track"), this))
+    , m_next(plainButton(tr("Next Track"), this))
+    , m_queue(queue)
     , m_elapsed(timeLabel(this))
     , m_seek(new QSlider(Qt::Horizontal, this))
     , m_total(timeLabel(this))
@@ -112,6 +116,8 @@ MiniPlayerView::MiniPlayerView(AudioPlayerService& player, HistoryStore& history
     m_channel->setFixedWidth(kTextColumnWidth);
     m_playPause->setIconSize(QSize(16, 16));
     m_stop->setIconSize(QSize(12, 12));
+    m_previous->setIconSize(QSize(14, 14));
+    m_next->setIconSize(QSize(14, 14));
     m_showInFolder->setIconSize(QSize(12, 12));
     m_showInFolder->setToolTip(DesktopTexts::showInFolder());
     m_close->setIconSize(QSize(11, 11));
@@ -138,7 +144,9 @@ MiniPlayerView::MiniPlayerView(AudioPlayerService& player, HistoryStore& history
     auto* transport = new QHBoxLayout;
     transport->setSpacing(12);
     transport->addStretch(1);
+    transport->addWidget(m_previous);
     transport->addWidget(m_playPause);
+    transport->addWidget(m_next);
     transport->addWidget(m_stop);
     transport->addStretch(1);
     auto* timeline = new QHBoxLayout;
@@ -167,6 +175,18 @@ MiniPlayerView::MiniPlayerView(AudioPlayerService& player, HistoryStore& history
 
     connect(m_playPause, &QToolButton::clicked, &m_player, &AudioPlayerService::togglePlayPause);
     connect(m_stop, &QToolButton::clicked, &m_player, &AudioPlayerService::stop);
+    m_previous->setVisible(m_queue);
+    m_next->setVisible(m_queue);
+    if (m_queue) {
+        connect(m_previous, &QToolButton::clicked, m_queue, &PlaybackQueue::previous);
+        connect(m_next, &QToolButton::clicked, m_queue, &PlaybackQueue::next);
+        const auto updateSteps = [this] {
+            m_previous->setEnabled(m_queue->canGoPrevious());
+            m_next->setEnabled(m_queue->canGoNext());
+        };
+        connect(m_queue, &PlaybackQueue::positionChanged, this, updateSteps);
+        updateSteps();
+    }
     connect(m_close, &QToolButton::clicked, &m_player, &AudioPlayerService::stop);
     connect(m_showInFolder, &QToolButton::clicked, this, [this] {
         if (const auto track = m_player.currentTrack())
@@ -262,6 +282,8 @@ void MiniPlayerView::refreshIcons()
 {
     const QColor secondary = Theme::secondaryText(palette());
     m_stop->setIcon(Symbols::icon(QStringLiteral("stop.fill"), secondary, 12));
+    m_previous->setIcon(Symbols::icon(QStringLiteral("backward.end.fill"), secondary, 14));
+    m_next->setIcon(Symbols::icon(QStringLiteral("forward.end.fill"), secondary, 14));
     m_showInFolder->setIcon(Symbols::icon(QStringLiteral("folder"), secondary, 12));
     m_close->setIcon(Symbols::icon(QStringLiteral("xmark"), secondary, 11));
     QPalette secondaryPalette = palette();

@@ -6,6 +6,7 @@
 class ArtworkCache;
 class AudioPlayerService;
 class HistoryStore;
+class PlaybackQueue;
 class QLabel;
 class QSlider;
 class QToolButton;
@@ -17,8 +18,9 @@ class MiniPlayerView : public QWidget
     Q_OBJECT
 
 public:
+    // queue: what Previous and Next move through (nullptr: no such buttons).
     MiniPlayerView(AudioPlayerService& player, HistoryStore& history, ArtworkCache& artwork,
-                   QWidget* parent = nullptr);
+                   PlaybackQueue* queue = nullptr, QWidget* parent = nullptr);
     ~MiniPlayerView() override;
 
     // The symbol shown for a volume: muted at 0 or less, one wave up to half, three above.
@@ -46,6 +48,9 @@ private:
     QLabel* m_channel;
     QToolButton* m_playPause;
     QToolButton* m_stop;
+    QToolButton* m_previous;
+    QToolButton* m_next;
+    PlaybackQueue* m_queue;
     QLabel* m_elapsed;
     QSlider* m_seek;
     QLabel* m_total;

@@ -58,7 +58,7 @@ QWidget* ScreenFactory::batch(QWidget* parent) const
 QWidget* ScreenFactory::library(QWidget* parent) const
 {
     return new HistoryView(m_services.history, m_services.player, m_services.artwork,
-                           m_services.details, parent);
+                           m_services.details, &m_services.queue, parent);
 }
 
 QWidget* ScreenFactory::following(QWidget* parent) const
@@ -69,5 +69,5 @@ QWidget* ScreenFactory::following(QWidget* parent) const
 QWidget* ScreenFactory::settings(QWidget* parent) const
 {
     return new SettingsView(m_services.engine, m_services.dependencies, m_services.updater,
-                            m_services.player, &m_services.following, parent);
+                            m_services.player, &m_services.following, &m_services.queue, parent);
 }
