@@ -840,6 +840,14 @@
         <source>Pause</source>
         <translation>Pause</translation>
     </message>
+    <message>
+        <source>Previous Track</source>
+        <translation>Vorheriger Titel</translation>
+    </message>
+    <message>
+        <source>Next Track</source>
+        <translation>Nächster Titel</translation>
+    </message>
 </context>
 <context>
     <name>MissingToolsCard</name>
@@ -1250,6 +1258,10 @@
     <message>
         <source>Check followed links</source>
         <translation>Gefolgte Links prüfen</translation>
+    </message>
+    <message>
+        <source>Continue with the next track</source>
+        <translation>Mit dem nächsten Titel weitermachen</translation>
     </message>
 </context>
 <context>

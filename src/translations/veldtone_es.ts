@@ -840,6 +840,14 @@
         <source>Pause</source>
         <translation>Pausa</translation>
     </message>
+    <message>
+        <source>Previous Track</source>
+        <translation>Pista anterior</translation>
+    </message>
+    <message>
+        <source>Next Track</source>
+        <translation>Pista siguiente</translation>
+    </message>
 </context>
 <context>
     <name>MissingToolsCard</name>
@@ -1250,6 +1258,10 @@
     <message>
         <source>Check followed links</source>
         <translation>Comprobar los enlaces seguidos</translation>
+    </message>
+    <message>
+        <source>Continue with the next track</source>
+        <translation>Continuar con la siguiente pista</translation>
     </message>
 </context>
 <context>

@@ -840,6 +840,14 @@
         <source>Pause</source>
         <translation>Pause</translation>
     </message>
+    <message>
+        <source>Previous Track</source>
+        <translation>Piste précédente</translation>
+    </message>
+    <message>
+        <source>Next Track</source>
+        <translation>Piste suivante</translation>
+    </message>
 </context>
 <context>
     <name>MissingToolsCard</name>
@@ -1250,6 +1258,10 @@
     <message>
         <source>Check followed links</source>
         <translation>Vérifier les liens suivis</translation>
+    </message>
+    <message>
+        <source>Continue with the next track</source>
+        <translation>Continuer avec la piste suivante</translation>
     </message>
 </context>
 <context>

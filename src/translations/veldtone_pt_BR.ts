@@ -840,6 +840,14 @@
         <source>Pause</source>
         <translation>Pausar</translation>
     </message>
+    <message>
+        <source>Previous Track</source>
+        <translation>Faixa anterior</translation>
+    </message>
+    <message>
+        <source>Next Track</source>
+        <translation>Próxima faixa</translation>
+    </message>
 </context>
 <context>
     <name>MissingToolsCard</name>
@@ -1250,6 +1258,10 @@
     <message>
         <source>Check followed links</source>
         <translation>Verificar os links seguidos</translation>
+    </message>
+    <message>
+        <source>Continue with the next track</source>
+        <translation>Continuar com a próxima faixa</translation>
     </message>
 </context>
 <context>
