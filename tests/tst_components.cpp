@@ -10,6 +10,7 @@
 #include <QImage>
 #include <QSignalSpy>
 #include <QTest>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +25,21 @@ int inkedPixels(const QImage& image)
         for (int x = 0; x < argb.width(); ++x)
             count += qAlpha(argb.pixel(x, y)) > 40 ? 1 : 0;
     return count;
+}
+
+// WCAG's contrast ratio of two opaque colours, 1 to 21.
+double contrast(const QColor& a, const QColor& b)
+{
+    const auto luminance = [](const QColor& colour) {
+        const auto channel = [](double value) {
+            return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF()) +
+               0.0722 * channel(colour.blueF());
+    };
+    const double lighter = std::max(luminance(a), luminance(b));
+    const double darker = std::min(luminance(a), luminance(b));
+    return (lighter + 0.05) / (darker + 0.05);
 }
 
 } // namespace
@@ -50,6 +66,25 @@ private slots:
             QVERIFY2(width > 16 && width <= 40, qPrintable(name));
             QVERIFY2(inkedPixels(Symbols::pixmap(name, Qt::black, 32).toImage()) > 30,
                      qPrintable(name));
+        }
+    }
+
+    // Text, secondary text included, reads at 4.5:1 or better on every ground it is drawn on,
+    // in light and in dark.
+    void textContrast()
+    {
+        for (const Theme::Scheme scheme : {Theme::Scheme::light, Theme::Scheme::dark}) {
+            const QPalette palette = Theme::palette(scheme);
+            for (const QColor& text :
+                 {Theme::primaryText(palette), Theme::secondaryText(palette)}) {
+                for (const QPalette::ColorRole ground :
+                     {QPalette::Window, QPalette::Base, QPalette::AlternateBase}) {
+                    const double ratio = contrast(text, palette.color(ground));
+                    QVERIFY2(ratio >= 4.5, qPrintable(u"%1 on %2: %3"_s.arg(text.name())
+                                                          .arg(palette.color(ground).name())
+                                                          .arg(ratio)));
+                }
+            }
         }
     }
 };

@@ -2,6 +2,7 @@
 #include "services/AudioPlayerService.h"
 #include "services/FollowService.h"
 #include "support/ScreenFixture.h"
+#include "support/ScriptedBackend.h"
 #include "support/TestSupport.h"
 #include "views/components/Theme.h"
 #include "views/shell/ContentView.h"
@@ -20,6 +21,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QSet>
+#include <QSlider>
 #include <QStandardPaths>
 #include <QTest>
 #include <QToolButton>
@@ -184,6 +186,22 @@ private slots:
         QTRY_VERIFY(!ScreenFixture::reachable(&view).contains(u"Harbour Sessions"_s));
     }
 
+    // The seek slider steps 5 s per arrow and 30 s per page, and is read out as a time.
+    void seekSliderSpeaksTime()
+    {
+        AudioPlayerService player([] { return std::make_unique<ScriptedBackend>(); });
+        MiniPlayerView view(player, m_env->history(), m_env->services().artwork);
+        player.play(track(u"song"_s));
+        player.seek(65);
+        auto* slider = ScreenFixture::findNamed<QSlider>(&view, u"Playback Position"_s);
+        QCOMPARE(slider->accessibleDescription(), u"1:05 of 1:35"_s);
+        QTest::keyClick(slider, Qt::Key_Right);
+        QCOMPARE(player.currentTime(), 70.0);
+        QTest::keyClick(slider, Qt::Key_PageDown);
+        QCOMPARE(player.currentTime(), 40.0);
+        player.stop();
+    }
+
     // Every screen and the mini player take the dark colours when the desktop switches, and
     // keep what the user typed.
     void appearanceSwitch_data()
@@ -219,7 +237,8 @@ private slots:
             QVERIFY2(ScreenFixture::reachable(view.miniPlayer()).contains(name), qPrintable(name));
 
         QApplication::setPalette(Theme::palette(Theme::Scheme::dark));
-        QTRY_COMPARE(lightLeftovers(&view), QStringList());
+        QTRY_VERIFY2(lightLeftovers(&view).isEmpty(),
+                     qPrintable(lightLeftovers(&view).join(u"; "_s)));
         for (QLineEdit* field : textFields())
             QCOMPARE(field->text(), u"typed"_s);
     }

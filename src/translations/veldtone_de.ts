@@ -848,6 +848,10 @@
         <source>Next Track</source>
         <translation>Nächster Titel</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
 </context>
 <context>
     <name>MissingToolsCard</name>
@@ -976,10 +980,6 @@
         <translation>Dieser Link ist eine Playlist.</translation>
     </message>
     <message>
-        <source>Rip all %1 tracks in Batch</source>
-        <translation>Alle %1 Titel im Stapel rippen</translation>
-    </message>
-    <message>
         <source>Rip as album</source>
         <translation>Als Album rippen</translation>
     </message>
@@ -994,6 +994,13 @@
     <message>
         <source>Follow</source>
         <translation>Folgen</translation>
+    </message>
+    <message numerus="yes">
+        <source>Rip all %n tracks in Batch</source>
+        <translation>
+            <numerusform>%n Titel im Stapel rippen</numerusform>
+            <numerusform>Alle %n Titel im Stapel rippen</numerusform>
+        </translation>
     </message>
 </context>
 <context>

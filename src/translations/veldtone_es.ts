@@ -848,6 +848,10 @@
         <source>Next Track</source>
         <translation>Pista siguiente</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 de %2</translation>
+    </message>
 </context>
 <context>
     <name>MissingToolsCard</name>
@@ -976,10 +980,6 @@
         <translation>Este enlace es una lista de reproducción.</translation>
     </message>
     <message>
-        <source>Rip all %1 tracks in Batch</source>
-        <translation>Extraer las %1 pistas en lote</translation>
-    </message>
-    <message>
         <source>Rip as album</source>
         <translation>Extraer como álbum</translation>
     </message>
@@ -994,6 +994,13 @@
     <message>
         <source>Follow</source>
         <translation>Seguir</translation>
+    </message>
+    <message numerus="yes">
+        <source>Rip all %n tracks in Batch</source>
+        <translation>
+            <numerusform>Extraer %n pista en el lote</numerusform>
+            <numerusform>Extraer las %n pistas en el lote</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -848,6 +848,10 @@
         <source>Next Track</source>
         <translation>Piste suivante</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
+    </message>
 </context>
 <context>
     <name>MissingToolsCard</name>
@@ -976,10 +980,6 @@
         <translation>Ce lien est une playlist.</translation>
     </message>
     <message>
-        <source>Rip all %1 tracks in Batch</source>
-        <translation>Extraire les %1 titres dans le lot</translation>
-    </message>
-    <message>
         <source>Rip as album</source>
         <translation>Extraire comme album</translation>
     </message>
@@ -994,6 +994,13 @@
     <message>
         <source>Follow</source>
         <translation>Suivre</translation>
+    </message>
+    <message numerus="yes">
+        <source>Rip all %n tracks in Batch</source>
+        <translation>
+            <numerusform>Extraire %n piste dans le lot</numerusform>
+            <numerusform>Extraire les %n pistes dans le lot</numerusform>
+        </translation>
     </message>
 </context>
 <context>

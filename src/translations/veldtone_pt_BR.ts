@@ -848,6 +848,10 @@
         <source>Next Track</source>
         <translation>Próxima faixa</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 de %2</translation>
+    </message>
 </context>
 <context>
     <name>MissingToolsCard</name>
@@ -976,10 +980,6 @@
         <translation>Este link é uma playlist.</translation>
     </message>
     <message>
-        <source>Rip all %1 tracks in Batch</source>
-        <translation>Extrair as %1 faixas em lote</translation>
-    </message>
-    <message>
         <source>Rip as album</source>
         <translation>Extrair como álbum</translation>
     </message>
@@ -994,6 +994,13 @@
     <message>
         <source>Follow</source>
         <translation>Seguir</translation>
+    </message>
+    <message numerus="yes">
+        <source>Rip all %n tracks in Batch</source>
+        <translation>
+            <numerusform>Extrair %n faixa no lote</numerusform>
+            <numerusform>Extrair todas as %n faixas no lote</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -69,5 +69,5 @@ void PlaylistOfferCard::update()
     m_cancelButton->setVisible(listing);
     m_followButton->setVisible(listed && m_following);
     m_albumBox->setVisible(listed);
-    m_ripButton->setText(tr("Rip all %1 tracks in Batch").arg(m_preview.count()));
+    m_ripButton->setText(tr("Rip all %n tracks in Batch", nullptr, m_preview.count()));
 }

@@ -123,6 +123,9 @@ MiniPlayerView::MiniPlayerView(AudioPlayerService& player, HistoryStore& history
     m_close->setIconSize(QSize(11, 11));
     m_close->setToolTip(tr("Close Player"));
     m_seek->setAccessibleName(tr("Playback Position"));
+    // An arrow key moves 5 s, a Page key 30 s.
+    m_seek->setSingleStep(int(5 * kSeekScale));
+    m_seek->setPageStep(int(30 * kSeekScale));
     m_seek->setAttribute(Qt::WA_MacSmallSize);
     m_volume->setAccessibleName(tr("Volume"));
     m_volume->setAttribute(Qt::WA_MacSmallSize);
@@ -259,6 +262,9 @@ void MiniPlayerView::timeChanged()
     const double upper = std::max(std::isfinite(duration) ? duration : 0.0, 1.0);
     m_elapsed->setText(formatTime(m_player.currentTime()));
     m_total->setText(formatTime(duration));
+    // A screen reader hears the time, not the slider's milliseconds.
+    m_seek->setAccessibleDescription(
+        tr("%1 of %2").arg(formatTime(m_player.currentTime()), formatTime(duration)));
     if (m_seek->isSliderDown())
         return;
     m_updatingSeek = true;
