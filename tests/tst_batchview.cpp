@@ -201,6 +201,8 @@ private slots:
         QCOMPARE(kindAt(2), DownloadStatus::Kind::failed);
         const QModelIndex failed = queueModel()->index(4);
         QVERIFY(failed.data(Qt::ToolTipRole).toString().contains(u"HTTP Error 404"));
+        // Its second line says why, for everyone who cannot hover.
+        QVERIFY(failed.data(BatchQueueModel::DetailRole).toString().contains(u"HTTP Error 404"));
         QCOMPARE(m_env->history().tracks().size(), 2);
 
         // Only the three unfinished items run again; the counts follow.

@@ -111,7 +111,7 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
         titleRect = QRect(g.text.left(), top, g.text.width(), titleHeight);
         const QRect detailRect(g.text.left(), top + titleHeight + 2, g.text.width(), detailHeight);
         painter->setFont(detailFont);
-        painter->setPen(dim);
+        painter->setPen(status.kind() == DownloadStatus::Kind::failed ? red(palette) : dim);
         painter->drawText(
             detailRect, Qt::AlignLeft | Qt::AlignVCenter,
             QFontMetrics(detailFont).elidedText(detail, Qt::ElideRight, detailRect.width()));

@@ -78,6 +78,9 @@ QVariant BatchQueueModel::data(const QModelIndex& index, int role) const
     case SkippedRole:
         return item.alreadyInLibrary;
     case DetailRole: {
+        // A failed row says why on its second line, not only in a tooltip.
+        if (item.status.kind() == DownloadStatus::Kind::failed)
+            return item.status.error().section(u'\n', 0, 0);
         // A playlist's listing may know only one of the two; a rip of a page with several
         // videos says how many more files it made.
         QStringList parts;

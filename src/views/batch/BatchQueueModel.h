@@ -21,7 +21,7 @@ public:
         IdRole,
         StatusRole, // DownloadStatus
         ShowsTrashRole,
-        DetailRole,  // "channel • duration" once the video is known, else empty
+        DetailRole,  // "channel • duration" once the video is known, a failure's reason, or empty
         SkippedRole, // bool: the library has it already
     };
 
