@@ -37,8 +37,8 @@ constexpr int kLongBatch = 50;
 
 } // namespace
 
-BatchRunner::BatchRunner(DownloadEngine& engine, HistoryStore& history,
-                         BatchRunnerOptions options, QObject* parent)
+BatchRunner::BatchRunner(DownloadEngine& engine, HistoryStore& history, BatchRunnerOptions options,
+                         QObject* parent)
     : QObject(parent)
     , m_engine(engine)
     , m_history(history)
@@ -359,14 +359,16 @@ bool BatchRunner::isPaced() const
 {
     if (!m_engine.paceLongBatches() || m_queue.size() <= kLongBatch)
         return false;
-    const auto onYouTube = std::count_if(m_queue.cbegin(), m_queue.cend(), [](const BatchItem& item) {
-        return Links::isYouTube(item.url);
-    });
+    const auto onYouTube =
+        std::count_if(m_queue.cbegin(), m_queue.cend(),
+                      [](const BatchItem& item) { return Links::isYouTube(item.url); });
     return onYouTube > kLongBatch;
 }
 
 void BatchRunner::fill()
 {
+    // Looked at once: it reads every row's link.
+    const bool paced = isPaced();
     while (m_isProcessing && !isPaused() && m_running.size() < m_engine.simultaneousRips()) {
         const auto next =
             std::find_if(m_queue.cbegin(), m_queue.cend(), [this](const BatchItem& item) {
@@ -376,17 +378,17 @@ void BatchRunner::fill()
         if (next == m_queue.cend())
             break;
         // However many run at once, a paced batch starts one rip at a time, seconds apart.
-        if (isPaced()) {
+        if (paced) {
             const qint64 wait = m_nextPacedStart - m_clock.elapsed();
             if (wait > 0) {
                 m_paceTimer->start(int(wait));
                 return;
             }
             m_nextPacedStart =
-                m_clock.elapsed() + QRandomGenerator::global()->bounded(
-                                        m_options.paceMinMs, m_options.paceMaxMs + 1);
+                m_clock.elapsed() +
+                QRandomGenerator::global()->bounded(m_options.paceMinMs, m_options.paceMaxMs + 1);
         }
-        startItem(int(next - m_queue.cbegin()));
+        startItem(int(next - m_queue.cbegin()), paced);
     }
     // A playlist still being listed has more to come; a paused batch goes on later.
     if (m_isProcessing && !isPaused() && m_running.isEmpty() && !m_listing) {
@@ -395,12 +397,12 @@ void BatchRunner::fill()
     }
 }
 
-void BatchRunner::startItem(int row)
+void BatchRunner::startItem(int row, bool paced)
 {
     const QUuid id = m_queue.at(row).id;
     m_currentProcessingIndex = row;
     RipChoices choices = m_queue.at(row).choices;
-    choices.paced = isPaced();
+    choices.paced = paced;
     const MadeRun<ExtractionJob> made = m_engine.newJob(
         m_queue.at(row).url, m_queue.at(row).playlistItem, m_queue.at(row).album, choices, this);
     ExtractionJob* job = made.run;
@@ -418,37 +420,36 @@ void BatchRunner::startItem(int row)
         if (job->metadata())
             setMetadata(id, *job->metadata());
     });
-    connect(job, &ExtractionJob::finished, this,
-            [this, id, job](const ExtractionJob::Result& result) {
-                job->deleteLater();
-                m_running.remove(id);
-                DownloadStatus status = job->status();
-                const bool completed = status.kind() == DownloadStatus::Kind::completed;
-                // Files moved out before a failure are in the library all the same, each record
-                // naming this item: a restored queue leaves it out.
-                if (completed || !result.files.isEmpty()) {
-                    const int at = rowOf(id);
-                    m_engine.record(*job, result, at >= 0 ? m_queue.at(at).metadata : std::nullopt,
-                                    id);
-                    setMoreFiles(id, std::max<int>(int(result.files.size()) - 1, 0));
-                }
-                // A limited guest is not a failed item: it waits in line with the rest.
-                if (status.kind() == DownloadStatus::Kind::failed && result.files.isEmpty() &&
-                    isRateLimited(status.error())) {
-                    status = DownloadStatus::idle();
-                    pauseForRateLimit();
-                } else if (status.kind() == DownloadStatus::Kind::failed) {
-                    const int at = rowOf(id);
-                    const auto& metadata = at >= 0 ? m_queue.at(at).metadata : std::nullopt;
-                    emit itemFailed(metadata ? metadata->title : job->request().link);
-                }
-                // A completed job that named no file shows its destination, as the converter does.
-                setStatus(id, status);
-                if (completed && m_engine.loudnessTags())
-                    measureAlbumOf(id);
-                // Not from inside the job's own signal.
-                QTimer::singleShot(0, this, &BatchRunner::fill);
-            });
+    connect(
+        job, &ExtractionJob::finished, this, [this, id, job](const ExtractionJob::Result& result) {
+            job->deleteLater();
+            m_running.remove(id);
+            DownloadStatus status = job->status();
+            const bool completed = status.kind() == DownloadStatus::Kind::completed;
+            // Files moved out before a failure are in the library all the same, each record
+            // naming this item: a restored queue leaves it out.
+            if (completed || !result.files.isEmpty()) {
+                const int at = rowOf(id);
+                m_engine.record(*job, result, at >= 0 ? m_queue.at(at).metadata : std::nullopt, id);
+                setMoreFiles(id, std::max<int>(int(result.files.size()) - 1, 0));
+            }
+            // A limited guest is not a failed item: it waits in line with the rest.
+            if (status.kind() == DownloadStatus::Kind::failed && result.files.isEmpty() &&
+                isRateLimited(status.error())) {
+                status = DownloadStatus::idle();
+                pauseForRateLimit();
+            } else if (status.kind() == DownloadStatus::Kind::failed) {
+                const int at = rowOf(id);
+                const auto& metadata = at >= 0 ? m_queue.at(at).metadata : std::nullopt;
+                emit itemFailed(metadata ? metadata->title : job->request().link);
+            }
+            // A completed job that named no file shows its destination, as the converter does.
+            setStatus(id, status);
+            if (completed && m_engine.loudnessTags())
+                measureAlbumOf(id);
+            // Not from inside the job's own signal.
+            QTimer::singleShot(0, this, &BatchRunner::fill);
+        });
     setStatus(id, job->status());
     job->start();
 }
@@ -499,11 +500,10 @@ void BatchRunner::setStatus(const QUuid& id, const DownloadStatus& status)
     const bool kindChanges = m_queue[row].status.kind() != status.kind();
     // The counts are of completed and failed items.
     const bool countChanges =
-        kindChanges &&
-        (m_queue[row].status.kind() == DownloadStatus::Kind::completed ||
-         m_queue[row].status.kind() == DownloadStatus::Kind::failed ||
-         status.kind() == DownloadStatus::Kind::completed ||
-         status.kind() == DownloadStatus::Kind::failed);
+        kindChanges && (m_queue[row].status.kind() == DownloadStatus::Kind::completed ||
+                        m_queue[row].status.kind() == DownloadStatus::Kind::failed ||
+                        status.kind() == DownloadStatus::Kind::completed ||
+                        status.kind() == DownloadStatus::Kind::failed);
     m_queue[row].status = status;
     emit itemChanged(row);
     // Progress is not saved; what becomes of the item is.
@@ -618,11 +618,8 @@ void BatchRunner::restoreSavedQueue()
         return;
     // Which items are done is the library's to say: wait for it.
     if (m_history.isLoading()) {
-        auto* once = new QObject(this);
-        connect(&m_history, &HistoryStore::isLoadingChanged, once, [this, once] {
-            delete once;
-            restoreSavedQueue();
-        });
+        connect(&m_history, &HistoryStore::isLoadingChanged, this, &BatchRunner::restoreSavedQueue,
+                Qt::SingleShotConnection);
         return;
     }
     m_restoring = true;

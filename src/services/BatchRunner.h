@@ -157,7 +157,8 @@ private:
     void pauseForRateLimit();
     void scheduleSave();
     void expandNext();
-    void startItem(int row);
+    // paced: the run sleeps between its requests.
+    void startItem(int row, bool paced);
     // Measures an album whose tracks have all been ripped, the one this item belongs to.
     void measureAlbumOf(const QUuid& id);
     void setStatus(const QUuid& id, const DownloadStatus& status);

@@ -16,11 +16,8 @@ PlaybackQueue::PlaybackQueue(AudioPlayerService& player, HistoryStore& history,
     // order.
     connect(&m_player, &AudioPlayerService::currentTrackChanged, this, [this] {
         const std::optional<HistoryTrack> current = m_player.currentTrack();
-        if (current && !m_order.contains(current->id)) {
-            m_order.clear();
-            for (const HistoryTrack& each : m_history.tracks())
-                m_order.append(each.id);
-        }
+        if (current && !m_order.contains(current->id))
+            m_order = wholeLibrary();
         emit positionChanged();
     });
     connect(&m_history, &HistoryStore::tracksChanged, this, &PlaybackQueue::positionChanged);
@@ -48,15 +45,20 @@ void PlaybackQueue::setContinuesPlayback(bool on)
 
 void PlaybackQueue::play(const HistoryTrack& track, const QList<QUuid>& order)
 {
-    m_order = order;
-    if (m_order.isEmpty()) {
-        for (const HistoryTrack& each : m_history.tracks())
-            m_order.append(each.id);
-    }
+    m_order = order.isEmpty() ? wholeLibrary() : order;
     if (!m_order.contains(track.id))
         m_order.prepend(track.id);
     m_player.play(track);
     emit positionChanged();
+}
+
+QList<QUuid> PlaybackQueue::wholeLibrary() const
+{
+    QList<QUuid> ids;
+    ids.reserve(m_history.tracks().size());
+    for (const HistoryTrack& each : m_history.tracks())
+        ids.append(each.id);
+    return ids;
 }
 
 int PlaybackQueue::currentIndex() const

@@ -49,6 +49,7 @@ signals:
     void skipped(const QString& title);
 
 private:
+    QList<QUuid> wholeLibrary() const;
     int currentIndex() const;
     // Plays the first track with a file from index on, stepping by step; false when none has.
     bool playFrom(int index, int step);
