@@ -4,7 +4,9 @@
 # Usage: bench/startup.sh PATH_TO_VELDTONE [RUNS]
 # Starts each program under a virtual X server with an empty home, alternately, RUNS times
 # (default 5), and takes the time until its window is viewable (polled with xdotool) and its
-# resident memory 2 s later. Prints "name value unit" lines with the medians.
+# resident memory 2 s later; then counts, once each under callgrind, the instructions both run
+# until their first frame is drawn, which the machine's load does not change. Prints
+# "name value unit" lines with the medians.
 set -euo pipefail
 app=$(realpath "${1:?usage: startup.sh PATH_TO_VELDTONE [RUNS]}")
 runs=${2:-5}
@@ -16,7 +18,20 @@ trap 'rm -rf "$scratch"' EXIT
 mkdir -p "$scratch/bare"
 cat >"$scratch/bare/main.cpp" <<'CPP'
 #include <QApplication>
+#include <QTimer>
 #include <QWidget>
+#include <QWindow>
+// Quits once the first expose has been answered, as the program does under the same variable.
+class FirstFrame : public QObject
+{
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Expose && static_cast<QWindow*>(watched)->isExposed())
+            QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+        return false;
+    }
+};
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
@@ -24,6 +39,9 @@ int main(int argc, char** argv)
     window.setWindowTitle(QStringLiteral("Bare"));
     window.resize(880, 660);
     window.show();
+    FirstFrame firstFrame;
+    if (qEnvironmentVariableIsSet("VELDTONE_QUIT_AFTER_FIRST_FRAME"))
+        window.windowHandle()->installEventFilter(&firstFrame);
     return app.exec();
 }
 CPP
@@ -106,6 +124,20 @@ for _ in $(seq 1 "$runs"); do
     library_ms+=("$ms")
 done
 
+# Instructions to the first frame: "Ir" from callgrind's totals line.
+instructions() {
+    local home="$scratch/home-ir-$RANDOM$RANDOM" out="$scratch/callgrind-$RANDOM$RANDOM"
+    mkdir -p "$home"
+    HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share" \
+        XDG_CACHE_HOME="$home/.cache" XDG_RUNTIME_DIR="$home/runtime" \
+        VELDTONE_QUIT_AFTER_FIRST_FRAME=1 \
+        xvfb-run -a -s "-screen 0 1280x900x24" \
+        valgrind --tool=callgrind --callgrind-out-file="$out" "$1" >/dev/null 2>&1 || true
+    awk '/^totals:/ {print $2}' "$out" 2>/dev/null
+}
+app_ir=$(instructions "$app")
+bare_ir=$(instructions "$bare")
+
 median() { printf '%s\n' "$@" | sort -n | awk '{v[NR]=$1} END {print (NR % 2) ? v[(NR+1)/2] : (v[NR/2] + v[NR/2+1]) / 2}'; }
 app_median=$(median "${app_ms[@]}")
 bare_median=$(median "${bare_ms[@]}")
@@ -115,4 +147,12 @@ echo "startup_window_ms $app_median ms"
 echo "startup_bare_qt_window_ms $bare_median ms"
 awk -v a="$app_median" -v b="$bare_median" 'BEGIN {printf "startup_ratio_vs_bare_qt %.2f ratio\n", (b > 0 ? a / b : 0)}'
 awk -v a="$library_median" -v b="$app_median" 'BEGIN {printf "startup_with_100k_library_ratio %.2f ratio\n", (b > 0 ? a / b : 0)}'
+if [[ -n $app_ir && -n $bare_ir ]]; then
+    echo "startup_instructions_app $app_ir instructions"
+    echo "startup_instructions_bare_qt $bare_ir instructions"
+    awk -v a="$app_ir" -v b="$bare_ir" \
+        'BEGIN {printf "startup_instructions_ratio_vs_bare_qt %.2f ratio\n", a / b}'
+else
+    echo "callgrind gave no count (is valgrind installed?)" >&2
+fi
 awk -v k="$rss_median" 'BEGIN {printf "idle_rss_mb %.1f MB\n", k / 1024}'

@@ -107,7 +107,13 @@ int main(int argc, char** argv)
     // desktop's icon theme reads the theme's folders.
     // The desktop's media controls learn of the player once the window is up.
     std::unique_ptr<Mpris> mpris;
-    new AfterFirstFrame(window.windowHandle(), [&owner, &window, &mpris] {
+    // Lets a profiler count the work up to the first frame and no further.
+    const bool quitAfterFirstFrame = qEnvironmentVariableIsSet("VELDTONE_QUIT_AFTER_FIRST_FRAME");
+    new AfterFirstFrame(window.windowHandle(), [&owner, &window, &mpris, quitAfterFirstFrame] {
+        if (quitAfterFirstFrame) {
+            QCoreApplication::quit();
+            return;
+        }
         owner.afterFirstFrame();
         const Services& services = owner.services();
         mpris = std::make_unique<Mpris>(services.player, services.queue, services.history,
@@ -118,9 +124,5 @@ int main(int argc, char** argv)
         QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("io.github.veldtone.Veldtone"),
                                                      QIcon(QStringLiteral(":/veldtone.svg"))));
     });
-    // Lets a profiler count the work up to the first shown window and no further.
-    if (qEnvironmentVariableIsSet("VELDTONE_QUIT_AFTER_SHOW"))
-        QTimer::singleShot(0, &app, &QCoreApplication::quit);
-
     return app.exec();
 }

@@ -26,42 +26,31 @@ QColor pick(const QPalette& palette, QRgb light, QRgb dark)
     return QColor::fromRgb(isDark(palette) ? dark : light);
 }
 
-// One horizontal or vertical pass of a box blur over premultiplied ARGB pixels.
-void boxBlurPass(QImage& image, int radius, bool horizontal)
+// One horizontal or vertical pass of a box blur over an 8-bit alpha mask: a shadow is one
+// colour, so only its coverage needs blurring.
+void boxBlurPass(QImage& mask, int radius, bool horizontal)
 {
-    const int width = image.width();
-    const int height = image.height();
-    const int lines = horizontal ? height : width;
-    const int length = horizontal ? width : height;
+    const int lines = horizontal ? mask.height() : mask.width();
+    const int length = horizontal ? mask.width() : mask.height();
+    // Along a row pixels are adjacent; down a column they are a line's stride apart.
+    const qsizetype step = horizontal ? 1 : mask.bytesPerLine();
+    const qsizetype lineStep = horizontal ? mask.bytesPerLine() : 1;
     const int window = 2 * radius + 1;
-    std::vector<QRgb> line(static_cast<size_t>(length));
+    std::vector<uchar> line(static_cast<size_t>(length));
+    uchar* bits = mask.bits();
     for (int l = 0; l < lines; ++l) {
+        uchar* first = bits + l * lineStep;
+        for (int i = 0; i < length; ++i)
+            line[static_cast<size_t>(i)] = first[i * step];
+        int sum = 0;
+        for (int i = 0; i <= std::min(radius, length - 1); ++i)
+            sum += line[static_cast<size_t>(i)];
         for (int i = 0; i < length; ++i) {
-            line[static_cast<size_t>(i)] =
-                horizontal ? reinterpret_cast<const QRgb*>(image.constScanLine(l))[i]
-                           : reinterpret_cast<const QRgb*>(image.constScanLine(i))[l];
-        }
-        int sums[4] = {0, 0, 0, 0};
-        auto add = [&](int index, int sign) {
-            if (index < 0 || index >= length)
-                return;
-            const QRgb p = line[static_cast<size_t>(index)];
-            sums[0] += sign * qAlpha(p);
-            sums[1] += sign * qRed(p);
-            sums[2] += sign * qGreen(p);
-            sums[3] += sign * qBlue(p);
-        };
-        for (int i = -radius; i <= radius; ++i)
-            add(i, 1);
-        for (int i = 0; i < length; ++i) {
-            const QRgb out =
-                qRgba(sums[1] / window, sums[2] / window, sums[3] / window, sums[0] / window);
-            if (horizontal)
-                reinterpret_cast<QRgb*>(image.scanLine(l))[i] = out;
-            else
-                reinterpret_cast<QRgb*>(image.scanLine(i))[l] = out;
-            add(i - radius, -1);
-            add(i + radius + 1, 1);
+            first[i * step] = static_cast<uchar>(sum / window);
+            if (i - radius >= 0)
+                sum -= line[static_cast<size_t>(i - radius)];
+            if (i + radius + 1 < length)
+                sum += line[static_cast<size_t>(i + radius + 1)];
         }
     }
 }
@@ -247,21 +236,29 @@ void paintShadow(QPainter& painter, const QPainterPath& shape, const QColor& col
                      qCeil(bounds.height() * dpr) + 2 * margin);
     if (size.width() > 8192 || size.height() > 8192)
         return;
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
+    QImage mask(size, QImage::Format_Alpha8);
+    mask.fill(0);
     {
-        QPainter p(&image);
+        QPainter p(&mask);
         p.setRenderHint(QPainter::Antialiasing);
         p.translate(margin, margin);
         p.scale(dpr, dpr);
         p.translate(-bounds.topLeft());
-        p.fillPath(shape, color);
+        p.fillPath(shape, Qt::black);
     }
     if (boxRadius > 0) {
         for (int pass = 0; pass < 3; ++pass) {
-            boxBlurPass(image, boxRadius, true);
-            boxBlurPass(image, boxRadius, false);
+            boxBlurPass(mask, boxRadius, true);
+            boxBlurPass(mask, boxRadius, false);
         }
+    }
+    // The blurred coverage, painted in the shadow's colour.
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(color);
+    {
+        QPainter p(&image);
+        p.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+        p.drawImage(0, 0, mask);
     }
     image.setDevicePixelRatio(dpr);
     painter.drawImage(bounds.topLeft() + offset - QPointF(margin / dpr, margin / dpr), image);
