@@ -11,19 +11,23 @@
 #include "views/shell/ScreenFactory.h"
 #include "views/shell/Sidebar.h"
 
+#include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QSet>
 #include <QSlider>
 #include <QStandardPaths>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <memory>
@@ -184,6 +188,103 @@ private slots:
             ->click();
         QTRY_COMPARE(m_env->following().subscriptions().size(), 1);
         QTRY_VERIFY(!ScreenFixture::reachable(&view).contains(u"Harbour Sessions"_s));
+    }
+
+    // Tab alone walks every screen: sidebar, then screen, then the mini player made at the first
+    // play; every stop is named, and Space works a button, check box, picker or field there and
+    // is Play / Pause anywhere else, and on a clicked button.
+    void keyboardWalk()
+    {
+        ScreenFactory factory(m_env->services());
+        MainWindow window(m_env->services(), factory);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        AudioPlayerService& player = m_env->player();
+        const HistoryTrack song = track(u"song"_s);
+        ScreenFixture::writeSilentWav(song.filePath, 60);
+        player.play(song);
+        QTRY_VERIFY(player.isPlaying());
+        const auto key = [](Qt::Key k) { QTest::keyClick(static_cast<QWidget*>(nullptr), k); };
+        const auto spacePlays = [&] {
+            const bool was = player.isPlaying();
+            key(Qt::Key_Space);
+            return QTest::qWaitFor([&] { return player.isPlaying() != was; }, 3000);
+        };
+        QWidget* clicked = window.contentView()->sidebar()->row(NavigationItem::batch);
+        QTest::mouseClick(clicked, Qt::LeftButton);
+        QVERIFY(QApplication::focusWidget() != clicked);
+        QVERIFY(spacePlays());
+        for (NavigationItem item : Navigation::allCases()) {
+            window.contentView()->setSelectedTab(item);
+            QTRY_VERIFY(window.contentView()->currentScreen()->isVisible());
+            MiniPlayerView* strip = window.contentView()->miniPlayer();
+            QList<QWidget*> walked;
+            for (QWidget* at = nullptr; walked.size() < 80 && !walked.contains(at);) {
+                if (at)
+                    walked << at;
+                key(Qt::Key_Tab);
+                at = QApplication::focusWidget();
+            }
+            // The same cycle, started at the sidebar (one stop: arrows move along its rows).
+            const QList<QWidget*> order = window.contentView()->tabOrder();
+            std::rotate(walked.begin(), std::find(walked.begin(), walked.end(), order.first()),
+                        walked.end());
+            QCOMPARE(walked, order);
+            QVERIFY(window.contentView()->sidebar()->isAncestorOf(order.first()));
+            QVERIFY(strip->isAncestorOf(order.last()));
+            for (QWidget* control : walked) {
+                QAccessibleInterface* node = QAccessible::queryAccessibleInterface(control);
+                const QString what = node->text(QAccessible::Name);
+                QVERIFY2(!what.isEmpty() && node->state().focusable,
+                         control->metaObject()->className());
+                control->setFocus(Qt::TabFocusReason);
+                auto* button = qobject_cast<QAbstractButton*>(control);
+                auto* combo = qobject_cast<QComboBox*>(control);
+                auto* menuButton = qobject_cast<QToolButton*>(control);
+                const char* text = qobject_cast<QLineEdit*>(control)        ? "text"
+                                   : qobject_cast<QPlainTextEdit*>(control) ? "plainText"
+                                                                            : nullptr;
+                if (text) {
+                    const QString before = control->property(text).toString();
+                    key(Qt::Key_Space);
+                    QVERIFY2(control->property(text).toString() != before, qPrintable(what));
+                    key(Qt::Key_Backspace);
+                } else if (auto* spin = qobject_cast<QAbstractSpinBox*>(control)) {
+                    // A number field: Space is typed into it, the arrows step it.
+                    const QString before = spin->text();
+                    key(Qt::Key_Up);
+                    QVERIFY2(spin->text() != before, qPrintable(what));
+                    key(Qt::Key_Down);
+                } else if (qobject_cast<QCheckBox*>(control)) {
+                    const bool was = button->isChecked();
+                    key(Qt::Key_Space);
+                    QVERIFY2(button->isChecked() != was, qPrintable(what));
+                    key(Qt::Key_Space);
+                } else if (menuButton && menuButton->popupMode() == QToolButton::InstantPopup) {
+                    bool opened = false;
+                    QTimer closer;
+                    connect(&closer, &QTimer::timeout, [&opened] {
+                        if (QWidget* menu = QApplication::activePopupWidget())
+                            opened = menu->close();
+                    });
+                    closer.start(5);
+                    key(Qt::Key_Space);
+                    QTRY_VERIFY2(opened, qPrintable(what));
+                } else if (button) {
+                    // Down on the key, clicked only on its release: leaving lets it go.
+                    QTest::keyPress(static_cast<QWidget*>(nullptr), Qt::Key_Space);
+                    QVERIFY2(button->isDown(), qPrintable(what));
+                    control->clearFocus();
+                } else if (combo) {
+                    key(Qt::Key_Space);
+                    QTRY_VERIFY2(combo->view()->isVisible(), qPrintable(what));
+                    key(Qt::Key_Escape);
+                    QTRY_VERIFY(!combo->view()->isVisible());
+                } else {
+                    QVERIFY2(spacePlays(), qPrintable(what));
+                }
+            }
+        }
     }
 
     // The seek slider steps 5 s per arrow and 30 s per page, and is read out as a time.

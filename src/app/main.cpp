@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AppServices.h"
 #include "ColorSchemeWatcher.h"
-#include "StartupStyle.h"
+#include "views/components/AppStyle.h"
 #include "models/Links.h"
 #include "platform/Mpris.h"
 #include "platform/SingleInstance.h"
@@ -17,7 +17,6 @@
 
 #include <QApplication>
 #include <QIcon>
-#include <QStyleFactory>
 #include <QTimer>
 #include <QWindow>
 
@@ -76,8 +75,7 @@ int main(int argc, char** argv)
 
     // One look on every desktop, coloured by our own light and dark palettes.
     const Theme::Scheme scheme = ColorSchemeWatcher::initialScheme();
-    if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion")))
-        QApplication::setStyle(new StartupStyle(fusion));
+    QApplication::setStyle(new AppStyle);
     ColorSchemeWatcher::apply(scheme);
     ColorSchemeWatcher colorScheme;
 

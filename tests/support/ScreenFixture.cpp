@@ -2,9 +2,11 @@
 #include "ScreenFixture.h"
 
 #include "TestSupport.h"
+#include "views/components/AppStyle.h"
 
 #include <QAbstractButton>
 #include <QAccessibleActionInterface>
+#include <QApplication>
 #include <QDataStream>
 #include <QDir>
 #include <QFile>
@@ -37,6 +39,9 @@ Environment::Environment(Tools tools, bool systemTools, const QString& folder)
 {
     // Nothing a test runs may reach the user's own folders.
     QStandardPaths::setTestModeEnabled(true);
+    // The screens behave as in the program, keyboard focus rules included.
+    if (!qobject_cast<AppStyle*>(QApplication::style()))
+        QApplication::setStyle(new AppStyle);
     if (folder.isEmpty()) {
         m_dir = std::make_unique<QTemporaryDir>();
         m_folder = m_dir->path();

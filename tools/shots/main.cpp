@@ -18,6 +18,7 @@
 #include "views/batch/BatchItemDelegate.h"
 #include "views/batch/BatchQueueModel.h"
 #include "views/batch/BatchView.h"
+#include "views/components/AppStyle.h"
 #include "views/components/GradientButton.h"
 #include "views/components/Theme.h"
 #include "views/converter/ConverterView.h"
@@ -39,7 +40,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStandardPaths>
-#include <QStyleFactory>
 #include <QTextStream>
 #include <QToolTip>
 
@@ -613,8 +613,7 @@ int main(int argc, char** argv)
     QDir().mkpath(args.at(1));
     Translations::install();
     QStandardPaths::setTestModeEnabled(true);
-    if (QStyle* fusion = QStyleFactory::create(u"Fusion"_s))
-        QApplication::setStyle(fusion);
+    QApplication::setStyle(new AppStyle);
     QApplication::setPalette(Theme::palette(dark ? Theme::Scheme::dark : Theme::Scheme::light));
 
     Shooter shoot(args.at(1), scheme);

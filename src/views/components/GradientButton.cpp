@@ -33,7 +33,7 @@ GradientButton::GradientButton(const QString& title, const QString& iconName,
     , m_gradient(gradient)
 {
     setText(title);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setAttribute(Qt::WA_Hover, false);

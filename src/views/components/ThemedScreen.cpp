@@ -27,6 +27,8 @@ QWidget* ThemedScreen::beginContent()
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // Not a tab stop of its own: Tab brings each control inside into view.
+    scroll->setFocusPolicy(Qt::NoFocus);
     // The screen's own background shows through the scroll area.
     scroll->setAutoFillBackground(false);
     scroll->viewport()->setAutoFillBackground(false);

@@ -12,6 +12,7 @@
 
 #include <QDir>
 #include <QLabel>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <cmath>
@@ -117,6 +118,41 @@ void ContentView::showScreen()
     if (auto* converter = qobject_cast<ConverterView*>(m_screen))
         connect(converter, &ConverterView::navigationRequested, this, &ContentView::setSelectedTab);
     m_detail->insertWidget(0, m_screen, 1);
+}
+
+QList<QWidget*> ContentView::tabOrder() const
+{
+    // Each part in the order its controls are laid out. Qt's own focus chain follows
+    // construction, puts the strip (built at the first play) before every screen built after
+    // it, and in Qt 6.4 loses widgets reparented into the window, such as the sidebar's rows.
+    QList<QWidget*> order;
+    for (QWidget* part :
+         {static_cast<QWidget*>(m_sidebar), m_screen.data(), static_cast<QWidget*>(m_miniPlayer)}) {
+        if (!part)
+            continue;
+        for (QWidget* w : part->findChildren<QWidget*>()) {
+            if ((w->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && !w->focusProxy() &&
+                w->isEnabled() && w->isVisibleTo(window()))
+                order << w;
+        }
+    }
+    return order;
+}
+
+bool ContentView::focusNextPrevChild(bool next)
+{
+    const QList<QWidget*> order = tabOrder();
+    const qsizetype at = order.indexOf(focusWidget());
+    if (at < 0)
+        return QWidget::focusNextPrevChild(next);
+    QWidget* target = order.at((at + (next ? 1 : order.size() - 1)) % order.size());
+    target->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    // A control further down a scrolled screen comes into view.
+    for (QWidget* p = target->parentWidget(); p && p != this; p = p->parentWidget()) {
+        if (auto* area = qobject_cast<QScrollArea*>(p))
+            area->ensureWidgetVisible(target);
+    }
+    return true;
 }
 
 void ContentView::ensureMiniPlayer()

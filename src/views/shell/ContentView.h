@@ -31,6 +31,11 @@ public:
     MiniPlayerView* miniPlayer() const { return m_miniPlayer; }
 
     QSize sizeHint() const override { return {880, 660}; }
+    // The controls Tab visits, in order: the sidebar's, the screen's, the mini player's.
+    QList<QWidget*> tabOrder() const;
+
+protected:
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void showScreen();

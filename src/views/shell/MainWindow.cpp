@@ -17,10 +17,12 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -175,22 +177,32 @@ void MainWindow::quitWithoutAsking()
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     auto* widget = qobject_cast<QWidget*>(watched);
-    if (!widget || widget->window() != this ||
-        (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress))
+    if (!widget || widget->window() != this)
+        return QMainWindow::eventFilter(watched, event);
+    if (event->type() == QEvent::FocusIn) {
+        // Remembers whether the focused control was reached from the keyboard; focus coming
+        // back with the window or from a closed pop-up keeps what it was.
+        const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+            reason == Qt::ShortcutFocusReason)
+            m_keyboardFocus = widget;
+        else if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+            m_keyboardFocus = nullptr;
+        return QMainWindow::eventFilter(watched, event);
+    }
+    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
         return QMainWindow::eventFilter(watched, event);
     auto* key = static_cast<QKeyEvent*>(event);
     const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
 
-    // Space is "Play / Pause" wherever it is not the focused control's own key: text fields
-    // claim a typed space themselves, and a check box keeps it here. Open pop-up lists and
-    // dialogs are windows of their own, out of the shortcut's reach. Buttons, rows, lists and
-    // sliders give it up, since a click focuses them and Space would press them again.
+    // Space is "Play / Pause" unless the focused control works it: a text field claims a typed
+    // space itself, and a button, check box or picker reached from the keyboard takes it here.
     if (event->type() == QEvent::ShortcutOverride && key->key() == Qt::Key_Space &&
-        modifiers == Qt::NoModifier && qobject_cast<QCheckBox*>(widget)) {
+        modifiers == Qt::NoModifier && widget == m_keyboardFocus && takesSpace(widget)) {
         event->accept();
         return true;
     }
-    // Keyboard users press a focused button or row with Enter or Return instead.
+    // Keyboard users press a focused button or row with Enter or Return as well.
     if (event->type() == QEvent::KeyPress && modifiers == Qt::NoModifier &&
         (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter)) {
         auto* button = qobject_cast<QAbstractButton*>(widget);
@@ -200,6 +212,14 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
         }
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+bool MainWindow::takesSpace(const QWidget* widget)
+{
+    if (qobject_cast<const QAbstractButton*>(widget))
+        return true;
+    const auto* combo = qobject_cast<const QComboBox*>(widget);
+    return combo && !combo->isEditable();
 }
 
 void MainWindow::openLinks(const QStringList& links)

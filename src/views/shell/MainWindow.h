@@ -4,6 +4,7 @@
 #include "services/Services.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 class BatchRunner;
 class ContentView;
@@ -43,6 +44,8 @@ protected:
 private:
     // A word to the desktop when work ends while the window is elsewhere.
     void notifyIfAway(const QString& summary, const QString& body, const QString& file = {});
+    // Controls Space works when focused from the keyboard: buttons, check boxes, pickers.
+    static bool takesSpace(const QWidget* widget);
 
     DownloadEngine& m_engine;
     BatchRunner& m_batch;
@@ -53,4 +56,6 @@ private:
     ContentView* m_content;
     QAction* m_playPause;
     QAction* m_stop;
+    // The focused control, when the keyboard put focus there.
+    QPointer<QWidget> m_keyboardFocus;
 };

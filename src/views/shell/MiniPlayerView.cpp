@@ -31,7 +31,6 @@ QToolButton* plainButton(const QString& accessibleName, QWidget* parent)
 {
     auto* button = new QToolButton(parent);
     button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::StrongFocus);
     button->setCursor(Qt::PointingHandCursor);
     button->setAccessibleName(accessibleName);
     return button;

@@ -83,7 +83,7 @@ SidebarRow::SidebarRow(NavigationItem item, QWidget* parent)
 {
     setText(Navigation::title(item));
     setCheckable(true);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "StartupStyle.h"
+#include "views/components/AppStyle.h"
 
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPixmap>
 #include <QPointer>
+#include <QStyleFactory>
 #include <QWidget>
 #include <memory>
 
@@ -73,12 +77,24 @@ private:
 
 } // namespace
 
-StartupStyle::StartupStyle(QStyle* base)
-    : QProxyStyle(base)
+AppStyle::AppStyle(QStyle* base)
+    : QProxyStyle(base ? base : QStyleFactory::create(QStringLiteral("Fusion")))
 {}
 
-QIcon StartupStyle::standardIcon(StandardPixmap standardIcon, const QStyleOption* option,
-                                 const QWidget* widget) const
+void AppStyle::polish(QWidget* widget)
+{
+    QProxyStyle::polish(widget);
+    // Text fields, editable pickers, sliders and pop-up lists keep their own rules.
+    auto* combo = qobject_cast<QComboBox*>(widget);
+    const bool keyboardOnly =
+        qobject_cast<QAbstractButton*>(widget) || (combo && !combo->isEditable()) ||
+        (qobject_cast<QAbstractItemView*>(widget) && widget->window()->windowType() != Qt::Popup);
+    if (keyboardOnly && (widget->focusPolicy() & Qt::ClickFocus))
+        widget->setFocusPolicy(Qt::TabFocus);
+}
+
+QIcon AppStyle::standardIcon(StandardPixmap standardIcon, const QStyleOption* option,
+                             const QWidget* widget) const
 {
     const bool extensionArrow = standardIcon == SP_ToolBarHorizontalExtensionButton ||
                                 standardIcon == SP_ToolBarVerticalExtensionButton;
