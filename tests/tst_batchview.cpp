@@ -186,6 +186,17 @@ private slots:
         runner().setMetadata(runner().queue().first().id, video);
         QCOMPARE(first.data(BatchQueueModel::DetailRole).toString(), u"Channel \u2022 3:05"_s);
         QVERIFY(list->viewport()->grab(list->visualRect(first)).toImage() != bare);
+        // The row the keyboard is on is marked while the list has focus.
+        const QModelIndex second = list->model()->index(1, 0);
+        const auto look = [&](const QModelIndex& row) {
+            return list->viewport()->grab(list->visualRect(row)).toImage();
+        };
+        const QImage before[] = {look(first), look(second)};
+        QVERIFY(QTest::qWaitForWindowActive(m_view.get()));
+        list->setCurrentIndex(second);
+        list->setFocus(Qt::TabFocusReason);
+        QVERIFY(look(second) != before[1]);
+        QCOMPARE(look(first), before[0]);
         QTest::mouseClick(button(u"Clear Queue"_s), Qt::LeftButton);
         QCOMPARE(m_view->state(), BatchView::State::composing);
     }

@@ -93,6 +93,9 @@ void BatchItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
     painter->fillPath(card, (option.state & QStyle::State_MouseOver)
                                 ? withOpacity(palette.color(QPalette::Text), 0.05)
                                 : palette.color(QPalette::Base));
+    // The row the arrow keys are on, while the list has keyboard focus.
+    if (option.state & QStyle::State_HasFocus)
+        paintFocusRing(*painter, option.rect.adjusted(kInset, 1, -kInset, -1), 8, palette);
 
     painter->setFont(Theme::font(11, QFont::Bold, Face::monospaced));
     painter->setPen(dim);

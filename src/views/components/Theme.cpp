@@ -194,6 +194,17 @@ QFont font(qreal pixelSize, QFont::Weight weight, Face face)
     return f;
 }
 
+void paintFocusRing(QPainter& painter, const QRectF& rect, qreal radius, const QPalette& palette,
+                    const QColor& color)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(withOpacity(color.isValid() ? color : accent(palette), 0.85), 2));
+    painter.drawPath(continuousRoundedRect(rect.adjusted(1, 1, -1, -1), radius));
+    painter.restore();
+}
+
 QPainterPath continuousRoundedRect(const QRectF& rect, qreal radius)
 {
     QPainterPath path;

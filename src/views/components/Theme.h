@@ -62,6 +62,10 @@ QFont font(qreal pixelSize, QFont::Weight weight = QFont::Normal, Face face = Fa
 // A rounded rectangle whose corners blend smoothly into the sides (a squircle-like curve)
 // rather than joining as circular arcs.
 QPainterPath continuousRoundedRect(const QRectF& rect, qreal radius);
+// The outline round a painted control or row that has keyboard focus: the accent colour, or
+// color over an accent-filled one.
+void paintFocusRing(QPainter& painter, const QRectF& rect, qreal radius, const QPalette& palette,
+                    const QColor& color = {});
 
 // Paints a soft shadow of a shape: the shape filled with colour, blurred by blurRadius and
 // moved by offset. The shadow may extend up to blurRadius outside the moved shape.

@@ -125,6 +125,8 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     QPainterPath cardPath;
     cardPath.addRoundedRect(card, 8, 8);
     painter->fillPath(cardPath, background);
+    if (option.state & QStyle::State_HasFocus)
+        paintFocusRing(*painter, card, 8, palette);
 
     // 1. Artwork with the play button over it.
     const int edge = int(kArtwork * painter->device()->devicePixelRatioF());

@@ -116,11 +116,10 @@ void SidebarRow::paintEvent(QPaintEvent*)
 
     if (selected) {
         painter.fillPath(Theme::continuousRoundedRect(area, kSelectionRadius), Theme::accent(pal));
-    } else if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
-        painter.setPen(QPen(Theme::withOpacity(Theme::accent(pal), 0.7), 1.5));
-        painter.drawPath(
-            Theme::continuousRoundedRect(area.adjusted(1, 1, -1, -1), kSelectionRadius));
     }
+    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange))
+        Theme::paintFocusRing(painter, area.adjusted(1, 1, -1, -1), kSelectionRadius, pal,
+                              selected ? QColor(Qt::white) : QColor());
 
     const qreal left = kRowInsetX + 4;
     const QRectF iconRect(left, (height() - kIconSize) / 2.0, kIconFrame, kIconSize);
