@@ -23,6 +23,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QSet>
 #include <QSlider>
 #include <QStandardPaths>
@@ -200,7 +201,7 @@ private slots:
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         AudioPlayerService& player = m_env->player();
-        const HistoryTrack song = track(u"song"_s);
+        const HistoryTrack song = track(u"Harbour Song"_s);
         ScreenFixture::writeSilentWav(song.filePath, 60);
         player.play(song);
         QTRY_VERIFY(player.isPlaying());
@@ -217,6 +218,10 @@ private slots:
         for (NavigationItem item : Navigation::allCases()) {
             window.contentView()->setSelectedTab(item);
             QTRY_VERIFY(window.contentView()->currentScreen()->isVisible());
+            // Symbols are pictures: no icon-font ligature ("search") is read out.
+            const QStringList glyphs = ScreenFixture::reachable(&window).keys().filter(
+                QRegularExpression(u"^(?!ffmpeg$)[a-z]+(_[a-z]+)*$"_s));
+            QVERIFY2(glyphs.isEmpty(), qPrintable(glyphs.join(u", ")));
             MiniPlayerView* strip = window.contentView()->miniPlayer();
             QList<QWidget*> walked;
             for (QWidget* at = nullptr; walked.size() < 80 && !walked.contains(at);) {
