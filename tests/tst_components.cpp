@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/components/GradientButton.h"
+#include "views/components/LineBreaker.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
 
@@ -7,9 +8,13 @@
 #include <QAccessibleActionInterface>
 #include <QApplication>
 #include <QFontMetricsF>
+#include <QHBoxLayout>
 #include <QImage>
+#include <QLabel>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QVBoxLayout>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -86,6 +91,33 @@ private slots:
                 }
             }
         }
+    }
+
+    // A line too narrow for its text and its buttons puts the buttons under it, at their full
+    // width, and takes them back when it widens; a longer title is measured again.
+    void buttonsWrapBelowLongTexts()
+    {
+        QWidget owner;
+        auto* lines = new QVBoxLayout(&owner);
+        auto* line = new QHBoxLayout;
+        lines->addLayout(line);
+        auto* text = new QLabel(u"Fehlgeschlagene Titel dieses Stapels"_s);
+        line->addWidget(text);
+        auto* group = new QWidget;
+        QPushButton* button = new QPushButton(u"Wiederholen"_s, group);
+        Theme::row(group, 8)->addWidget(button);
+        new LineBreaker(&owner, line, lines, group);
+        const int both = text->sizeHint().width() + button->sizeHint().width() + 60;
+        owner.setFixedWidth(both);
+        owner.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&owner));
+        const auto onItsLine = [&] { return group->geometry().top() == text->geometry().top(); };
+        QTRY_VERIFY(onItsLine());
+        button->setText(u"Fehlgeschlagene wiederholen"_s);
+        QTRY_VERIFY(!onItsLine());
+        QCOMPARE(button->width(), button->sizeHint().width());
+        owner.setFixedWidth(both + 200);
+        QTRY_VERIFY(onItsLine());
     }
 };
 

@@ -152,6 +152,12 @@ void addSamples(Environment& env)
     }
 }
 
+// The start of the batch's "Rip All" button in the language the shots are taken in.
+QString ripAll()
+{
+    return BatchView::tr("Rip All (%n Tracks)", nullptr, 0).section(u'(', 0, 0).trimmed();
+}
+
 // Shows a window at the size the shots are taken at.
 // Scrolls the settings screen to its tools card.
 void showToolsCard(ContentView& content)
@@ -246,6 +252,14 @@ void shootWindow(Shooter& shoot)
     env.updater().setChannel(ToolUpdater::Channel::nightly);
     shoot(window, u"settings-channel-switch"_s);
     env.updater().setChannel(ToolUpdater::Channel::stable);
+    // A replaced copy kept: the yt-dlp row carries its note and two buttons.
+    const QString kept = env.dependencies().installFolder() + u"/yt-dlp.previous"_s;
+    QDir().mkpath(env.dependencies().installFolder());
+    TestSupport::writeScript(kept, "echo 2025.01.01\n");
+    env.checkTools();
+    shoot(window, u"settings-previous-kept"_s);
+    QFile::remove(kept);
+    env.checkTools();
     // A proxy yt-dlp cannot use, refused with its line, scrolled into view.
     QLineEdit* proxy = nullptr;
     for (QLineEdit* field : content->currentScreen()->findChildren<QLineEdit*>())
@@ -343,7 +357,7 @@ void shootLibraryAndBatch(Shooter& shoot)
     library->setSelectedFilter(u"FLAC"_s);
     library->setSearchText(u"zzz"_s);
     shoot(window, u"library-no-match"_s);
-    findNamed<QAbstractButton>(library, u"Reset Filters"_s)->click();
+    findNamed<QAbstractButton>(library, HistoryView::tr("Reset Filters"))->click();
     library->requestRemoval(env.history().tracks().at(2));
     shoot(window, u"library-confirm-delete"_s);
     openQuestion(library)->reject();
@@ -351,14 +365,21 @@ void shootLibraryAndBatch(Shooter& shoot)
     shoot(window, u"library-confirm-clear-all"_s);
     openQuestion(library)->reject();
     env.player().stop();
+    // A details refresh held on its first track: the top bar carries its progress and Cancel.
+    TestSupport::writeScript(env.path() + u"/tools/yt-dlp"_s, "sleep 30\n");
+    for (const HistoryTrack& track : env.history().tracks())
+        env.services().details.refresh(track);
+    shoot(window, u"library-refreshing"_s);
+    env.services().details.cancel();
+    TestSupport::writeScript(env.path() + u"/tools/yt-dlp"_s, kYtDlp);
 
     content->setSelectedTab(NavigationItem::batch);
     auto* batch = qobject_cast<BatchView*>(content->currentScreen());
-    findNamed<QPlainTextEdit>(batch, u"YouTube links, one per line"_s)
+    findNamed<QPlainTextEdit>(batch, BatchView::tr("YouTube links, one per line"))
         ->setPlainText(
             u"https://www.youtube.com/watch?v=first\nhttps://youtu.be/slow-second\nnot a link\n"_s);
     shoot(window, u"batch-composing"_s);
-    findNamed<QAbstractButton>(batch, u"Add to Queue"_s)->click();
+    findNamed<QAbstractButton>(batch, BatchView::tr("Add to Queue"))->click();
     env.batch().addUrlsToQueue(u"https://youtu.be/third\nhttps://youtu.be/fourth"_s);
     VideoMetadata known;
     known.title = u"Morning Walk (Live Session)"_s;
@@ -366,13 +387,13 @@ void shootLibraryAndBatch(Shooter& shoot)
     known.duration = u"4:12"_s;
     env.batch().setMetadata(env.batch().queue().at(2).id, known);
     shoot(window, u"batch-queued"_s);
-    findButtonStarting(batch, u"Rip All"_s)->click();
+    findButtonStarting(batch, ripAll())->click();
     QElapsedTimer waited;
     waited.start();
     while (env.batch().queue().at(1).status.progress() < 0.4 && waited.elapsed() < 10000)
         settle(50);
     shoot(window, u"batch-processing"_s);
-    findNamed<QAbstractButton>(batch, u"Stop Batch"_s)->click();
+    findNamed<QAbstractButton>(batch, BatchView::tr("Stop Batch"))->click();
     settle(300);
 
     content->setSelectedTab(NavigationItem::convert);
@@ -381,12 +402,12 @@ void shootLibraryAndBatch(Shooter& shoot)
     env.batch().clearQueue();
     env.batch().addUrlsToQueue(
         u"https://youtu.be/one\nhttps://youtu.be/missing-two\nhttps://youtu.be/three"_s);
-    findButtonStarting(batch, u"Rip All"_s)->click();
+    findButtonStarting(batch, ripAll())->click();
     waited.restart();
     while (env.batch().isProcessing() && waited.elapsed() < 20000)
         settle(50);
     // Point at the failed row's indicator so its tooltip shows.
-    QListView* list = findNamed<QListView>(batch, u"Queue"_s);
+    QListView* list = findNamed<QListView>(batch, BatchView::tr("Queue"));
     const QRect row = list->visualRect(list->model()->index(1, 0));
     const QRect status = BatchItemDelegate::geometry(row, false).status;
     QToolTip::showText(list->viewport()->mapToGlobal(QPoint(status.right() - 8, row.center().y())),
@@ -421,7 +442,7 @@ void shootLibraryAndBatch(Shooter& shoot)
     env.batch().clearQueue();
     env.batch().addUrlsToQueue(u"https://youtu.be/limited-one\nhttps://youtu.be/two"_s);
     env.engine().setSimultaneousRips(1);
-    findButtonStarting(batch, u"Rip All"_s)->click();
+    findButtonStarting(batch, ripAll())->click();
     waited.restart();
     while (!env.batch().isPaused() && waited.elapsed() < 5000)
         settle(50);
@@ -449,12 +470,12 @@ void shootLibraryAndBatch(Shooter& shoot)
         settle(50);
     settle();
     shoot(window, u"batch-playlist-expanded"_s);
-    findButtonStarting(batch, u"Rip All"_s)->click();
+    findButtonStarting(batch, ripAll())->click();
     waited.restart();
     while (env.batch().queue().at(1).status.progress() < 0.4 && waited.elapsed() < 10000)
         settle(50);
     shoot(window, u"batch-playlist-parallel"_s);
-    findNamed<QAbstractButton>(batch, u"Stop Batch"_s)->click();
+    findNamed<QAbstractButton>(batch, BatchView::tr("Stop Batch"))->click();
     settle(300);
     env.batch().clearQueue();
     env.batch().addUrlsToQueue(u"https://www.youtube.com/playlist?list=PLprivate"_s);
@@ -528,13 +549,16 @@ void shootRealRip(Shooter& shoot)
     };
 
     TestEngine& engine = env.engine();
+    // A video opened from a playlist: the finished card offers the whole playlist.
+    const QString inPlaylist = server.pageUrl().toString() + u"?list=PLshots"_s;
     findNamed<QLineEdit>(&window,
                          QCoreApplication::translate("ConverterView", "YouTube Video Link"))
-        ->setText(server.pageUrl().toString());
-    engine.startExtraction(server.pageUrl().toString());
+        ->setText(inPlaylist);
+    engine.startExtraction(inPlaylist);
     if (waitFor([&] { return engine.currentMetadata() && engine.currentStatus().isBusy(); }, 30000))
         shoot(window, u"rip-converter-titled"_s);
     waitFor([&] { return !engine.currentStatus().isBusy(); }, 60000);
+    shoot(window, u"rip-converter-done-from-playlist"_s);
     content->setSelectedTab(NavigationItem::history);
     settle(1500);
     shoot(window, u"rip-library-artwork"_s);
@@ -554,7 +578,7 @@ void shootRealRip(Shooter& shoot)
     QUrl third = server.titledPageUrl(u"Über den Wolken"_s);
     third.setQuery(third.query() + u"&via=youtu.be"_s);
     env.batch().addUrlsToQueue(second.toString() + u'\n' + third.toString());
-    findButtonStarting(batch, u"Rip All"_s)->click();
+    findButtonStarting(batch, ripAll())->click();
     if (waitFor([&] { return env.batch().queue().at(0).metadata.has_value(); }, 30000))
         shoot(window, u"rip-batch-running"_s);
     waitFor([&] { return !env.batch().isProcessing(); }, 120000);
@@ -564,7 +588,7 @@ void shootRealRip(Shooter& shoot)
     QUrl two = server.twoVideosUrl();
     two.setQuery(u"via=youtu.be"_s);
     env.batch().addUrlsToQueue(two.toString());
-    findButtonStarting(batch, u"Rip All"_s)->click();
+    findButtonStarting(batch, ripAll())->click();
     waitFor([&] { return env.batch().isProcessing(); }, 5000);
     waitFor([&] { return !env.batch().isProcessing(); }, 180000);
     shoot(window, u"rip-batch-two-files"_s);

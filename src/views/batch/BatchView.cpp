@@ -8,6 +8,7 @@
 #include "views/batch/BatchQueueModel.h"
 #include "views/components/AccessibleListView.h"
 #include "views/components/ActivitySpinner.h"
+#include "views/components/LineBreaker.h"
 #include "views/components/RoundedPanel.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
@@ -314,12 +315,17 @@ QWidget* BatchView::buildEditor()
 QWidget* BatchView::buildFooter()
 {
     m_footer = new QWidget;
-    auto* row = new QHBoxLayout(m_footer);
-    row->setContentsMargins(20, 0, 20, 16);
-    row->setSpacing(16);
+    auto* column = new QVBoxLayout(m_footer);
+    column->setContentsMargins(20, 0, 20, 16);
+    column->setSpacing(8);
+    auto* line = new QHBoxLayout;
+    line->setSpacing(16);
+    column->addLayout(line);
     m_count = textLabel(QString(), 12, QFont::Normal, true);
-    row->addWidget(m_count);
-    row->addStretch(1);
+    line->addWidget(m_count);
+    line->addStretch(1);
+    auto* buttons = new QWidget(m_footer);
+    QHBoxLayout* row = Theme::row(buttons, 16);
     m_retryFailed = button(tr("Retry Failed"));
     connect(m_retryFailed, &QPushButton::clicked, m_runner, &BatchRunner::retryFailed);
     row->addWidget(m_retryFailed);
@@ -334,6 +340,7 @@ QWidget* BatchView::buildFooter()
         prominentButton(QString(), QStringLiteral("arrow.down.circle.fill"), orange(palette()));
     connect(m_ripAll, &QPushButton::clicked, m_runner, &BatchRunner::startBatchProcessing);
     row->addWidget(m_ripAll);
+    new LineBreaker(m_footer, line, column, buttons);
     return m_footer;
 }
 

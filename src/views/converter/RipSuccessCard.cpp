@@ -10,6 +10,7 @@
 #include "services/HistoryStore.h"
 #include "views/components/DesktopTexts.h"
 #include "views/components/ElidedLabel.h"
+#include "views/components/LineBreaker.h"
 #include "views/components/Symbols.h"
 #include "views/components/Theme.h"
 
@@ -30,7 +31,10 @@ RipSuccessCard::RipSuccessCard(DownloadEngine& engine, HistoryStore& history,
     , m_player(player)
 {
     QWidget* success = content();
-    QHBoxLayout* layout = row(success, 12);
+    QVBoxLayout* lines = column(success, 8);
+    QHBoxLayout* layout = new QHBoxLayout;
+    layout->setSpacing(12);
+    lines->addLayout(layout);
     layout->addWidget(symbol(QStringLiteral("checkmark.circle.fill"), green(palette()), 24));
     auto* texts = new QWidget(success);
     QVBoxLayout* textColumn = column(texts, 1);
@@ -41,6 +45,10 @@ RipSuccessCard::RipSuccessCard(DownloadEngine& engine, HistoryStore& history,
     setTextColor(m_fileNameLabel, secondaryText(palette()));
     textColumn->addWidget(m_fileNameLabel);
     layout->addWidget(texts, 1);
+    auto* actions = new QWidget(success);
+    new LineBreaker(success, layout, lines, actions);
+    layout = row(actions, 12);
+    success = actions;
 
     m_playButton = new QPushButton(tr("Play"), success);
     m_playButton->setFont(Theme::font(11, QFont::DemiBold));

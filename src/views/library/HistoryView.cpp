@@ -159,9 +159,12 @@ QString HistoryView::filterLabel(const QString& selectedFilter)
 QWidget* HistoryView::buildTopBar()
 {
     auto* bar = new RoundedPanel(QPalette::Window, 0.85);
-    auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(16, 10, 16, 10);
+    auto* lines = new QVBoxLayout(bar);
+    lines->setContentsMargins(16, 10, 16, 10);
+    lines->setSpacing(6);
+    auto* row = new QHBoxLayout;
     row->setSpacing(12);
+    lines->addLayout(row);
 
     auto* searchBox = new RoundedPanel(QPalette::Base, 0.7, 6);
     searchBox->setMinimumWidth(160);
@@ -222,16 +225,21 @@ QWidget* HistoryView::buildTopBar()
     m_formatButton->setMenu(menu);
     row->addWidget(m_formatButton);
 
-    // A refresh of the records' details, while it runs: how far, and a way to stop it.
+    // A refresh of the records' details, while it runs, on a line of its own under the search
+    // (beside it the count is cut in longer languages): how far, and a way to stop it.
+    m_refreshLine = new QWidget;
+    QHBoxLayout* refreshRow = Theme::row(m_refreshLine, 12);
     m_refreshLabel = new QLabel;
     m_refreshLabel->setFont(Theme::font(11));
     setTextColor(m_refreshLabel, secondaryText(palette()));
-    row->addWidget(m_refreshLabel);
+    refreshRow->addWidget(m_refreshLabel);
     m_cancelRefresh = new QPushButton(tr("Cancel"));
     m_cancelRefresh->setFont(Theme::font(11));
     m_cancelRefresh->setAccessibleName(tr("Cancel refreshing details"));
     connect(m_cancelRefresh, &QPushButton::clicked, this, [this] { m_details.cancel(); });
-    row->addWidget(m_cancelRefresh);
+    refreshRow->addWidget(m_cancelRefresh);
+    refreshRow->addStretch(1);
+    lines->addWidget(m_refreshLine);
 
     m_moreButton = new QToolButton;
     m_moreButton->setPopupMode(QToolButton::InstantPopup);
@@ -313,8 +321,7 @@ HistoryView::Content HistoryView::content() const
 void HistoryView::updateRefresh()
 {
     const bool refreshing = m_details.isRefreshing();
-    m_refreshLabel->setVisible(refreshing);
-    m_cancelRefresh->setVisible(refreshing);
+    m_refreshLine->setVisible(refreshing);
     m_refreshLabel->setText(m_details.progressText());
 }
 

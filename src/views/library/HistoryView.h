@@ -84,6 +84,7 @@ private:
     QToolButton* m_formatButton = nullptr;
     QPushButton* m_clearAll = nullptr;
     QToolButton* m_moreButton = nullptr;
+    QWidget* m_refreshLine = nullptr;
     QLabel* m_refreshLabel = nullptr;
     QPushButton* m_cancelRefresh = nullptr;
     QPushButton* m_resetFilters = nullptr;

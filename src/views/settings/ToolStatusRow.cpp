@@ -2,6 +2,7 @@
 #include "views/settings/ToolStatusRow.h"
 
 #include "views/components/ElidedLabel.h"
+#include "views/components/LineBreaker.h"
 #include "views/components/RoundedPanel.h"
 #include "views/components/Theme.h"
 
@@ -20,9 +21,12 @@ ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
     auto* panel = new RoundedPanel(QPalette::Base, 0.6, 6, this);
     outer->addWidget(panel);
 
-    auto* layout = m_layout = new QHBoxLayout(panel);
-    layout->setContentsMargins(8, 8, 8, 8);
+    auto* lines = new QVBoxLayout(panel);
+    lines->setContentsMargins(8, 8, 8, 8);
+    lines->setSpacing(6);
+    auto* layout = new QHBoxLayout;
     layout->setSpacing(12);
+    lines->addLayout(layout);
     m_seal = new QLabel(panel);
     layout->addWidget(m_seal);
 
@@ -51,6 +55,9 @@ ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
     m_source->hide();
     column->addWidget(m_source);
     layout->addWidget(texts, 1);
+    auto* buttons = new QWidget(panel);
+    m_buttons = Theme::row(buttons, 8);
+    new LineBreaker(panel, layout, lines, buttons);
     setTool(std::nullopt, std::nullopt);
 }
 
@@ -104,7 +111,7 @@ void ToolStatusRow::setNote(const QString& note)
 
 void ToolStatusRow::addButton(QWidget* button)
 {
-    m_layout->addWidget(button);
+    m_buttons->addWidget(button);
 }
 
 QString ToolStatusRow::badgeText() const

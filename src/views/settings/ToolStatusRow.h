@@ -37,7 +37,8 @@ private:
     QLabel* m_seal;
     QLabel* m_badge;
     QLabel* m_note;
-    QHBoxLayout* m_layout;
+    // The row's buttons: beside its texts, or under them when both do not fit.
+    QHBoxLayout* m_buttons;
     QString m_description;
     ElidedLabel* m_path;
     QLabel* m_source;

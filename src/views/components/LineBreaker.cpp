@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/components/LineBreaker.h"
+
+#include <QBoxLayout>
+#include <QEvent>
+#include <QWidget>
+
+LineBreaker::LineBreaker(QWidget* owner, QBoxLayout* line, QBoxLayout* lines, QWidget* group)
+    : QObject(owner)
+    , m_owner(owner)
+    , m_line(line)
+    , m_lines(lines)
+    , m_group(group)
+{
+    m_line->addWidget(m_group);
+    owner->installEventFilter(this);
+    group->installEventFilter(this);
+}
+
+bool LineBreaker::broken() const
+{
+    return m_line->indexOf(m_group) < 0;
+}
+
+void LineBreaker::update()
+{
+    if (!m_owner)
+        return;
+    // The texts at their full width, then the group at its natural one.
+    int texts = m_line->minimumSize().width();
+    if (!broken())
+        texts -= m_group->minimumSizeHint().width() + m_line->spacing();
+    const int needed = texts + m_line->spacing() + m_group->sizeHint().width();
+    const QMargins margins = m_lines->contentsMargins();
+    const bool fits = needed <= m_owner->width() - margins.left() - margins.right();
+    if (fits != broken())
+        return;
+    if (fits) {
+        m_lines->removeWidget(m_group);
+        m_line->addWidget(m_group);
+    } else {
+        m_line->removeWidget(m_group);
+        m_lines->insertWidget(m_lines->indexOf(m_line) + 1, m_group, 0, Qt::AlignRight);
+    }
+}
+
+bool LineBreaker::eventFilter(QObject* watched, QEvent* event)
+{
+    // A resize, or a text or control shown, hidden or retitled on the line: measured once the
+    // layouts have taken the change in.
+    if ((event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest) && !m_pending) {
+        m_pending = true;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                m_pending = false;
+                update();
+            },
+            Qt::QueuedConnection);
+    }
+    return QObject::eventFilter(watched, event);
+}
