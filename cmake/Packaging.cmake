@@ -34,12 +34,12 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://github.com/veldtone/veldtone")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Loaded at run time, so dpkg-shlibdeps cannot see them: Qt's display and image plug-ins,
-# GStreamer for playback, the icon font, what the tool installer unpacks with (tar is
+# GStreamer for playback, what the tool installer unpacks with (tar is
 # essential), the SVG icon plug-ins and gpgv, which checks a yt-dlp release before it is kept.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS
     "qt6-qpa-plugins, qt6-image-formats-plugins, \
 gstreamer1.0-plugins-base, gstreamer1.0-plugins-good, gstreamer1.0-libav, \
-fonts-material-design-icons-iconfont, unzip, xz-utils, libqt6svg6, gpgv")
+unzip, xz-utils, libqt6svg6, gpgv")
 # The app can fetch its own copies of the tools; Qt's translations put its dialogs' buttons
 # in the user's language.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "yt-dlp, ffmpeg, qt6-translations-l10n")

@@ -21,7 +21,7 @@ packages=(
     yt-dlp ffmpeg unzip zip xz-utils tar dbus
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-libav
     # test and look
-    xvfb xauth xdotool imagemagick pulseaudio python3 procps
+    xvfb xauth xdotool imagemagick valgrind pulseaudio python3 procps
     # a real client of the media-player interface
     playerctl
 )

@@ -71,8 +71,7 @@ QWidget* OutputOptionsForm::buildFolderRow()
     }
     rowLayout->addWidget(symbol(QStringLiteral("folder.fill"), accent(palette()), 16, row));
     m_folderPath = new ElidedLabel(row);
-    m_folderPath->setFont(converter ? Theme::font(11, QFont::Normal, Face::monospaced)
-                                    : Theme::font(12));
+    m_folderPath->setFont(Theme::font(converter ? 11 : 12));
     rowLayout->addWidget(m_folderPath, 1);
     QPushButton* choose =
         converter ? smallButton(tr("Choose..."), QStringLiteral("folder.badge.gearshape"), row)

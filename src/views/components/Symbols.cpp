@@ -2,10 +2,10 @@
 #include "views/components/Symbols.h"
 
 #include <QFile>
-#include <QFontDatabase>
 #include <QHash>
 #include <QPainter>
-#include <mutex>
+#include <QSvgRenderer>
+#include <memory>
 
 namespace Symbols {
 
@@ -90,35 +90,25 @@ const QHash<QString, QString>& table()
     return hash;
 }
 
-QString& fontFamily()
+// One renderer per symbol and colour: the outline is read once, drawn at any size.
+QSvgRenderer* renderer(const QString& glyph, const QColor& color)
 {
-    static QString family;
-    return family;
-}
-
-void loadFont()
-{
-    static std::once_flag once;
-    std::call_once(once, [] {
-        // Debian's fonts-material-design-icons-iconfont; an override helps other systems.
-        QStringList candidates;
-        const QString custom = qEnvironmentVariable("VELDTONE_ICON_FONT");
-        if (!custom.isEmpty())
-            candidates << custom;
-        candidates << QStringLiteral("/usr/share/fonts/truetype/material-design-icons-iconfont/"
-                                     "MaterialIcons-Regular.ttf")
-                   << QStringLiteral("/usr/local/share/fonts/MaterialIcons-Regular.ttf");
-        for (const QString& path : candidates) {
-            if (!QFile::exists(path))
-                continue;
-            const int id = QFontDatabase::addApplicationFont(path);
-            const QStringList families = QFontDatabase::applicationFontFamilies(id);
-            if (id >= 0 && !families.isEmpty()) {
-                fontFamily() = families.constFirst();
-                return;
-            }
-        }
-    });
+    static QHash<QString, std::shared_ptr<QSvgRenderer>> made;
+    const QString key = glyph + u'#' + color.name(QColor::HexArgb);
+    if (const auto found = made.constFind(key); found != made.cend())
+        return found->get();
+    QFile file(QStringLiteral(":/symbols/") + glyph + QStringLiteral(".svg"));
+    auto result = std::make_shared<QSvgRenderer>();
+    if (file.open(QIODevice::ReadOnly)) {
+        // The outlines are written black; the colour goes in as the path's fill and opacity.
+        QByteArray svg = file.readAll();
+        const QByteArray paint = "<path fill=\"" + color.name(QColor::HexRgb).toLatin1() +
+                                 "\" fill-opacity=\"" + QByteArray::number(color.alphaF()) + "\" ";
+        svg.replace(QByteArrayLiteral("<path "), paint);
+        result->load(svg);
+    }
+    made.insert(key, result);
+    return result.get();
 }
 
 } // namespace
@@ -133,19 +123,13 @@ bool contains(const QString& symbolName)
     return table().contains(symbolName);
 }
 
-bool fontAvailable()
+QStringList glyphNames()
 {
-    loadFont();
-    return !fontFamily().isEmpty();
-}
-
-QFont font(int pixelSize)
-{
-    loadFont();
-    QFont f(fontFamily().isEmpty() ? QStringLiteral("Sans") : fontFamily());
-    f.setPixelSize(std::max(1, pixelSize));
-    f.setStyleStrategy(QFont::NoFontMerging);
-    return f;
+    QStringList names{QString::fromUtf16(kFallbackGlyph)};
+    for (const Entry& entry : kTable)
+        names << QString::fromUtf16(entry.glyph);
+    names.removeDuplicates();
+    return names;
 }
 
 void paint(QPainter& painter, const QRectF& rect, const QString& symbolName, const QColor& color)
@@ -153,15 +137,14 @@ void paint(QPainter& painter, const QRectF& rect, const QString& symbolName, con
     const qreal side = std::min(rect.width(), rect.height());
     if (side <= 0)
         return;
+    const QRectF square(rect.center() - QPointF(side, side) / 2, QSizeF(side, side));
+    QSvgRenderer* outline = renderer(glyphName(symbolName), color);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::TextAntialiasing);
-    if (fontAvailable()) {
-        painter.setFont(font(qRound(side)));
-        painter.setPen(color);
-        painter.drawText(rect, Qt::AlignCenter, glyphName(symbolName));
+    if (outline->isValid()) {
+        outline->render(&painter, square);
     } else {
-        // No icon font: a small dot keeps the control visible and pressable.
+        // No outline: a small dot keeps the control visible and pressable.
         const qreal dot = side * 0.4;
         painter.setPen(Qt::NoPen);
         painter.setBrush(color);
@@ -173,12 +156,10 @@ void paint(QPainter& painter, const QRectF& rect, const QString& symbolName, con
 void paint(QPainter& painter, const QRectF& rect, const QString& symbolName, int pixelSize,
            const QColor& color, bool bold)
 {
-    painter.save();
-    // Material glyphs sit in a square em; a slightly larger glyph matches the symbol weights.
-    painter.setFont(font(bold ? pixelSize + 3 : pixelSize + 2));
-    painter.setPen(color);
-    painter.drawText(rect, Qt::AlignCenter, glyphName(symbolName));
-    painter.restore();
+    // The glyphs sit in a square em; a slightly larger one matches the symbol weights.
+    const qreal side = bold ? pixelSize + 3 : pixelSize + 2;
+    paint(painter, QRectF(rect.center() - QPointF(side, side) / 2, QSizeF(side, side)), symbolName,
+          color);
 }
 
 QPixmap pixmap(const QString& symbolName, const QColor& color, int pixelSize,

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QColor>
-#include <QFont>
 #include <QIcon>
 #include <QPixmap>
 #include <QRectF>
@@ -11,17 +10,16 @@
 class QPainter;
 
 // Maps the platform symbol names used across the screens ("play.fill", "folder", ...) to
-// glyphs of the Material Icons font, drawn in any colour. An unknown name never gives a blank.
+// glyphs of the Material Icons font, kept as SVG outlines (data/symbols, written from the font
+// by tools/symbols) and drawn in any colour. An unknown name never gives a blank.
 namespace Symbols {
 
 // The Material Icons ligature for a symbol name (a fallback glyph for unknown names).
 QString glyphName(const QString& symbolName);
 // Whether the table knows the name.
 bool contains(const QString& symbolName);
-// Whether the icon font could be loaded; without it symbols are drawn as plain marks.
-bool fontAvailable();
-// The icon font at a pixel size; loads the font on first use.
-QFont font(int pixelSize);
+// Every glyph the table names, with the fallback: the outlines the program carries.
+QStringList glyphNames();
 // Draws the symbol centred in rect, sized to the rect's smaller side.
 void paint(QPainter& painter, const QRectF& rect, const QString& symbolName, const QColor& color);
 // Draws the symbol's glyph at a pixel size centred in rect, as the painted lists do; bold

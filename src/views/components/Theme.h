@@ -52,11 +52,10 @@ QColor withOpacity(QColor color, qreal opacity);
 enum class Face
 {
     regular,
-    monospaced,
-    rounded
+    monospaced
 };
-// The system font (or its fixed-width or a rounded face) at a pixel size and weight; pixel
-// sizes keep layouts the same at any font DPI setting.
+// The system font (or its fixed-width face) at a pixel size, in one of two weights: regular
+// up to Medium, bold from DemiBold. Pixel sizes keep layouts the same at any font DPI setting.
 QFont font(qreal pixelSize, QFont::Weight weight = QFont::Normal, Face face = Face::regular);
 
 // A rounded rectangle whose corners blend smoothly into the sides (a squircle-like curve)

@@ -162,8 +162,7 @@ QWidget* ConverterView::buildHeader()
 
     auto* titles = new QWidget(header);
     QVBoxLayout* titleColumn = column(titles, 2);
-    titleColumn->addWidget(
-        label(QStringLiteral("Veldtone"), Theme::font(20, QFont::Bold, Face::rounded)));
+    titleColumn->addWidget(label(QStringLiteral("Veldtone"), Theme::font(20, QFont::Bold)));
     QLabel* tagline =
         label(tr("Rip studio-quality MP3 & audio from YouTube videos"), Theme::font(12), titles);
     setTextColor(tagline, secondaryText(palette()));
