@@ -130,7 +130,7 @@ QPushButton* prominentButton(const QString& text, const QString& symbolName, con
 {
     QPushButton* result = button(text);
     makeProminent(result, tint, ControlSize::regular);
-    result->setIcon(Symbols::icon(symbolName, Qt::white, 13));
+    result->setIcon(Symbols::icon(symbolName, Qt::white));
     result->setIconSize(QSize(13, 13));
     return result;
 }

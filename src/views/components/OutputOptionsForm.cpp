@@ -81,8 +81,7 @@ QWidget* OutputOptionsForm::buildFolderRow()
     if (converter) {
         auto* open = new QToolButton(row);
         open->setAutoRaise(true);
-        open->setIcon(
-            Symbols::icon(QStringLiteral("arrow.up.forward.square"), accent(palette()), 16));
+        open->setIcon(Symbols::icon(QStringLiteral("arrow.up.forward.square"), accent(palette())));
         open->setToolTip(DesktopTexts::openFolder());
         open->setAccessibleName(DesktopTexts::openFolder());
         connect(open, &QToolButton::clicked, this,
@@ -117,7 +116,7 @@ QWidget* OutputOptionsForm::buildPickers()
     for (AudioFormat format : AudioFormat::allCases()) {
         if (converter) {
             m_formatPicker->addItem(
-                Symbols::icon(format.iconName(), palette().color(QPalette::Text), 14),
+                Symbols::icon(format.iconName(), palette().color(QPalette::Text)),
                 format.displayName(), format.rawValue());
         } else {
             m_formatPicker->addItem(format.displayName(), format.rawValue());
@@ -169,11 +168,11 @@ QWidget* OutputOptionsForm::buildSwitches()
         row->setSpacing(20);
         const QColor iconColor = palette().color(QPalette::WindowText);
         m_artworkBox = new QCheckBox(tr("Embed Album Artwork"), switches);
-        m_artworkBox->setIcon(Symbols::icon(QStringLiteral("photo.artframe"), iconColor, 13));
+        m_artworkBox->setIcon(Symbols::icon(QStringLiteral("photo.artframe"), iconColor));
         m_metadataBox = new QCheckBox(tr("Embed ID3 Tags"), switches);
-        m_metadataBox->setIcon(Symbols::icon(QStringLiteral("tag.fill"), iconColor, 13));
+        m_metadataBox->setIcon(Symbols::icon(QStringLiteral("tag.fill"), iconColor));
         m_squareBox = new QCheckBox(tr("Square cover art"), switches);
-        m_squareBox->setIcon(Symbols::icon(QStringLiteral("crop"), iconColor, 13));
+        m_squareBox->setIcon(Symbols::icon(QStringLiteral("crop"), iconColor));
         m_squareBox->setFont(Theme::font(11));
         connect(m_squareBox, &QCheckBox::toggled, &m_engine, &DownloadEngine::setSquareCover);
         row->addWidget(m_artworkBox);
@@ -182,7 +181,7 @@ QWidget* OutputOptionsForm::buildSwitches()
         row->addStretch(1);
         // A plain choice: nothing is asked of the link before Rip.
         m_chaptersBox = new QCheckBox(tr("Split by chapters"), this);
-        m_chaptersBox->setIcon(Symbols::icon(QStringLiteral("list.number"), iconColor, 13));
+        m_chaptersBox->setIcon(Symbols::icon(QStringLiteral("list.number"), iconColor));
         m_chaptersBox->setFont(Theme::font(11));
         connect(m_chaptersBox, &QCheckBox::toggled, &m_engine, &DownloadEngine::setSplitChapters);
     } else {

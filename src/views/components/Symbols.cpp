@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QHash>
+#include <QIconEngine>
 #include <QPainter>
 #include <QSvgRenderer>
 #include <memory>
@@ -175,12 +176,54 @@ QPixmap pixmap(const QString& symbolName, const QColor& color, int pixelSize,
     return pix;
 }
 
-QIcon icon(const QString& symbolName, const QColor& color, int pixelSize)
+namespace {
+
+// Draws the outline at whatever size and ratio the icon is shown at, and only when it is: a
+// screen's hidden buttons never render theirs.
+class SymbolIconEngine : public QIconEngine
 {
-    QIcon result;
-    result.addPixmap(pixmap(symbolName, color, pixelSize, 1.0));
-    result.addPixmap(pixmap(symbolName, color, pixelSize, 2.0));
-    return result;
+public:
+    SymbolIconEngine(QString symbolName, QColor color)
+        : m_symbolName(std::move(symbolName))
+        , m_color(std::move(color))
+    {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
+    {
+        QColor color = m_color;
+        if (mode == QIcon::Disabled)
+            color.setAlphaF(color.alphaF() * 0.4f);
+        Symbols::paint(*painter, rect, m_symbolName, color);
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return scaledPixmap(size, mode, state, 1.0);
+    }
+    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state,
+                         qreal scale) override
+    {
+        QPixmap pix(size);
+        pix.fill(Qt::transparent);
+        {
+            QPainter painter(&pix);
+            paint(&painter, QRect(QPoint(), size), mode, state);
+        }
+        pix.setDevicePixelRatio(scale);
+        return pix;
+    }
+    QString key() const override { return QStringLiteral("SymbolIconEngine"); }
+    QIconEngine* clone() const override { return new SymbolIconEngine(m_symbolName, m_color); }
+
+private:
+    QString m_symbolName;
+    QColor m_color;
+};
+
+} // namespace
+
+QIcon icon(const QString& symbolName, const QColor& color)
+{
+    return QIcon(new SymbolIconEngine(symbolName, color));
 }
 
 QStringList knownNames()

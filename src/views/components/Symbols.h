@@ -29,8 +29,8 @@ void paint(QPainter& painter, const QRectF& rect, const QString& symbolName, int
 // A tinted pixmap of the symbol, pixelSize square in device-independent pixels.
 QPixmap pixmap(const QString& symbolName, const QColor& color, int pixelSize = 16,
                qreal devicePixelRatio = 1.0);
-// A tinted icon of the symbol, rendered at the given pixel size.
-QIcon icon(const QString& symbolName, const QColor& color, int pixelSize = 16);
+// A tinted icon of the symbol, drawn at the size it is shown at.
+QIcon icon(const QString& symbolName, const QColor& color);
 // Every symbol name the table knows.
 QStringList knownNames();
 

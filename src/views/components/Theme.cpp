@@ -350,8 +350,7 @@ QPushButton* smallButton(const QString& text, const QString& symbolName, QWidget
     button->setAccessibleName(text);
     button->setFont(font(pixelSize));
     if (!symbolName.isEmpty()) {
-        button->setIcon(Symbols::icon(symbolName, parent->palette().color(QPalette::ButtonText),
-                                      pixelSize + 2));
+        button->setIcon(Symbols::icon(symbolName, parent->palette().color(QPalette::ButtonText)));
         button->setIconSize(QSize(pixelSize + 2, pixelSize + 2));
     }
     return button;

@@ -216,7 +216,7 @@ QWidget* ConverterView::buildLinkCard()
     m_clearButton = new QToolButton(input);
     m_clearButton->setAutoRaise(true);
     m_clearButton->setIcon(
-        Symbols::icon(QStringLiteral("xmark.circle.fill"), secondaryText(palette()), 14));
+        Symbols::icon(QStringLiteral("xmark.circle.fill"), secondaryText(palette())));
     m_clearButton->setToolTip(tr("Clear"));
     m_clearButton->setAccessibleName(tr("Clear"));
     m_clearButton->setStyleSheet(plainButtonSheet(secondaryText(palette())));

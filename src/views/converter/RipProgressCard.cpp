@@ -100,7 +100,7 @@ RipProgressCard::RipProgressCard(DownloadEngine& engine, QWidget* parent)
     cancelLayout->addStretch(1);
     auto* cancelButton = new QPushButton(tr("Cancel Download"), cancelRow);
     cancelButton->setFont(Theme::font(11, QFont::Medium));
-    cancelButton->setIcon(Symbols::icon(QStringLiteral("xmark.circle.fill"), red(palette()), 13));
+    cancelButton->setIcon(Symbols::icon(QStringLiteral("xmark.circle.fill"), red(palette())));
     cancelButton->setStyleSheet(plainButtonSheet(red(palette())));
     cancelButton->setCursor(Qt::PointingHandCursor);
     connect(cancelButton, &QPushButton::clicked, this, [this] { m_engine.cancel(); });

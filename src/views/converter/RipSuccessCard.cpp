@@ -123,7 +123,7 @@ void RipSuccessCard::updatePlayButton()
         m_player.isPlaying() && current && current->filePath == record->filePath;
     const QString symbolName =
         playingThis ? QStringLiteral("pause.fill") : QStringLiteral("play.fill");
-    m_playButton->setIcon(Symbols::icon(symbolName, Qt::white, 13));
+    m_playButton->setIcon(Symbols::icon(symbolName, Qt::white));
     // The symbol alone tells play from pause; say it in words for a screen reader.
     m_playButton->setAccessibleDescription(playingThis ? tr("Playing; press to pause")
                                                        : tr("Press to play"));

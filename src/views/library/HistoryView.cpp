@@ -183,7 +183,7 @@ QWidget* HistoryView::buildTopBar()
     m_clearSearch = new QToolButton;
     m_clearSearch->setAutoRaise(true);
     m_clearSearch->setIcon(
-        Symbols::icon(QStringLiteral("xmark.circle.fill"), secondaryText(palette()), 12));
+        Symbols::icon(QStringLiteral("xmark.circle.fill"), secondaryText(palette())));
     m_clearSearch->setIconSize(QSize(12, 12));
     m_clearSearch->setAccessibleName(tr("Clear search"));
     m_clearSearch->setToolTip(tr("Clear search"));
@@ -206,7 +206,7 @@ QWidget* HistoryView::buildTopBar()
     m_formatButton->setPopupMode(QToolButton::InstantPopup);
     m_formatButton->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_formatButton->setIcon(Symbols::icon(QStringLiteral("line.3.horizontal.decrease.circle"),
-                                          palette().color(QPalette::ButtonText), 12));
+                                          palette().color(QPalette::ButtonText)));
     m_formatButton->setIconSize(QSize(12, 12));
     m_formatButton->setFont(Theme::font(12, QFont::Medium));
     m_formatButton->setText(filterLabel(kAll));
@@ -244,22 +244,22 @@ QWidget* HistoryView::buildTopBar()
     m_moreButton = new QToolButton;
     m_moreButton->setPopupMode(QToolButton::InstantPopup);
     m_moreButton->setAutoRaise(true);
-    m_moreButton->setIcon(Symbols::icon(QStringLiteral("ellipsis.circle"),
-                                        palette().color(QPalette::ButtonText), 14));
+    m_moreButton->setIcon(
+        Symbols::icon(QStringLiteral("ellipsis.circle"), palette().color(QPalette::ButtonText)));
     m_moreButton->setIconSize(QSize(14, 14));
     m_moreButton->setAccessibleName(tr("Library actions"));
     m_moreButton->setToolTip(tr("Library actions"));
     auto* more = new QMenu(m_moreButton);
     QAction* refreshAll = more->addAction(tr("Refresh All Details"));
     refreshAll->setIcon(
-        Symbols::icon(QStringLiteral("arrow.clockwise"), palette().color(QPalette::Text), 14));
+        Symbols::icon(QStringLiteral("arrow.clockwise"), palette().color(QPalette::Text)));
     connect(refreshAll, &QAction::triggered, this, [this] { m_details.refreshAll(); });
     m_moreButton->setMenu(more);
     row->addWidget(m_moreButton);
 
     m_clearAll = new QPushButton(tr("Clear All"));
     m_clearAll->setIcon(
-        Symbols::icon(QStringLiteral("trash"), palette().color(QPalette::ButtonText), 11));
+        Symbols::icon(QStringLiteral("trash"), palette().color(QPalette::ButtonText)));
     m_clearAll->setIconSize(QSize(11, 11));
     m_clearAll->setFont(Theme::font(11));
     m_clearAll->setToolTip(tr("Clear all history items"));
@@ -396,7 +396,7 @@ QMenu* HistoryView::contextMenuFor(int row, QWidget* parent)
             [this, track] { m_details.refresh(track); });
     menu->addSeparator();
     QAction* remove = menu->addAction(tr("Remove from Library"));
-    remove->setIcon(Symbols::icon(QStringLiteral("trash"), red(palette()), 14));
+    remove->setIcon(Symbols::icon(QStringLiteral("trash"), red(palette())));
     connect(remove, &QAction::triggered, this, [this, track] { m_history.removeTrack(track); });
     return menu;
 }

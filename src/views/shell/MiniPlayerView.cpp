@@ -252,7 +252,7 @@ void MiniPlayerView::playingChanged()
     const bool playing = m_player.isPlaying();
     m_playSymbol = playing ? QStringLiteral("pause.fill") : QStringLiteral("play.fill");
     m_playPause->setAccessibleName(playing ? tr("Pause") : tr("Play"));
-    m_playPause->setIcon(Symbols::icon(m_playSymbol, Theme::primaryText(palette()), 16));
+    m_playPause->setIcon(Symbols::icon(m_playSymbol, Theme::primaryText(palette())));
 }
 
 void MiniPlayerView::timeChanged()
@@ -286,11 +286,11 @@ void MiniPlayerView::volumeChanged()
 void MiniPlayerView::refreshIcons()
 {
     const QColor secondary = Theme::secondaryText(palette());
-    m_stop->setIcon(Symbols::icon(QStringLiteral("stop.fill"), secondary, 12));
-    m_previous->setIcon(Symbols::icon(QStringLiteral("backward.end.fill"), secondary, 14));
-    m_next->setIcon(Symbols::icon(QStringLiteral("forward.end.fill"), secondary, 14));
-    m_showInFolder->setIcon(Symbols::icon(QStringLiteral("folder"), secondary, 12));
-    m_close->setIcon(Symbols::icon(QStringLiteral("xmark"), secondary, 11));
+    m_stop->setIcon(Symbols::icon(QStringLiteral("stop.fill"), secondary));
+    m_previous->setIcon(Symbols::icon(QStringLiteral("backward.end.fill"), secondary));
+    m_next->setIcon(Symbols::icon(QStringLiteral("forward.end.fill"), secondary));
+    m_showInFolder->setIcon(Symbols::icon(QStringLiteral("folder"), secondary));
+    m_close->setIcon(Symbols::icon(QStringLiteral("xmark"), secondary));
     QPalette secondaryPalette = palette();
     secondaryPalette.setColor(QPalette::WindowText, secondary);
     for (QLabel* label : {m_channel, m_elapsed, m_total})
