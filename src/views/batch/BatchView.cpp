@@ -315,12 +315,7 @@ QWidget* BatchView::buildEditor()
 QWidget* BatchView::buildFooter()
 {
     m_footer = new QWidget;
-    auto* column = new QVBoxLayout(m_footer);
-    column->setContentsMargins(20, 0, 20, 16);
-    column->setSpacing(8);
-    auto* line = new QHBoxLayout;
-    line->setSpacing(16);
-    column->addLayout(line);
+    const auto [column, line] = Theme::lines(m_footer, {20, 0, 20, 16}, 8, 16);
     m_count = textLabel(QString(), 12, QFont::Normal, true);
     line->addWidget(m_count);
     line->addStretch(1);

@@ -174,6 +174,18 @@ QVBoxLayout* column(QWidget* owner, int spacing)
     return layout;
 }
 
+std::pair<QVBoxLayout*, QHBoxLayout*> lines(QWidget* owner, const QMargins& margins,
+                                            int lineSpacing, int spacing)
+{
+    auto* all = new QVBoxLayout(owner);
+    all->setContentsMargins(margins);
+    all->setSpacing(lineSpacing);
+    auto* first = new QHBoxLayout;
+    first->setSpacing(spacing);
+    all->addLayout(first);
+    return {all, first};
+}
+
 QColor withOpacity(QColor color, qreal opacity)
 {
     color.setAlphaF(static_cast<float>(std::clamp(color.alphaF() * opacity, 0.0, 1.0)));

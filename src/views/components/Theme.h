@@ -7,6 +7,7 @@
 #include <QPalette>
 #include <QRectF>
 #include <QString>
+#include <utility>
 
 class QFrame;
 class QHBoxLayout;
@@ -91,6 +92,10 @@ void makeBorderless(QLineEdit* field);
 // A layout for owner with no margins: parts side by side, or one above the other.
 QHBoxLayout* row(QWidget* owner, int spacing);
 QVBoxLayout* column(QWidget* owner, int spacing);
+// Lines one above the other inside margins, and the first of them: a line that can give its
+// buttons a line of their own, or gain one under it.
+std::pair<QVBoxLayout*, QHBoxLayout*> lines(QWidget* owner, const QMargins& margins,
+                                            int lineSpacing, int spacing);
 
 // The nearest counterparts of the platform's button styles.
 enum class ControlSize

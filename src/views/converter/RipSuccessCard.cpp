@@ -31,10 +31,7 @@ RipSuccessCard::RipSuccessCard(DownloadEngine& engine, HistoryStore& history,
     , m_player(player)
 {
     QWidget* success = content();
-    QVBoxLayout* lines = column(success, 8);
-    QHBoxLayout* layout = new QHBoxLayout;
-    layout->setSpacing(12);
-    lines->addLayout(layout);
+    const auto [lines, layout] = Theme::lines(success, {}, 8, 12);
     layout->addWidget(symbol(QStringLiteral("checkmark.circle.fill"), green(palette()), 24));
     auto* texts = new QWidget(success);
     QVBoxLayout* textColumn = column(texts, 1);
@@ -47,7 +44,7 @@ RipSuccessCard::RipSuccessCard(DownloadEngine& engine, HistoryStore& history,
     layout->addWidget(texts, 1);
     auto* actions = new QWidget(success);
     new LineBreaker(success, layout, lines, actions);
-    layout = row(actions, 12);
+    QHBoxLayout* buttons = row(actions, 12);
     success = actions;
 
     m_playButton = new QPushButton(tr("Play"), success);
@@ -57,7 +54,7 @@ RipSuccessCard::RipSuccessCard(DownloadEngine& engine, HistoryStore& history,
         if (const auto record = matchingRecord())
             m_player.play(*record);
     });
-    layout->addWidget(m_playButton);
+    buttons->addWidget(m_playButton);
 
     QPushButton* showFile =
         smallButton(DesktopTexts::showInFolder(), QStringLiteral("folder"), success);
@@ -66,7 +63,7 @@ RipSuccessCard::RipSuccessCard(DownloadEngine& engine, HistoryStore& history,
         if (status.kind() == DownloadStatus::Kind::completed)
             desktop.revealFile(status.filePath());
     });
-    layout->addWidget(showFile);
+    buttons->addWidget(showFile);
 
     m_queuePlaylistButton =
         smallButton(tr("Queue the whole playlist"), QStringLiteral("music.note.list"), success);
@@ -74,7 +71,7 @@ RipSuccessCard::RipSuccessCard(DownloadEngine& engine, HistoryStore& history,
         batch.addPlaylist(Links::playlistOf(m_engine.currentUrl()));
         emit navigationRequested(NavigationItem::batch);
     });
-    layout->addWidget(m_queuePlaylistButton);
+    buttons->addWidget(m_queuePlaylistButton);
 
     connect(&m_engine, &DownloadEngine::currentStatusChanged, this, &RipSuccessCard::updateStatus);
     connect(&m_history, &HistoryStore::tracksChanged, this, &RipSuccessCard::updatePlayButton);

@@ -159,12 +159,7 @@ QString HistoryView::filterLabel(const QString& selectedFilter)
 QWidget* HistoryView::buildTopBar()
 {
     auto* bar = new RoundedPanel(QPalette::Window, 0.85);
-    auto* lines = new QVBoxLayout(bar);
-    lines->setContentsMargins(16, 10, 16, 10);
-    lines->setSpacing(6);
-    auto* row = new QHBoxLayout;
-    row->setSpacing(12);
-    lines->addLayout(row);
+    const auto [lines, row] = Theme::lines(bar, {16, 10, 16, 10}, 6, 12);
 
     auto* searchBox = new RoundedPanel(QPalette::Base, 0.7, 6);
     searchBox->setMinimumWidth(160);

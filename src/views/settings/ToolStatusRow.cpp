@@ -21,12 +21,7 @@ ToolStatusRow::ToolStatusRow(const QString& toolName, QWidget* parent)
     auto* panel = new RoundedPanel(QPalette::Base, 0.6, 6, this);
     outer->addWidget(panel);
 
-    auto* lines = new QVBoxLayout(panel);
-    lines->setContentsMargins(8, 8, 8, 8);
-    lines->setSpacing(6);
-    auto* layout = new QHBoxLayout;
-    layout->setSpacing(12);
-    lines->addLayout(layout);
+    const auto [lines, layout] = Theme::lines(panel, {8, 8, 8, 8}, 6, 12);
     m_seal = new QLabel(panel);
     layout->addWidget(m_seal);
 
