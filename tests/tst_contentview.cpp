@@ -215,6 +215,13 @@ private slots:
         QTest::mouseClick(clicked, Qt::LeftButton);
         QVERIFY(QApplication::focusWidget() != clicked);
         QVERIFY(spacePlays());
+        // The sidebar is one stop; the arrows move along its rows.
+        window.contentView()->setSelectedTab(NavigationItem::history);
+        window.contentView()->sidebar()->row(NavigationItem::history)->setFocus(Qt::TabFocusReason);
+        key(Qt::Key_Up);
+        QCOMPARE(window.contentView()->selectedTab(), NavigationItem::batch);
+        QCOMPARE(QApplication::focusWidget(),
+                 window.contentView()->sidebar()->row(NavigationItem::batch));
         for (NavigationItem item : Navigation::allCases()) {
             window.contentView()->setSelectedTab(item);
             QTRY_VERIFY(window.contentView()->currentScreen()->isVisible());
