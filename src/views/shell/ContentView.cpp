@@ -123,8 +123,8 @@ void ContentView::showScreen()
 QList<QWidget*> ContentView::tabOrder() const
 {
     // Each part in the order its controls are laid out. Qt's own focus chain follows
-    // construction, puts the strip (built at the first play) before every screen built after
-    // it, and in Qt 6.4 loses widgets reparented into the window, such as the sidebar's rows.
+    // construction and puts the strip (built at the first play) before every screen built
+    // after it. The sidebar's rows are one stop: only the selected one takes Tab.
     QList<QWidget*> order;
     for (QWidget* part :
          {static_cast<QWidget*>(m_sidebar), m_screen.data(), static_cast<QWidget*>(m_miniPlayer)}) {
