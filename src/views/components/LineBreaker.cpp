@@ -12,6 +12,9 @@ LineBreaker::LineBreaker(QWidget* owner, QBoxLayout* line, QBoxLayout* lines, QW
     , m_lines(lines)
     , m_group(group)
 {
+    // The group never widens the line's minimum: the owner keeps the width it is given, and
+    // that width decides where the group goes.
+    m_group->setMinimumWidth(1);
     m_line->addWidget(m_group);
     owner->installEventFilter(this);
     group->installEventFilter(this);
@@ -26,10 +29,10 @@ void LineBreaker::update()
 {
     if (!m_owner)
         return;
-    // The texts at their full width, then the group at its natural one.
-    int texts = m_line->minimumSize().width();
+    // The texts at their full width, not shortened or wrapped, then the group at its own.
+    int texts = m_line->sizeHint().width();
     if (!broken())
-        texts -= m_group->minimumSizeHint().width() + m_line->spacing();
+        texts -= m_group->sizeHint().width() + m_line->spacing();
     const int needed = texts + m_line->spacing() + m_group->sizeHint().width();
     const QMargins margins = m_lines->contentsMargins();
     const bool fits = needed <= m_owner->width() - margins.left() - margins.right();

@@ -4,6 +4,7 @@
 #include "models/DisplayTexts.h"
 #include "views/components/ElidedLabel.h"
 #include "views/components/GlassCard.h"
+#include "views/components/LineBreaker.h"
 #include "views/components/Theme.h"
 
 #include <QCheckBox>
@@ -142,7 +143,7 @@ FollowingView::Row FollowingView::buildRow(const QUuid& id)
 {
     Row row;
     auto* content = new QWidget;
-    QHBoxLayout* layout = Theme::row(content, 12);
+    const auto [lines, layout] = Theme::lines(content, {}, 8, 12);
     auto* texts = new QWidget(content);
     QVBoxLayout* textColumn = column(texts, 2);
     // Long names and links are shortened in the middle rather than widening the screen.
@@ -164,6 +165,10 @@ FollowingView::Row FollowingView::buildRow(const QUuid& id)
     setTextColor(link, secondaryText(palette()));
     textColumn->insertWidget(1, link);
     layout->addWidget(texts, 1);
+    // The row's controls: beside its texts, or under them when both do not fit.
+    auto* controls = new QWidget(content);
+    QHBoxLayout* controlRow = Theme::row(controls, 12);
+    new LineBreaker(content, layout, lines, controls);
 
     // The format its rips take, changed in place.
     row.format = new QComboBox(content);
@@ -179,11 +184,11 @@ FollowingView::Row FollowingView::buildRow(const QUuid& id)
             m_following.edit(id, changed, subscription.asAlbum);
         }
     });
-    layout->addWidget(row.format, 0, Qt::AlignTop);
+    controlRow->addWidget(row.format, 0, Qt::AlignTop);
     row.check = smallButton(tr("Check Now"), QString(), content);
     connect(row.check, &QPushButton::clicked, &m_following,
             [this, id] { m_following.checkNow(id); });
-    layout->addWidget(row.check, 0, Qt::AlignTop);
+    controlRow->addWidget(row.check, 0, Qt::AlignTop);
     row.unfollow = smallButton(tr("Unfollow"), QString(), content);
     connect(row.unfollow, &QPushButton::clicked, this, [this, id, name = row.name] {
         auto* question = new QMessageBox(
@@ -199,7 +204,7 @@ FollowingView::Row FollowingView::buildRow(const QUuid& id)
         });
         question->open();
     });
-    layout->addWidget(row.unfollow, 0, Qt::AlignTop);
+    controlRow->addWidget(row.unfollow, 0, Qt::AlignTop);
     row.card = new GlassCard(content, 12, 12);
     return row;
 }
