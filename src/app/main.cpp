@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "AppServices.h"
 #include "ColorSchemeWatcher.h"
-#include "views/components/AppStyle.h"
 #include "models/Links.h"
 #include "platform/Mpris.h"
 #include "platform/SingleInstance.h"
@@ -10,6 +9,7 @@
 #include "services/ArtworkCache.h"
 #include "services/HistoryStore.h"
 #include "services/Services.h"
+#include "views/components/AppStyle.h"
 #include "views/shell/ContentView.h"
 #include "views/shell/MainWindow.h"
 #include "views/shell/NavigationItem.h"

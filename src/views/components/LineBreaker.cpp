@@ -29,11 +29,10 @@ void LineBreaker::update()
 {
     if (!m_owner)
         return;
-    // The texts at their full width, not shortened or wrapped, then the group at its own.
-    int texts = m_line->sizeHint().width();
-    if (!broken())
-        texts -= m_group->sizeHint().width() + m_line->spacing();
-    const int needed = texts + m_line->spacing() + m_group->sizeHint().width();
+    // The texts at their full width, not shortened or wrapped, and the group at its own.
+    int needed = m_line->sizeHint().width();
+    if (broken())
+        needed += m_line->spacing() + m_group->sizeHint().width();
     const QMargins margins = m_lines->contentsMargins();
     const bool fits = needed <= m_owner->width() - margins.left() - margins.right();
     if (fits != broken())
